@@ -1,0 +1,136 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tobbin {
+
+// Why a disk operation failed, as far as the program has different answers to it.
+enum class DiskError {
+    None,
+    NotFound,          // the file, its folder or its drive is not there
+    AccessDenied,
+    SharingViolation,  // another program holds the file
+    DiskFull,
+    WriteProtected,
+    NotReady,          // a drive without a medium, a network that is away
+    AlreadyExists,
+    Other,
+};
+
+// The outcome of one disk operation.
+class [[nodiscard]] DiskStatus {
+ public:
+    DiskStatus() = default;  // success
+    explicit DiskStatus(DiskError error, std::uint32_t systemCode = 0)
+        : m_error(error), m_systemCode(systemCode) {}
+
+    bool Ok() const { return m_error == DiskError::None; }
+    DiskError Error() const { return m_error; }
+
+    // The system's own number of the error, 0 when there is none.
+    std::uint32_t SystemCode() const { return m_systemCode; }
+
+    // The reason as the end of a sentence, such as "access is denied".
+    std::string Reason() const;
+
+ private:
+    DiskError m_error = DiskError::None;
+    std::uint32_t m_systemCode = 0;
+};
+
+enum class PathKind { Nothing, File, Folder };
+
+// What a path names.
+struct PathInfo {
+    PathKind kind = PathKind::Nothing;
+    std::uint64_t size = 0;         // bytes, of a file
+    std::int64_t modifiedTime = 0;  // seconds since 1970 (UTC)
+};
+
+// Which folder this is, whatever path led to it.
+struct FolderId {
+    std::uint64_t volume = 0;
+    std::uint64_t index = 0;
+    bool operator==(const FolderId&) const = default;
+};
+
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false;
+};
+
+// Everything in a folder but "." and "..", in the order of the file system.
+struct FolderListing {
+    std::vector<FolderEntry> entries;
+    std::optional<FolderId> id;  // nothing where the file system has no such number
+};
+
+// An open file. Closing it by destruction passes over an error; a writer calls Close itself.
+class File {
+ public:
+    virtual ~File() = default;
+
+    // Reads up to `count` bytes from `offset` (bytes, from 0); fewer only at the end of the file.
+    virtual DiskStatus Read(std::uint64_t offset, std::size_t count, std::string& bytes) = 0;
+
+    // Writes all the bytes at `offset`; the file grows as needed.
+    virtual DiskStatus Write(std::uint64_t offset, std::string_view bytes) = 0;
+
+    virtual DiskStatus Size(std::uint64_t& bytes) = 0;
+
+    // Returns when what was written is on the disk itself.
+    virtual DiskStatus Flush() = 0;
+    virtual DiskStatus Close() = 0;
+};
+
+enum class OpenMode {
+    Read,    // an existing file; others may read and write it meanwhile
+    Create,  // a new file, or an existing one emptied
+    Update,  // an existing file, for reading and writing in place
+};
+
+// Files and folders. Paths are absolute, with "\" between their parts, of any length.
+class Disk {
+ public:
+    virtual ~Disk() = default;
+
+    // What the path names. A path that names nothing is no error: its kind is Nothing. An error
+    // means that the question could not be answered.
+    virtual DiskStatus Stat(const std::string& path, PathInfo& info) = 0;
+
+    virtual DiskStatus List(const std::string& folder, FolderListing& listing) = 0;
+    virtual DiskStatus Open(const std::string& path, OpenMode mode,
+                            std::unique_ptr<File>& file) = 0;
+    virtual DiskStatus CreateFolder(const std::string& folder) = 0;
+
+    // Removes a file.
+    virtual DiskStatus Remove(const std::string& path) = 0;
+
+    // Gives the file `from` the name `to` in one step, in the place of a file of that name if there
+    // is one. Both are on one drive.
+    virtual DiskStatus Replace(const std::string& from, const std::string& to) = 0;
+};
+
+// Whether the path names an existing file (folder); false when that can't be found out.
+bool FileExists(Disk& disk, const std::string& path);
+bool FolderExists(Disk& disk, const std::string& path);
+
+// The whole content of a file.
+DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes);
+
+// Saves a file of the user's: writes a new file beside the old one, flushes it to the disk and puts
+// it in the old one's place in one step. At every moment the name holds the whole old content or
+// the whole new one. On an error the old file is as it was and the new one is removed.
+DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes);
+
+// Renames a file that could not be understood to a name beside it that is free: the path with its
+// extension replaced by ".bad", then ".bad2", ".bad3" and so on. Returns that name in `keptAs`.
+DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string& keptAs);
+
+}  // namespace tobbin

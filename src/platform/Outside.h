@@ -1,0 +1,133 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Disk.h"
+#include "util/SystemText.h"
+
+namespace tobbin {
+
+// The computer's drives.
+class Drives {
+ public:
+    virtual ~Drives() = default;
+
+    // The roots in the system's order, such as "C:\".
+    virtual std::vector<std::string> Roots() = 0;
+
+    // The system's number for the kind of drive: 0 unknown, 1 no such root, 2 removable, 3 fixed,
+    // 4 network, 5 CD-ROM, 6 RAM disk.
+    virtual unsigned Type(const std::string& root) = 0;
+
+    // Whether the drive with this root can be read now.
+    virtual bool IsReachable(const std::string& root) = 0;
+};
+
+enum class Buttons { Ok, YesNo, YesNoCancel };
+enum class Answer { Ok, Yes, No, Cancel };
+enum class BoxIcon { None, Information, Question, Warning, Stop };
+
+// Message boxes and the system's file dialogs. Each waits for the person.
+class Dialogs {
+ public:
+    virtual ~Dialogs() = default;
+
+    // Shows a box. An empty title stands for the program's name.
+    virtual Answer Ask(const std::string& text, Buttons buttons, BoxIcon icon = BoxIcon::None,
+                       const std::string& title = {}) = 0;
+
+    // A box with the plain OK button.
+    void Tell(const std::string& text, BoxIcon icon = BoxIcon::None,
+              const std::string& title = {}) {
+        Ask(text, Buttons::Ok, icon, title);
+    }
+
+    // The system's Open and Save dialogs. `filter` is a caption and a pattern with "|" between
+    // them. Returns the full path; nothing when the person cancels.
+    virtual std::optional<std::string> MaybeFileToOpen(const std::string& filter,
+                                                       const std::string& folder) = 0;
+    virtual std::optional<std::string> MaybeFileToSave(const std::string& filter,
+                                                       const std::string& folder) = 0;
+};
+
+// Per-user settings outside the data folder, by key in the program's section "Options".
+class UserSettings {
+ public:
+    virtual ~UserSettings() = default;
+    virtual std::optional<std::string> MaybeRead(const std::string& key) = 0;
+
+    // Returns whether the value was stored.
+    virtual bool Write(const std::string& key, const std::string& value) = 0;
+};
+
+enum class ShowProgram { Normal, MinimisedInactive };
+
+// Starting other programs.
+class Programs {
+ public:
+    virtual ~Programs() = default;
+
+    // Starts a program by its full path, quoted, with the arguments as given, and does not wait for
+    // it. Returns whether it was started.
+    virtual bool Start(const std::string& programPath, const std::string& arguments,
+                       ShowProgram show) = 0;
+};
+
+// Waiting window events.
+class EventPump {
+ public:
+    virtual ~EventPump() = default;
+
+    // Handles the events that wait now and returns. Cheap enough to be called for every song.
+    virtual void LetEventsThrough() = 0;
+};
+
+// The clock and chance.
+class ClockAndChance {
+ public:
+    virtual ~ClockAndChance() = default;
+
+    // Milliseconds since some fixed moment; never runs backwards.
+    virtual std::int64_t Milliseconds() = 0;
+
+    // Seconds since 1970 (UTC).
+    virtual std::int64_t UnixTime() = 0;
+
+    // A random number in [0, 1).
+    virtual double Random() = 0;
+};
+
+// One line that tells the person what happened where no box may open. The main frame shows the
+// last one in its status bar until the next command.
+class StatusLine {
+ public:
+    virtual ~StatusLine() = default;
+    virtual void Say(const std::string& line) = 0;
+};
+
+// Shows how far long work is and knows whether the person asked it to stop. The do-nothing default
+// serves where no such window is open.
+class Progress {
+ public:
+    virtual ~Progress() = default;
+    virtual void Show(const std::string& /*text*/) {}
+    virtual bool StopRequested() const { return false; }
+};
+
+// Everything outside the program that its core may touch, handed down by reference.
+struct Outside {
+    const SystemText& text;
+    Disk& disk;
+    Drives& drives;
+    Dialogs& dialogs;
+    UserSettings& userSettings;
+    Programs& programs;
+    EventPump& events;
+    ClockAndChance& clock;
+    StatusLine& statusLine;
+};
+
+}  // namespace tobbin

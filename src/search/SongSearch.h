@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Takes the songs that a search finds, one by one.
+class SongSink {
+ public:
+    virtual ~SongSink() = default;
+
+    // `folder` ends in "\". Returns how many songs there are now.
+    virtual std::int32_t OnSongFound(const std::string& folder, const std::string& name) = 0;
+};
+
+// The text for a kind of drive. `type` is the system's number (see Drives::Type), `root` the
+// drive's root; a removable drive a: or b: is a floppy drive.
+std::string DriveTypeText(unsigned type, const std::string& root);
+
+// Whether songs and programs are looked for on this drive: its type text, lower-cased, matches
+// "*hard*".
+bool IsHardDrive(const Outside& outside, const std::string& root);
+
+// Finds MP3 files and hands each to the sink; its texts go to the progress window. A folder that
+// can't be listed is passed over.
+class SongSearch {
+ public:
+    SongSearch(Outside& outside, Progress& progress, SongSink& sink);
+
+    // Searches every hard drive with all folders. A stop request ends the search; what was found
+    // so far has been handed over.
+    void SearchHardDrives();
+
+    // Searches one folder without the folders in it.
+    void SearchFolder(const std::string& folder);
+
+ private:
+    struct FolderIdHash {
+        std::size_t operator()(const FolderId& id) const;
+    };
+
+    void WalkTree(const std::string& root);
+    void HandOverSongs(const std::string& folder, const FolderListing& listing);
+
+    Outside& m_outside;
+    Progress& m_progress;
+    SongSink& m_sink;
+    std::unordered_set<FolderId, FolderIdHash> m_entered;  // each folder is entered once at most
+};
+
+}  // namespace tobbin

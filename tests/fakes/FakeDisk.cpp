@@ -1,0 +1,268 @@
+#include "fakes/FakeDisk.h"
+
+#include <algorithm>
+
+#include "util/Check.h"
+#include "util/Text.h"
+
+namespace tobbin {
+
+class FakeFile : public File {
+ public:
+    FakeFile(FakeDisk& disk, std::string path, std::shared_ptr<std::string> content)
+        : m_disk(disk), m_path(std::move(path)), m_content(std::move(content)) {}
+
+    DiskStatus Read(std::uint64_t offset, std::size_t count, std::string& bytes) override {
+        DiskStatus status = m_disk.Step("read " + m_path);
+        bytes.clear();
+        if (status.Ok() && offset < m_content->size())
+            bytes = m_content->substr(offset, count);
+        return status;
+    }
+    DiskStatus Write(std::uint64_t offset, std::string_view bytes) override {
+        DiskStatus status = m_disk.Step("write " + m_path);
+        if (status.Ok()) {
+            if (m_content->size() < offset + bytes.size())
+                m_content->resize(offset + bytes.size());
+            m_content->replace(offset, bytes.size(), bytes);
+        }
+        return status;
+    }
+    DiskStatus Size(std::uint64_t& bytes) override {
+        bytes = m_content->size();
+        return m_disk.Step("size " + m_path);
+    }
+    DiskStatus Flush() override { return m_disk.Step("flush " + m_path); }
+    DiskStatus Close() override { return m_disk.Step("close " + m_path); }
+
+ private:
+    FakeDisk& m_disk;
+    std::string m_path;
+    std::shared_ptr<std::string> m_content;
+};
+
+std::string FakeDisk::Key(const std::string& path) {
+    std::string key = path;
+    while (key.ends_with('\\'))
+        key.pop_back();
+    for (char& c : key)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return key;
+}
+
+std::string FakeDisk::Resolve(const std::string& path) const {
+    std::string key = Key(path);
+    for (int hops = 0; hops < 64; ++hops) {
+        bool followed = false;
+        for (std::size_t end = key.find('\\'); !followed; end = key.find('\\', end + 1)) {
+            const std::string part = key.substr(0, end);
+            if (auto it = m_nodes.find(part); it != m_nodes.end() && !it->second.linkTo.empty()) {
+                key = it->second.linkTo + (end == std::string::npos ? "" : key.substr(end));
+                followed = true;
+            }
+            if (end == std::string::npos)
+                break;
+        }
+        if (!followed)
+            break;
+    }
+    return key;
+}
+
+FakeDisk::Node* FakeDisk::Find(const std::string& path) {
+    const auto it = m_nodes.find(Resolve(path));
+    return it == m_nodes.end() ? nullptr : &it->second;
+}
+
+const FakeDisk::Node* FakeDisk::Find(const std::string& path) const {
+    const auto it = m_nodes.find(Resolve(path));
+    return it == m_nodes.end() ? nullptr : &it->second;
+}
+
+FakeDisk::Node& FakeDisk::Add(const std::string& path, bool isFolder) {
+    const std::string bare = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
+    if (const std::size_t cut = bare.rfind('\\'); cut != std::string::npos && !Find(bare.substr(0, cut)))
+        Add(bare.substr(0, cut), true);
+    Node& node = m_nodes[Resolve(bare)];
+    if (node.id == 0) {
+        node.id = m_nextId++;
+        node.name = FileNameOfPath(bare);
+        node.isFolder = isFolder;
+    }
+    node.modifiedTime = m_now;
+    return node;
+}
+
+void FakeDisk::AddFolder(const std::string& folder) {
+    Add(folder, true);
+}
+
+void FakeDisk::AddFile(const std::string& path, std::string content) {
+    *Add(path, false).content = std::move(content);
+}
+
+void FakeDisk::Erase(const std::string& path) {
+    const std::string key = Key(path);
+    std::erase_if(m_nodes, [&](const auto& entry) {
+        return entry.first == key || entry.first.starts_with(key + "\\");
+    });
+}
+
+bool FakeDisk::Has(const std::string& path) const {
+    return Find(path) != nullptr;
+}
+
+const std::string& FakeDisk::Content(const std::string& path) const {
+    const Node* node = Find(path);
+    CHECK(node != nullptr && !node->isFolder);
+    return *node->content;
+}
+
+std::vector<std::string> FakeDisk::FilesIn(const std::string& folder) const {
+    std::vector<std::string> names;
+    const std::string prefix = Resolve(folder) + "\\";
+    for (const auto& [key, node] : m_nodes) {
+        if (key.starts_with(prefix) && key.find('\\', prefix.size()) == std::string::npos &&
+            !node.isFolder)
+            names.push_back(node.name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void FakeDisk::Lock(const std::string& path, DiskError error) {
+    Node* node = Find(path);
+    CHECK(node != nullptr);
+    node->lock = error;
+}
+
+void FakeDisk::Unlock(const std::string& path) {
+    Lock(path, DiskError::None);
+}
+
+void FakeDisk::DenyListing(const std::string& folder) {
+    Node* node = Find(folder);
+    CHECK(node != nullptr);
+    node->denyListing = true;
+}
+
+void FakeDisk::AddLink(const std::string& link, const std::string& target) {
+    Add(link, true).linkTo = Key(target);
+}
+
+void FakeDisk::SetModifiedTime(const std::string& path, std::int64_t unixTime) {
+    Node* node = Find(path);
+    CHECK(node != nullptr);
+    node->modifiedTime = unixTime;
+}
+
+void FakeDisk::FailAt(int operation, DiskError error, bool once) {
+    m_operations = 0;
+    m_failAt = operation;
+    m_failOnce = once;
+    m_failure = error;
+}
+
+DiskStatus FakeDisk::Step(const std::string& what) {
+    m_log.push_back(what);
+    ++m_operations;
+    const bool fails =
+        m_failAt != 0 && (m_failOnce ? m_operations == m_failAt : m_operations >= m_failAt);
+    return fails ? DiskStatus(m_failure) : DiskStatus();
+}
+
+DiskStatus FakeDisk::Stat(const std::string& path, PathInfo& info) {
+    info = {};
+    if (DiskStatus status = Step("stat " + path); !status.Ok())
+        return status;
+    if (const Node* node = Find(path)) {
+        info.kind = node->isFolder ? PathKind::Folder : PathKind::File;
+        info.size = node->content->size();
+        info.modifiedTime = node->modifiedTime;
+    }
+    return {};
+}
+
+DiskStatus FakeDisk::List(const std::string& folder, FolderListing& listing) {
+    listing = {};
+    if (DiskStatus status = Step("list " + folder); !status.Ok())
+        return status;
+    const Node* node = Find(folder);
+    if (node == nullptr || !node->isFolder)
+        return DiskStatus(DiskError::NotFound);
+    if (node->denyListing)
+        return DiskStatus(DiskError::AccessDenied);
+    listing.id = FolderId{1, node->id};
+    const std::string prefix = Resolve(folder) + "\\";
+    std::vector<const Node*> found;
+    for (auto it = m_nodes.lower_bound(prefix);
+         it != m_nodes.end() && it->first.starts_with(prefix); ++it) {
+        if (it->first.find('\\', prefix.size()) == std::string::npos)
+            found.push_back(&it->second);
+    }
+    std::sort(found.begin(), found.end(),
+              [](const Node* a, const Node* b) { return a->id < b->id; });
+    for (const Node* entry : found)
+        listing.entries.push_back({entry->name, entry->isFolder});
+    return {};
+}
+
+DiskStatus FakeDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
+    if (DiskStatus status = Step("open " + path); !status.Ok())
+        return status;
+    Node* node = Find(path);
+    if (node != nullptr && node->isFolder)
+        return DiskStatus(DiskError::AccessDenied);
+    if (node != nullptr && node->lock != DiskError::None)
+        return DiskStatus(node->lock);
+    if (mode == OpenMode::Create) {
+        if (!Find(path.substr(0, path.rfind('\\'))))
+            return DiskStatus(DiskError::NotFound);
+        node = &Add(path, false);
+        node->content = std::make_shared<std::string>();
+    }
+    if (node == nullptr)
+        return DiskStatus(DiskError::NotFound);
+    file = std::make_unique<FakeFile>(*this, path, node->content);
+    return {};
+}
+
+DiskStatus FakeDisk::CreateFolder(const std::string& folder) {
+    if (DiskStatus status = Step("create folder " + folder); !status.Ok())
+        return status;
+    if (Has(folder))
+        return DiskStatus(DiskError::AlreadyExists);
+    AddFolder(folder);
+    return {};
+}
+
+DiskStatus FakeDisk::Remove(const std::string& path) {
+    if (DiskStatus status = Step("remove " + path); !status.Ok())
+        return status;
+    Node* node = Find(path);
+    if (node == nullptr)
+        return DiskStatus(DiskError::NotFound);
+    if (node->lock != DiskError::None)
+        return DiskStatus(node->lock);
+    m_nodes.erase(Resolve(path));
+    return {};
+}
+
+DiskStatus FakeDisk::Replace(const std::string& from, const std::string& to) {
+    if (DiskStatus status = Step("replace " + from + " " + to); !status.Ok())
+        return status;
+    Node* source = Find(from);
+    if (source == nullptr)
+        return DiskStatus(DiskError::NotFound);
+    if (const Node* target = Find(to); target != nullptr && target->lock != DiskError::None)
+        return DiskStatus(target->lock);
+    if (source->lock != DiskError::None)
+        return DiskStatus(source->lock);
+    Node moved = *source;
+    moved.name = FileNameOfPath(to);
+    m_nodes.erase(Resolve(from));
+    m_nodes[Resolve(to)] = std::move(moved);
+    return {};
+}
+
+}  // namespace tobbin

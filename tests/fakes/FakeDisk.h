@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Disk.h"
+
+namespace tobbin {
+
+// A disk in memory. Paths are looked up without regard to the case of ASCII letters, listings come
+// in the order of creation. It writes down every operation and can fail, or stop dead, at the n-th.
+class FakeDisk : public Disk {
+ public:
+    // Verbs for tests. AddFile makes the folders above it.
+    void AddFolder(const std::string& folder);
+    void AddFile(const std::string& path, std::string content = {});
+    void Erase(const std::string& path);  // a file, or a folder with all in it
+    bool Has(const std::string& path) const;
+    const std::string& Content(const std::string& path) const;  // CHECKs that the file is there
+    std::vector<std::string> FilesIn(const std::string& folder) const;  // names, sorted
+    void Lock(const std::string& path, DiskError error = DiskError::SharingViolation);
+    void Unlock(const std::string& path);
+    void DenyListing(const std::string& folder);
+    // Entering `link` leads to `target`: the listing of the one is the listing of the other.
+    void AddLink(const std::string& link, const std::string& target);
+    void SetModifiedTime(const std::string& path, std::int64_t unixTime);
+    void SetNow(std::int64_t unixTime) { m_now = unixTime; }
+
+    // What was done, one line each: "open C:\a", "write C:\a", "replace C:\a.new C:\a" ...
+    const std::vector<std::string>& Log() const { return m_log; }
+    void ClearLog() { m_log.clear(); }
+
+    // From now on operation number n (from 1) fails with the error: once, or it and every later
+    // one. Operations that only ask (stat, list, size) count as well.
+    void FailAt(int operation, DiskError error, bool once);
+    // From operation n on nothing reaches the disk any more; every call reports an error.
+    void StopDeadAt(int operation) { FailAt(operation, DiskError::Other, false); }
+    void Heal() { m_failAt = 0; }
+    int Operations() const { return m_operations; }
+    void ResetOperations() { m_operations = 0; }
+
+    DiskStatus Stat(const std::string& path, PathInfo& info) override;
+    DiskStatus List(const std::string& folder, FolderListing& listing) override;
+    DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
+    DiskStatus CreateFolder(const std::string& folder) override;
+    DiskStatus Remove(const std::string& path) override;
+    DiskStatus Replace(const std::string& from, const std::string& to) override;
+
+ private:
+    friend class FakeFile;
+    struct Node {
+        std::string name;  // as it was created
+        bool isFolder = false;
+        std::shared_ptr<std::string> content = std::make_shared<std::string>();
+        std::int64_t modifiedTime = 0;
+        std::uint64_t id = 0;
+        DiskError lock = DiskError::None;
+        bool denyListing = false;
+        std::string linkTo;  // key of the folder that a link leads to
+    };
+    static std::string Key(const std::string& path);
+    std::string Resolve(const std::string& path) const;  // key with links followed
+    Node* Find(const std::string& path);
+    const Node* Find(const std::string& path) const;
+    Node& Add(const std::string& path, bool isFolder);
+    DiskStatus Step(const std::string& what);
+
+    std::map<std::string, Node> m_nodes;
+    std::uint64_t m_nextId = 1;
+    std::int64_t m_now = 1'000'000'000;
+    std::vector<std::string> m_log;
+    int m_operations = 0;
+    int m_failAt = 0;
+    bool m_failOnce = true;
+    DiskError m_failure = DiskError::None;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,133 @@
+#include "fakes/FakeOutside.h"
+
+#include <algorithm>
+#include <array>
+
+#include "util/Utf.h"
+
+namespace tobbin {
+namespace {
+
+// Code page 1252 from 80 to 9F; every other byte is the character of its own number.
+constexpr std::array<char16_t, 32> kHighControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+template <typename Map>
+std::string MapCharacters(std::string_view text, Map map) {
+    std::string result;
+    while (!text.empty()) {
+        char32_t c = 0;
+        if (!TakeCodePoint(text, c))
+            c = 0xFFFD;
+        AppendUtf8(result, map(c));
+    }
+    return result;
+}
+
+// Letter case beyond ASCII as far as the tests need it: Latin-1, Greek and Cyrillic, whose small
+// letters lie 32 above the capital ones.
+bool IsCapital(char32_t c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7) ||
+           (c >= 0x391 && c <= 0x3A9) || (c >= 0x410 && c <= 0x42F);
+}
+
+}  // namespace
+
+std::string FakeText::FromAnsi(std::string_view bytes) const {
+    std::string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        AppendUtf8(text, value >= 0x80 && value < 0xA0 ? kHighControls[value - 0x80] : value);
+    }
+    return text;
+}
+
+std::optional<std::string> FakeText::MaybeToAnsi(std::string_view text) const {
+    std::string bytes;
+    while (!text.empty()) {
+        char32_t c = 0;
+        if (!TakeCodePoint(text, c))
+            return std::nullopt;
+        const auto* const high = std::find(kHighControls.begin(), kHighControls.end(), c);
+        if (high != kHighControls.end())
+            bytes.push_back(static_cast<char>(0x80 + (high - kHighControls.begin())));
+        else if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+            bytes.push_back(static_cast<char>(c));
+        else
+            return std::nullopt;
+    }
+    return bytes;
+}
+
+std::string FakeText::ToLower(std::string_view text) const {
+    return MapCharacters(text, [](char32_t c) { return IsCapital(c) ? c + 32 : c; });
+}
+
+std::string FakeText::ToUpper(std::string_view text) const {
+    return MapCharacters(text, [](char32_t c) { return c >= 32 && IsCapital(c - 32) ? c - 32 : c; });
+}
+
+std::vector<std::string> FakeDrives::Roots() {
+    std::vector<std::string> roots;
+    for (const auto& [root, type] : drives)
+        roots.push_back(root);
+    return roots;
+}
+
+unsigned FakeDrives::Type(const std::string& root) {
+    for (const auto& [name, type] : drives)
+        if (name == root)
+            return type;
+    return 1;
+}
+
+bool FakeDrives::IsReachable(const std::string& root) {
+    return Type(root) != 1 &&
+           std::find(unreachable.begin(), unreachable.end(), root) == unreachable.end();
+}
+
+Answer FakeDialogs::Ask(const std::string& text, Buttons buttons, BoxIcon icon,
+                        const std::string& title) {
+    boxes.push_back({text, buttons, icon, title});
+    if (buttons == Buttons::Ok)
+        return Answer::Ok;
+    if (answers.empty())
+        return Answer::No;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+std::optional<std::string> FakeDialogs::MaybeFileToOpen(const std::string& /*filter*/,
+                                                        const std::string& /*folder*/) {
+    if (files.empty())
+        return std::nullopt;
+    auto file = files.front();
+    files.pop_front();
+    return file;
+}
+
+std::optional<std::string> FakeDialogs::MaybeFileToSave(const std::string& filter,
+                                                        const std::string& folder) {
+    return MaybeFileToOpen(filter, folder);
+}
+
+std::optional<std::string> FakeUserSettings::MaybeRead(const std::string& key) {
+    const auto it = values.find(key);
+    return it == values.end() ? std::nullopt : std::optional(it->second);
+}
+
+bool FakeUserSettings::Write(const std::string& key, const std::string& value) {
+    values[key] = value;
+    return true;
+}
+
+bool FakePrograms::Start(const std::string& programPath, const std::string& arguments,
+                         ShowProgram show) {
+    started.push_back({programPath, arguments, show});
+    return succeeds;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fakes/FakeDisk.h"
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Code page 1252, with its five undefined bytes as the control characters of the same number, and
+// the letter cases of Latin-1, Greek and Cyrillic.
+class FakeText : public SystemText {
+ public:
+    std::string FromAnsi(std::string_view bytes) const override;
+    std::optional<std::string> MaybeToAnsi(std::string_view text) const override;
+    std::string ToLower(std::string_view text) const override;
+    std::string ToUpper(std::string_view text) const override;
+};
+
+class FakeDrives : public Drives {
+ public:
+    std::vector<std::pair<std::string, unsigned>> drives{{"C:\\", 3U}};
+    std::vector<std::string> unreachable;
+
+    std::vector<std::string> Roots() override;
+    unsigned Type(const std::string& root) override;
+    bool IsReachable(const std::string& root) override;
+};
+
+// Writes down every box and gives the answers that the test laid ready; without one, the answer of
+// an unwilling person (Ok, No).
+class FakeDialogs : public Dialogs {
+ public:
+    struct Box {
+        std::string text;
+        Buttons buttons;
+        BoxIcon icon;
+        std::string title;
+    };
+    std::vector<Box> boxes;
+    std::deque<Answer> answers;
+    std::deque<std::optional<std::string>> files;
+
+    Answer Ask(const std::string& text, Buttons buttons, BoxIcon icon,
+               const std::string& title) override;
+    std::optional<std::string> MaybeFileToOpen(const std::string& filter,
+                                               const std::string& folder) override;
+    std::optional<std::string> MaybeFileToSave(const std::string& filter,
+                                               const std::string& folder) override;
+};
+
+class FakeUserSettings : public UserSettings {
+ public:
+    std::map<std::string, std::string> values;
+    std::optional<std::string> MaybeRead(const std::string& key) override;
+    bool Write(const std::string& key, const std::string& value) override;
+};
+
+class FakePrograms : public Programs {
+ public:
+    struct Started {
+        std::string program;
+        std::string arguments;
+        ShowProgram show;
+    };
+    std::vector<Started> started;
+    bool succeeds = true;
+    bool Start(const std::string& programPath, const std::string& arguments,
+               ShowProgram show) override;
+};
+
+class FakeEventPump : public EventPump {
+ public:
+    int count = 0;
+    void LetEventsThrough() override { ++count; }
+};
+
+class FakeClockAndChance : public ClockAndChance {
+ public:
+    std::int64_t milliseconds = 0;
+    std::int64_t unixTime = 1'000'000'000;
+    double random = 0;
+    std::int64_t Milliseconds() override { return milliseconds++; }
+    std::int64_t UnixTime() override { return unixTime; }
+    double Random() override { return random; }
+};
+
+class FakeStatusLine : public StatusLine {
+ public:
+    std::vector<std::string> lines;
+    void Say(const std::string& line) override { lines.push_back(line); }
+};
+
+class FakeProgress : public Progress {
+ public:
+    std::vector<std::string> texts;
+    int stopAfter = -1;  // a stop is requested once that many texts were shown
+    void Show(const std::string& text) override { texts.push_back(text); }
+    bool StopRequested() const override {
+        return stopAfter >= 0 && texts.size() >= static_cast<std::size_t>(stopAfter);
+    }
+};
+
+// All of the outside, ready to be handed to the core.
+struct FakeOutside {
+    FakeText text;
+    FakeDisk disk;
+    FakeDrives drives;
+    FakeDialogs dialogs;
+    FakeUserSettings userSettings;
+    FakePrograms programs;
+    FakeEventPump events;
+    FakeClockAndChance clock;
+    FakeStatusLine statusLine;
+    Outside outside{text,     disk,   drives, dialogs,   userSettings,
+                    programs, events, clock,  statusLine};
+};
+
+}  // namespace tobbin

@@ -1,0 +1,88 @@
+#include "util/Text.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+#include "util/Convert.h"
+#include "util/DataText.h"
+#include "util/Errors.h"
+#include "util/Utf.h"
+
+namespace tobbin {
+namespace {
+
+TEST(Text, PatternsKnowStarAndQuestionMarkOnly) {
+    EXPECT_TRUE(MatchesPattern("hard drive; can not be removed", "*hard*"));
+    EXPECT_TRUE(MatchesPattern("song.mp3", "song.mp3"));
+    EXPECT_FALSE(MatchesPattern("Song.mp3", "song.mp3"));
+    EXPECT_TRUE(MatchesPattern("[a]#1", "[a]#1"));
+    EXPECT_FALSE(MatchesPattern("a", "[a]"));
+    EXPECT_TRUE(MatchesPattern("abcabd", "*ab?"));
+    EXPECT_TRUE(MatchesPattern("\xC3\xA9", "?"));  // one character of two bytes
+    EXPECT_TRUE(MatchesPattern("", "*"));
+    EXPECT_FALSE(MatchesPattern("", "?"));
+}
+
+TEST(Text, FoldersOfPaths) {
+    EXPECT_EQ(FolderOfPath("  C:\\Music\\song.mp3 "), "C:\\Music\\");
+    EXPECT_EQ(FolderOfPath("song.mp3"), "");
+    EXPECT_EQ(FolderWithSeparator("C:"), "C:\\");
+    EXPECT_EQ(FolderWithSeparator("C:\\"), "C:\\");
+}
+
+TEST(Text, LinesEndInAnyWay) {
+    const auto lines = SplitLines("a\r\n\r\nb\nc\rd");
+    ASSERT_EQ(lines.size(), 5U);
+    EXPECT_EQ(lines[1], "");
+    EXPECT_EQ(lines[4], "d");
+    EXPECT_EQ(SplitLines("a\r\n").size(), 1U);
+    EXPECT_TRUE(SplitLines("").empty());
+}
+
+TEST(Convert, RoundsHalfToEvenAndRaisesWhatItMust) {
+    EXPECT_EQ(ToLong(" 1520 "), 1520);
+    EXPECT_EQ(ToLong("+7"), 7);
+    EXPECT_EQ(ToLong("2.5"), 2);
+    EXPECT_EQ(ToLong("3.5"), 4);
+    EXPECT_EQ(ToLong("-2.5"), -2);
+    EXPECT_EQ(ToLong(".6"), 1);
+    EXPECT_EQ(ToLong("1e3"), 1000);
+    EXPECT_EQ(ToLong("2147483647"), 2147483647);
+    for (const char* bad : {"", " ", "abc", "1x", "-", "+-1", "inf", "nan", ".", "-.", "1 2"})
+        EXPECT_THROW(ToLong(bad), TypeMismatchError) << bad;
+    for (const char* big : {"2147483648", "-2147483649", "1e40", "1e999"})
+        EXPECT_THROW(ToLong(big), OverflowError) << big;
+    EXPECT_EQ(ToInteger("True"), -1);
+    EXPECT_EQ(ToInteger(" false "), 0);
+    EXPECT_THROW(ToInteger("40000"), OverflowError);
+}
+
+TEST(Utf, KeepsLoneSurrogatesAndPairs) {
+    const std::u16string name = {u'a', 0xD800, u'b', 0xD83C, 0xDFB5, 0xDC00};
+    const std::string text = Utf16ToUtf8(name);
+    EXPECT_EQ(text, "a\xED\xA0\x80" "b\xF0\x9F\x8E\xB5\xED\xB0\x80");
+    EXPECT_EQ(Utf8ToUtf16(text), name);
+    EXPECT_TRUE(IsGeneralisedUtf8(text));
+    for (const char* bad : {"\xC0\x80", "\x80", "\xE2\x82", "\xF5\x80\x80\x80", "\xE0\x80\x80"})
+        EXPECT_FALSE(IsGeneralisedUtf8(bad));
+}
+
+TEST(DataText, IsAnsiWherePossibleAndMarkedUtf8Elsewhere) {
+    const FakeText system;
+    EXPECT_EQ(EncodeDataText(system, "Caf\xC3\xA9 \xE2\x82\xAC"), "Caf\xE9 \x80");
+    EXPECT_EQ(EncodeDataText(system, "\xCE\xA9.mp3"), "\xEF\xBB\xBF\xCE\xA9.mp3");
+    // Its ANSI bytes would look like the mark.
+    EXPECT_EQ(EncodeDataText(system, "\xC3\xAF\xC2\xBB\xC2\xBF"),
+              "\xEF\xBB\xBF\xC3\xAF\xC2\xBB\xC2\xBF");
+    // Behind the mark stands no UTF-8: all of it is ANSI.
+    EXPECT_EQ(DecodeDataText(system, "\xEF\xBB\xBF\xE9"), "\xC3\xAF\xC2\xBB\xC2\xBF\xC3\xA9");
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all.push_back(static_cast<char>(byte));
+    EXPECT_EQ(EncodeDataText(system, DecodeDataText(system, all)), all);
+    for (const char* text : {"", "plain", "\xCE\xA9\xED\xA0\x80", "\xC3\xAF\xC2\xBB\xC2\xBF"})
+        EXPECT_EQ(DecodeDataText(system, EncodeDataText(system, text)), text);
+}
+
+}  // namespace
+}  // namespace tobbin
