@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 
 namespace tobbin {
 namespace {
@@ -13,14 +12,17 @@ void SetCheckHandler(CheckHandler handler) {
     g_handler = handler;
 }
 
-void CheckFailed(const char* condition, const char* file, int line) {
-    const std::string message = std::string("Tobbin has to stop: ") + condition + " does not hold (" +
-                                file + ", line " + std::to_string(line) + ").";
+void EndProgram(const std::string& message) {
     if (g_handler != nullptr)
         g_handler(message.c_str());
     else
         std::fprintf(stderr, "%s\n", message.c_str());
     std::abort();
+}
+
+void CheckFailed(const char* condition, const char* file, int line) {
+    EndProgram(std::string("Tobbin has to stop: ") + condition + " does not hold (" + file +
+               ", line " + std::to_string(line) + ").");
 }
 
 }  // namespace tobbin

@@ -1,13 +1,19 @@
 #pragma once
 
+#include <string>
+
 namespace tobbin {
 
-// Called by CHECK with the broken promise as text; must not return. The program sets it at start
-// to a function that shows a message box; without one the text goes to the standard error stream.
+// Called with the reason why the program has to end, as text for the person. The program sets it at
+// start to a function that shows a message box; without one the text goes to the standard error
+// stream.
 using CheckHandler = void (*)(const char* message);
 void SetCheckHandler(CheckHandler handler);
 
-// Tells the handler and ends the program.
+// Tells the handler a message for the person and ends the program.
+[[noreturn]] void EndProgram(const std::string& message);
+
+// Tells the handler which promise was broken and ends the program.
 [[noreturn]] void CheckFailed(const char* condition, const char* file, int line);
 
 }  // namespace tobbin

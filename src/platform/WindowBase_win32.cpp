@@ -1,0 +1,96 @@
+#include "platform/WindowBase_win32.h"
+
+#include <exception>
+
+#include "platform/Wide_win32.h"
+#include "util/Check.h"
+
+namespace tobbin {
+namespace {
+
+// The object that a window under creation belongs to. An MDI child gets it wrapped once more.
+WindowBase* CreatorOf(LPARAM lParam) {
+    const auto* const creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    if ((creation->dwExStyle & WS_EX_MDICHILD) == 0)
+        return static_cast<WindowBase*>(creation->lpCreateParams);
+    const auto* const child = static_cast<const MDICREATESTRUCTW*>(creation->lpCreateParams);
+    return reinterpret_cast<WindowBase*>(child->lParam);
+}
+
+}  // namespace
+
+void StopOnException() noexcept {
+    try {
+        throw;
+    } catch (const std::exception& exception) {
+        EndProgram(std::string("Tobbin has to stop: ") + exception.what() + ".");
+    } catch (...) {
+        EndProgram("Tobbin has to stop: an unknown error.");
+    }
+}
+
+WindowBase::~WindowBase() {
+    Destroy();
+}
+
+void WindowBase::Destroy() {
+    if (m_handle == nullptr)
+        return;
+    if ((GetWindowLongPtrW(m_handle, GWL_EXSTYLE) & WS_EX_MDICHILD) != 0)
+        SendMessageW(GetParent(m_handle), WM_MDIDESTROY, reinterpret_cast<WPARAM>(m_handle), 0);
+    else
+        DestroyWindow(m_handle);
+}
+
+bool WindowBase::Create(const ClassLook& look, const std::string& caption,
+                        const Placement& placement) {
+    CHECK(m_handle == nullptr);
+    const HINSTANCE program = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof(windowClass);
+    if (!GetClassInfoExW(program, look.name, &windowClass)) {
+        windowClass = {};
+        windowClass.cbSize = sizeof(windowClass);
+        windowClass.style = look.style;
+        windowClass.lpfnWndProc = &WindowBase::Thunk;
+        windowClass.hInstance = program;
+        windowClass.hIcon = look.icon;
+        windowClass.hIconSm = look.smallIcon;
+        windowClass.hCursor = look.cursor;
+        windowClass.hbrBackground = look.background;
+        windowClass.lpszClassName = look.name;
+        if (!RegisterClassExW(&windowClass))
+            return false;
+    }
+    return CreateWindowExW(placement.exStyle, look.name, Wide(caption).c_str(), placement.style,
+                           placement.x, placement.y, placement.width, placement.height,
+                           placement.parent, placement.menu, program, this) != nullptr;
+}
+
+LRESULT WindowBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return Default(message, wParam, lParam);
+}
+
+LRESULT WindowBase::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefWindowProcW(m_handle, message, wParam, lParam);
+}
+
+LRESULT CALLBACK WindowBase::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        WindowBase* const creator = CreatorOf(lParam);
+        creator->m_handle = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creator));
+    }
+    auto* const self = reinterpret_cast<WindowBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr)  // before WM_NCCREATE
+        return DefWindowProcW(window, message, wParam, lParam);
+    const LRESULT result =
+        GuardedHandler([&] { return self->HandleMessage(message, wParam, lParam); });
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->m_handle = nullptr;
+    }
+    return result;
+}
+
+}  // namespace tobbin
