@@ -13,12 +13,12 @@ namespace tobbin {
 // Why a disk operation failed, as far as the program has different answers to it.
 enum class DiskError {
     None,
-    NotFound,          // the file, its folder or its drive is not there
+    NotFound,  // the file, its folder or its drive is not there
     AccessDenied,
     SharingViolation,  // another program holds the file
     DiskFull,
     WriteProtected,
-    NotReady,          // a drive without a medium, a network that is away
+    NotReady,  // a drive without a medium, a network that is away
     AlreadyExists,
     Other,
 };
@@ -115,6 +115,9 @@ class Disk {
     // Gives the file `from` the name `to` in one step, in the place of a file of that name if there
     // is one. Both are on one drive.
     virtual DiskStatus Replace(const std::string& from, const std::string& to) = 0;
+
+    // The path of an existing file in short (8.3) names; nothing where the drive keeps none.
+    virtual std::optional<std::string> MaybeShortPath(const std::string& path) = 0;
 };
 
 // Whether the path names an existing file (folder); false when that can't be found out.

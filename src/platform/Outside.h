@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/Disk.h"
+#include "platform/PlayerWindow.h"
 #include "util/SystemText.h"
 
 namespace tobbin {
@@ -24,6 +26,13 @@ class Drives {
 
     // Whether the drive with this root can be read now.
     virtual bool IsReachable(const std::string& root) = 0;
+
+    // The full path of the first file of this name (case does not count) that the system's own
+    // tree search finds below a root; nothing without one. Calls `keepOn` every few milliseconds
+    // meanwhile and ends without a result once that answers false.
+    virtual std::optional<std::string> MaybeFindBelow(const std::string& root,
+                                                      const std::string& fileName,
+                                                      const std::function<bool()>& keepOn) = 0;
 };
 
 enum class Buttons { Ok, YesNo, YesNoCancel };
@@ -128,6 +137,7 @@ struct Outside {
     EventPump& events;
     ClockAndChance& clock;
     StatusLine& statusLine;
+    PlayerWindow& player;
 };
 
 }  // namespace tobbin

@@ -81,7 +81,8 @@ const FakeDisk::Node* FakeDisk::Find(const std::string& path) const {
 
 FakeDisk::Node& FakeDisk::Add(const std::string& path, bool isFolder) {
     const std::string bare = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
-    if (const std::size_t cut = bare.rfind('\\'); cut != std::string::npos && !Find(bare.substr(0, cut)))
+    if (const std::size_t cut = bare.rfind('\\');
+        cut != std::string::npos && !Find(bare.substr(0, cut)))
         Add(bare.substr(0, cut), true);
     Node& node = m_nodes[Resolve(bare)];
     if (node.id == 0) {
@@ -263,6 +264,11 @@ DiskStatus FakeDisk::Replace(const std::string& from, const std::string& to) {
     m_nodes.erase(Resolve(from));
     m_nodes[Resolve(to)] = std::move(moved);
     return {};
+}
+
+std::optional<std::string> FakeDisk::MaybeShortPath(const std::string& path) {
+    const auto it = shortPaths.find(path);
+    return it == shortPaths.end() ? std::nullopt : std::optional(it->second);
 }
 
 }  // namespace tobbin

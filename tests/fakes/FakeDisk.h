@@ -48,6 +48,10 @@ class FakeDisk : public Disk {
     DiskStatus Remove(const std::string& path) override;
     DiskStatus Replace(const std::string& from, const std::string& to) override;
 
+    // The short path of a file, where a test gives it one.
+    std::map<std::string, std::string> shortPaths;
+    std::optional<std::string> MaybeShortPath(const std::string& path) override;
+
  private:
     friend class FakeFile;
     struct Node {

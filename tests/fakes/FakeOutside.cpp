@@ -66,7 +66,8 @@ std::string FakeText::ToLower(std::string_view text) const {
 }
 
 std::string FakeText::ToUpper(std::string_view text) const {
-    return MapCharacters(text, [](char32_t c) { return c >= 32 && IsCapital(c - 32) ? c - 32 : c; });
+    return MapCharacters(text,
+                         [](char32_t c) { return c >= 32 && IsCapital(c - 32) ? c - 32 : c; });
 }
 
 std::vector<std::string> FakeDrives::Roots() {
@@ -86,6 +87,17 @@ unsigned FakeDrives::Type(const std::string& root) {
 bool FakeDrives::IsReachable(const std::string& root) {
     return Type(root) != 1 &&
            std::find(unreachable.begin(), unreachable.end(), root) == unreachable.end();
+}
+
+std::optional<std::string> FakeDrives::MaybeFindBelow(const std::string& root,
+                                                      const std::string& fileName,
+                                                      const std::function<bool()>& keepOn) {
+    treeSearches.push_back(root + " " + fileName);
+    for (int step = 0; step < 3; ++step)
+        if (!keepOn())
+            return std::nullopt;
+    const auto it = treeFinds.find(root);
+    return it == treeFinds.end() ? std::nullopt : std::optional(it->second);
 }
 
 Answer FakeDialogs::Ask(const std::string& text, Buttons buttons, BoxIcon icon,
@@ -128,6 +140,49 @@ bool FakePrograms::Start(const std::string& programPath, const std::string& argu
                          ShowProgram show) {
     started.push_back({programPath, arguments, show});
     return succeeds;
+}
+
+PlayerWindow::Handle FakePlayerWindow::Find() {
+    if (findsBeforeItOpens > 0) {
+        --findsBeforeItOpens;
+        return 0;
+    }
+    return isOpen ? kHandle : 0;
+}
+
+PlayerReply FakePlayerWindow::Take(Handle window, std::string line, std::int32_t value, int limit) {
+    limits.push_back(limit);
+    if (!isOpen || window != kHandle)
+        return {PlayerReply::Outcome::NoWindow, 0};
+    if (hangsAfter == static_cast<int>(log.size())) {
+        hangs = true;
+        hangsAfter = -1;
+    }
+    if (hangs)
+        return {PlayerReply::Outcome::TimedOut, 0};
+    log.push_back(std::move(line));
+    return {PlayerReply::Outcome::Replied, value};
+}
+
+PlayerReply FakePlayerWindow::Send(Handle window, std::uint32_t message, std::int32_t wParam,
+                                   std::int32_t lParam, int limitMilliseconds) {
+    const auto number = [](auto value) { return std::to_string(value); };
+    std::int32_t value = 0;
+    if (message == 1024 && lParam == 0)
+        value = version;
+    else if (message == 1024 && lParam == 104)
+        value = status;
+    else if (message == 1024 && lParam == 105)
+        value = wParam == 1 ? lengthSeconds : positionMilliseconds;
+    return Take(window, number(message) + " " + number(wParam) + " " + number(lParam), value,
+                limitMilliseconds);
+}
+
+PlayerReply FakePlayerWindow::SendData(Handle window, std::uint32_t identifier,
+                                       std::string_view bytes, int limitMilliseconds) {
+    std::string line = "copy " + std::to_string(identifier) + " " + std::string(bytes);
+    std::replace(line.begin(), line.end(), '\0', '|');
+    return Take(window, std::move(line), 1, limitMilliseconds);
 }
 
 }  // namespace tobbin

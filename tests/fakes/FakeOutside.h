@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -29,6 +30,12 @@ class FakeDrives : public Drives {
     std::vector<std::string> Roots() override;
     unsigned Type(const std::string& root) override;
     bool IsReachable(const std::string& root) override;
+
+    // What the tree search finds, by root; it asks `keepOn` three times before it answers.
+    std::map<std::string, std::string> treeFinds;
+    std::vector<std::string> treeSearches;
+    std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
+                                              const std::function<bool()>& keepOn) override;
 };
 
 // Writes down every box and gives the answers that the test laid ready; without one, the answer of
@@ -105,6 +112,28 @@ class FakeProgress : public Progress {
     }
 };
 
+// A player that plays by itself. Writes every message down as a line: "273 40047 0" for numbers,
+// "copy 100 C:\\a.mp3|" for data ("|" stands for a NUL).
+class FakePlayerWindow : public PlayerWindow {
+ public:
+    static constexpr Handle kHandle = 0x10234;
+    bool isOpen = true;
+    int findsBeforeItOpens = 0;
+    bool hangs = false;   // every message runs into its limit
+    int hangsAfter = -1;  // hangs once that many messages have come
+    std::int32_t version = 0x2091, status = 1, positionMilliseconds = 0, lengthSeconds = 180;
+    std::vector<std::string> log;  // messages that reached the player
+    std::vector<int> limits;       // of every attempt, in milliseconds
+    Handle Find() override;
+    PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
+                     int limitMilliseconds) override;
+    PlayerReply SendData(Handle window, std::uint32_t identifier, std::string_view bytes,
+                         int limitMilliseconds) override;
+
+ private:
+    PlayerReply Take(Handle window, std::string line, std::int32_t value, int limit);
+};
+
 // All of the outside, ready to be handed to the core.
 struct FakeOutside {
     FakeText text;
@@ -116,8 +145,9 @@ struct FakeOutside {
     FakeEventPump events;
     FakeClockAndChance clock;
     FakeStatusLine statusLine;
-    Outside outside{text,     disk,   drives, dialogs,   userSettings,
-                    programs, events, clock,  statusLine};
+    FakePlayerWindow player;
+    Outside outside{text,     disk,   drives, dialogs,    userSettings,
+                    programs, events, clock,  statusLine, player};
 };
 
 }  // namespace tobbin

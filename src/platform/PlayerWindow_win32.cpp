@@ -1,0 +1,45 @@
+#include "platform/PlayerWindow_win32.h"
+
+#include <windows.h>
+
+namespace tobbin {
+namespace {
+
+PlayerReply SendWithin(PlayerWindow::Handle window, UINT message, WPARAM wParam, LPARAM lParam,
+                       int limitMilliseconds) {
+    const HWND handle = reinterpret_cast<HWND>(window);
+    DWORD_PTR reply = 0;
+    SetLastError(ERROR_SUCCESS);
+    if (SendMessageTimeoutW(handle, message, wParam, lParam,
+                            SMTO_NORMAL | SMTO_ABORTIFHUNG | SMTO_ERRORONEXIT,
+                            static_cast<UINT>(limitMilliseconds), &reply) == 0) {
+        // Without ERROR_TIMEOUT the player may still be known as hung, or its window died.
+        const bool timedOut = GetLastError() == ERROR_TIMEOUT || IsWindow(handle) != FALSE;
+        return {timedOut ? PlayerReply::Outcome::TimedOut : PlayerReply::Outcome::NoWindow, 0};
+    }
+    // A 32-bit player's reply comes without its sign.
+    return {PlayerReply::Outcome::Replied, static_cast<std::int32_t>(static_cast<DWORD>(reply))};
+}
+
+}  // namespace
+
+PlayerWindow::Handle SystemPlayerWindow::Find() {
+    return reinterpret_cast<Handle>(FindWindowW(L"Winamp v1.x", nullptr));
+}
+
+PlayerReply SystemPlayerWindow::Send(Handle window, std::uint32_t message, std::int32_t wParam,
+                                     std::int32_t lParam, int limitMilliseconds) {
+    return SendWithin(window, message, static_cast<WPARAM>(static_cast<INT_PTR>(wParam)),
+                      static_cast<LPARAM>(lParam), limitMilliseconds);
+}
+
+PlayerReply SystemPlayerWindow::SendData(Handle window, std::uint32_t identifier,
+                                         std::string_view bytes, int limitMilliseconds) {
+    COPYDATASTRUCT record{};
+    record.dwData = identifier;
+    record.cbData = static_cast<DWORD>(bytes.size());
+    record.lpData = const_cast<char*>(bytes.data());
+    return SendWithin(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&record), limitMilliseconds);
+}
+
+}  // namespace tobbin

@@ -1,0 +1,95 @@
+#include "platform/TreeSearch_win32.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "util/Utf.h"
+
+namespace tobbin {
+namespace {
+
+using SearchTreeForFileFunction = BOOL(WINAPI*)(PCWSTR root, PCWSTR fileName, PWSTR result);
+
+// The longest path there is; some systems write the path they are at into the result as they go.
+constexpr std::size_t kResultUnits = 0x10000;
+
+std::wstring Wide(const std::string& text) {
+    const std::u16string units = Utf8ToUtf16(text);
+    return {units.begin(), units.end()};
+}
+
+std::string Narrow(const std::wstring& text) {
+    return Utf16ToUtf8(std::u16string(text.begin(), text.end()));
+}
+
+SearchTreeForFileFunction MaybeLoadSearch() {
+    HMODULE library = LoadLibraryExW(L"dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (library == nullptr)
+        return nullptr;
+    return reinterpret_cast<SearchTreeForFileFunction>(
+        reinterpret_cast<void*>(GetProcAddress(library, "SearchTreeForFileW")));
+}
+
+// Shared with the thread, so that either may end first.
+struct Task {
+    std::wstring root, fileName, found;
+    HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    Task() = default;
+    ~Task() {
+        if (done != nullptr)
+            CloseHandle(done);
+    }
+    Task(const Task&) = delete;
+    Task& operator=(const Task&) = delete;
+};
+
+void Run(const Task& task, std::wstring& found) {
+    // The library may be used by one thread at a time.
+    static std::mutex oneAtATime;
+    const std::lock_guard<std::mutex> lock(oneAtATime);
+    const SearchTreeForFileFunction search = MaybeLoadSearch();
+    std::vector<wchar_t> result(kResultUnits);
+    if (search != nullptr && search(task.root.c_str(), task.fileName.c_str(), result.data()))
+        found = result.data();
+}
+
+}  // namespace
+
+std::optional<std::string> FindBelowWithSystemSearch(const std::string& root,
+                                                     const std::string& fileName,
+                                                     const std::function<bool()>& keepOn) {
+    const auto task = std::make_shared<Task>();
+    if (task->done == nullptr)
+        return std::nullopt;
+    task->root = Wide(root);
+    task->fileName = Wide(fileName);
+    std::thread([task] {
+        Run(*task, task->found);
+        SetEvent(task->done);
+    }).detach();
+    while (MsgWaitForMultipleObjects(1, &task->done, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
+        if (!keepOn())
+            return std::nullopt;
+    if (task->found.empty())
+        return std::nullopt;
+    return Narrow(task->found);
+}
+
+std::optional<std::string> MaybeSystemShortPath(const std::string& path) {
+    const std::wstring longPath = L"\\\\?\\" + Wide(path);
+    std::wstring result(GetShortPathNameW(longPath.c_str(), nullptr, 0), L'\0');
+    const DWORD length =
+        GetShortPathNameW(longPath.c_str(), result.data(), static_cast<DWORD>(result.size()));
+    if (length == 0 || length >= result.size())
+        return std::nullopt;
+    result.resize(length);
+    if (result.starts_with(L"\\\\?\\"))
+        result.erase(0, 4);
+    return Narrow(result);
+}
+
+}  // namespace tobbin
