@@ -82,7 +82,7 @@ class clsMain : public SongSink {
     std::string SongPath(std::int32_t record) const;
 
     // Quick answers for the panes and the grouping.
-    bool IsPresent(std::int32_t record) const;   // presence flag is not 0
+    bool IsPresent(std::int32_t record) const;     // presence flag is not 0
     std::int32_t Rank(std::int32_t record) const;  // 2 to 7; 2 when the cell holds no number
 
     std::string CataloguePath() const;

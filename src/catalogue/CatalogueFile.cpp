@@ -1,0 +1,122 @@
+#include "catalogue/CatalogueFile.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "util/Convert.h"
+
+namespace tobbin {
+namespace {
+
+constexpr std::size_t kPrefix = 2;  // bytes of a length
+
+constexpr std::size_t kLongestName = 1024;  // bytes; a file system's limit is 255 characters
+
+bool IsSmallNumber(std::string_view text) {
+    return !text.empty() && text.size() <= 10 &&
+           text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// Whether a record says so much about itself that it can't be bytes read at the wrong place. Cheap
+// for any bytes, since it is asked at every place of a damaged file.
+bool IsSurelyARecord(const CatalogueStrings& strings) {
+    const std::string_view name = strings[kFileNameString];
+    const std::string_view folder = strings[kFolderString];
+    const std::string_view presence = strings[kPresenceString];
+    if (!IsSmallNumber(strings[kNumberString]) || !IsSmallNumber(strings[kRankString]) ||
+        (presence != "0" && presence != "1") || name.empty() || name.size() > kLongestName)
+        return false;
+    if (presence == "0" && name == "0" && folder == "0")
+        return true;
+    return folder.ends_with('\\') && std::none_of(name.begin(), name.end(), [](char c) {
+               return static_cast<unsigned char>(c) < 0x20 || c == '\\';
+           });
+}
+
+bool IsSurelyARecordAt(std::string_view file, std::size_t offset) {
+    CatalogueStrings strings;
+    return CatalogueReader(file, offset).Read(strings) && IsSurelyARecord(strings);
+}
+
+}  // namespace
+
+bool AppendCatalogueString(std::string& file, std::string_view text) {
+    if (text.size() > kCatalogueStringLimit)
+        return false;
+    file.push_back(static_cast<char>(text.size() & 0xFF));
+    file.push_back(static_cast<char>(text.size() >> 8));
+    file.append(text);
+    return true;
+}
+
+std::string CatalogueDamage::Words() const {
+    return "damaged at byte " + std::to_string(offset) + " (record " + std::to_string(record) +
+           "): a text there is longer than the rest of the file";
+}
+
+bool CatalogueReader::Read(CatalogueStrings& strings) {
+    if (m_damage || m_offset >= m_file.size())
+        return false;
+    ++m_record;
+    std::size_t at = m_offset;
+    for (std::string_view& text : strings) {
+        const std::size_t left = m_file.size() - at;
+        std::size_t length = 0;
+        if (left >= kPrefix)
+            length = static_cast<unsigned char>(m_file[at]) |
+                     static_cast<std::size_t>(static_cast<unsigned char>(m_file[at + 1])) << 8;
+        if (left < kPrefix || length > left - kPrefix) {
+            m_damage = CatalogueDamage{at, m_record};
+            return false;
+        }
+        text = m_file.substr(at + kPrefix, length);
+        at += kPrefix + length;
+    }
+    m_offset = at;
+    return true;
+}
+
+bool SaysPresent(std::string_view presenceFlag) {
+    if (presenceFlag == "1")
+        return true;
+    return MaybeToLong(presenceFlag).value_or(0) != 0;
+}
+
+CatalogueSummary SummariseCatalogue(std::string_view file) {
+    CatalogueSummary summary;
+    CatalogueReader reader(file);
+    CatalogueStrings strings;
+    std::string_view lastNumber;
+    while (reader.Read(strings)) {
+        if (strings[kFileNameString].empty() ||
+            summary.songs == std::numeric_limits<std::int32_t>::max())
+            continue;
+        ++summary.songs;
+        if (SaysPresent(strings[kPresenceString]))
+            ++summary.presentSongs;
+        lastNumber = strings[kNumberString];
+    }
+    summary.lastNumber = lastNumber;
+    summary.damage = reader.MaybeDamage();
+    return summary;
+}
+
+std::string SalvageCatalogue(std::string_view file) {
+    std::string good;
+    for (std::size_t at = 0; at < file.size();) {
+        CatalogueReader reader(file, at);
+        CatalogueStrings strings;
+        // A record of odd texts counts when what follows it shows that it ends where it should.
+        if (reader.Read(strings) && (IsSurelyARecord(strings) || reader.Offset() == file.size() ||
+                                     IsSurelyARecordAt(file, reader.Offset()))) {
+            if (!strings[kFileNameString].empty())
+                good.append(file.substr(at, reader.Offset() - at));
+            at = reader.Offset();
+        } else {
+            ++at;
+        }
+    }
+    return good;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace tobbin {
+
+// Many texts, each distinct one stored once and known by a number, so that equal texts have equal
+// numbers. The empty text is number 0. Texts stay until the pool is cleared.
+class TextPool {
+ public:
+    TextPool();
+
+    std::uint32_t Add(std::string_view text);
+
+    // Valid until the pool is cleared.
+    std::string_view Text(std::uint32_t id) const { return m_texts[id]; }
+    std::size_t Size() const { return m_texts.size(); }
+    void Clear();
+
+ private:
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t id = 0;  // 0 marks a free slot
+    };
+    std::string_view Store(std::string_view text);
+    void Grow();
+
+    std::vector<std::unique_ptr<char[]>> m_chunks;
+    std::size_t m_chunkLeft = 0;
+    char* m_chunkEnd = nullptr;  // the free part of the last chunk ends here
+    std::vector<std::string_view> m_texts;
+    std::vector<Slot> m_slots;  // a power of two of them, at most half in use
+};
+
+}  // namespace tobbin

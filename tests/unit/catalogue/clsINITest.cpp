@@ -1,0 +1,160 @@
+#include "catalogue/clsINI.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kPath[] = "C:\\T\\Grouping\\System\\TheOrganizer.ini";
+constexpr char kGolden[] =
+    "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\n"
+    "C:\\T\\Grouping\\\r\n"
+    " 1520 \r\n"
+    "C:\\Caf\xE9\\player.exe\r\n"
+    "c:\\new.juk\r\n"
+    "\xEF\xBB\xBF"
+    "c:\\\xCE\xA9.juk\r\n"
+    "c:\\old.juk\r\n"
+    "True\r\n"
+    "False\r\n"
+    "C:\\sea.jpg\r\n";
+
+class Settings : public testing::Test {
+ protected:
+    FakeOutside fake;
+    clsINI settings{fake.outside, "C:\\T\\"};
+
+    void SetUp() override { fake.disk.AddFolder("C:\\T\\Grouping\\System"); }
+    LoadResult Load(const std::string& content) {
+        fake.disk.AddFile(kPath, content);
+        return settings.GetandLoadIniInfo(kPath);
+    }
+    void FillAsGolden() {
+        settings.NumerOfRecordsInTheMain(1520);
+        settings.LocOfWinAmpExe("C:\\Caf\xC3\xA9\\player.exe");
+        settings.LocOfLastSavedJukeBox("c:\\new.juk");
+        settings.LocSecToLastSavedJukeBox("c:\\\xCE\xA9.juk");
+        settings.LocOfThirdToLastSaveJukeBox("c:\\old.juk");
+        settings.IsThereAPicture(true);
+        settings.PictureLocation("C:\\sea.jpg");
+    }
+};
+
+TEST_F(Settings, AreWrittenByteForByteAndReadBack) {
+    FillAsGolden();
+    EXPECT_TRUE(settings.Save(settings.SettingsPath()));
+    EXPECT_EQ(fake.disk.Content(kPath), kGolden);
+
+    clsINI other(fake.outside, "D:\\");
+    other.IsItTiled(true);
+    EXPECT_EQ(other.GetandLoadIniInfo(kPath).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(other.FileContainingTargetDirectories(),
+              "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz");
+    EXPECT_EQ(other.LocOfGroupingDir(), "C:\\T\\Grouping\\");
+    EXPECT_EQ(other.NumerOfRecordsInTheMain(), 1520);
+    EXPECT_EQ(other.LocOfWinAmpExe(), "C:\\Caf\xC3\xA9\\player.exe");
+    EXPECT_EQ(other.LocOfLastSavedJukeBox(), "c:\\new.juk");
+    EXPECT_EQ(other.LocSecToLastSavedJukeBox(), "c:\\\xCE\xA9.juk");
+    EXPECT_EQ(other.LocOfThirdToLastSaveJukeBox(), "c:\\old.juk");
+    EXPECT_TRUE(other.IsThereAPicture());
+    EXPECT_FALSE(other.IsItTiled());
+    EXPECT_EQ(other.PictureLocation(), "C:\\sea.jpg");
+}
+
+TEST_F(Settings, ShortAndLongFilesChangeWhatTheyName) {
+    FillAsGolden();
+    // Any line end, blanks around the values; line 5 moves the older entries down.
+    EXPECT_EQ(Load("  C:\\list \nC:\\data\\\r\n 7\n\r\n c:\\x.juk").outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(settings.FileContainingTargetDirectories(), "C:\\list");
+    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 7);
+    EXPECT_EQ(settings.LocOfWinAmpExe(), "");
+    EXPECT_EQ(settings.LocOfLastSavedJukeBox(), "c:\\x.juk");
+    EXPECT_EQ(settings.LocSecToLastSavedJukeBox(), "c:\\new.juk");
+    EXPECT_EQ(settings.LocOfThirdToLastSaveJukeBox(), "c:\\\xCE\xA9.juk");
+    EXPECT_EQ(settings.PictureLocation(), "C:\\sea.jpg");
+    EXPECT_EQ(Load("a\nb\n1\nC:\\p.exe\n").outcome, LoadOutcome::Loaded);  // of four lines
+    EXPECT_EQ(settings.LocOfLastSavedJukeBox(), "c:\\x.juk");
+    EXPECT_EQ(Load("a\nb\n1\np\nj\nk\nl\n-1\n5\npic\nmore\nx\n").outcome, LoadOutcome::Loaded);
+    EXPECT_TRUE(settings.IsItTiled());
+    EXPECT_EQ(settings.PictureLocation(), "pic");
+}
+
+TEST_F(Settings, NameTheLineThatIsNoNumber) {
+    for (const char* bad : {"many", "", "99999999999", "-1"}) {
+        const LoadResult result = Load(std::string("list\ndata\n") + bad + "\nC:\\p.exe\n");
+        EXPECT_EQ(result.outcome, LoadOutcome::Damaged) << bad;
+        EXPECT_NE(result.message.find("line 3"), std::string::npos);
+        EXPECT_NE(result.message.find(kPath), std::string::npos);
+        EXPECT_EQ(settings.LocOfGroupingDir(), "data");
+        EXPECT_EQ(settings.LocOfWinAmpExe(), "");
+    }
+    EXPECT_NE(Load("a\nb\n1\n\n\n\n\nyes\n").message.find("line 8"), std::string::npos);
+    fake.disk.Lock(kPath);
+    EXPECT_EQ(settings.GetandLoadIniInfo(kPath).outcome, LoadOutcome::Unreadable);
+    fake.disk.Unlock(kPath);
+    fake.disk.Erase(kPath);
+    EXPECT_EQ(settings.GetandLoadIniInfo(kPath).outcome, LoadOutcome::NotThere);
+}
+
+TEST_F(Settings, RecentListMovesDownAndTellsItsListener) {
+    int told = 0;
+    settings.OnRecentListChanged([&told] { ++told; });
+    for (const char* file : {"1", "2", "3", "4", "4"})
+        settings.LocOfLastSavedJukeBox(file);
+    EXPECT_EQ(told, 4);
+    EXPECT_EQ(settings.LocSecToLastSavedJukeBox(), "3");
+    EXPECT_EQ(settings.LocOfThirdToLastSaveJukeBox(), "2");
+    settings.LocOfLastSavedJukeBox("3");  // stays second as well
+    EXPECT_EQ(settings.LocSecToLastSavedJukeBox(), "4");
+    EXPECT_EQ(settings.LocOfThirdToLastSaveJukeBox(), "3");
+    settings.LocSecToLastSavedJukeBox("");
+    settings.LocOfThirdToLastSaveJukeBox("");
+    EXPECT_EQ(told, 7);
+}
+
+TEST_F(Settings, NewFileTakesTheCountFromTheCatalogue) {
+    const auto countWith = [this](const std::string& catalogue) {
+        FillAsGolden();
+        fake.disk.AddFile("C:\\T\\Grouping\\FileLocNames.lmz", catalogue);
+        EXPECT_TRUE(settings.CreateNewIniFile(kPath));
+        return settings.NumerOfRecordsInTheMain();
+    };
+    const std::string sevenEmpty(14, '\0');
+    const auto record = [&](const std::string& name, const std::string& number) {
+        return std::string() + static_cast<char>(name.size()) + '\0' + name +
+               std::string("\3\0C:\\", 5) + static_cast<char>(number.size()) + '\0' + number +
+               std::string("\1\0001\1\0002", 6) + sevenEmpty;
+    };
+    EXPECT_EQ(countWith(record("a.mp3", "12") + record("b.mp3", "875") + record("", "900")), 875);
+    EXPECT_EQ(countWith(record("a.mp3", "12") + record("b.mp3", "875").substr(0, 20)), 12);
+    EXPECT_EQ(countWith(record("a.mp3", "x") + record("b.mp3", "")), 2);
+    EXPECT_EQ(countWith(record("", "900")), 0);
+    EXPECT_EQ(countWith(""), 0);
+    EXPECT_EQ(fake.disk.Content(kPath),
+              "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nC:\\T\\Grouping\\\r\n 0 \r\n"
+              "\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
+}
+
+TEST_F(Settings, AFailedSaveIsToldAndLeavesTheOldFile) {
+    fake.disk.AddFile(kPath, "old");
+    bool saved = false;
+    for (int operation = 1; !saved; ++operation) {
+        fake.statusLine.lines.clear();
+        fake.disk.FailAt(operation, DiskError::DiskFull, true);
+        saved = settings.Save(kPath);
+        EXPECT_EQ(fake.disk.Content(kPath) == "old", !saved) << operation;
+        EXPECT_EQ(fake.disk.FilesIn("C:\\T\\Grouping\\System").size(), 1U);
+        if (!saved) {
+            ASSERT_EQ(fake.statusLine.lines.size(), 1U);
+            EXPECT_EQ(fake.statusLine.lines[0], std::string("The settings \"") + kPath +
+                                                    "\" were not saved: the disk is full.");
+        }
+        ASSERT_LT(operation, 20);
+    }
+    EXPECT_TRUE(fake.statusLine.lines.empty());
+}
+
+}  // namespace
+}  // namespace tobbin
