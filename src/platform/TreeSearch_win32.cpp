@@ -7,7 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "util/Utf.h"
+#include "platform/UniqueHandle_win32.h"
+#include "platform/Wide_win32.h"
 
 namespace tobbin {
 namespace {
@@ -16,15 +17,6 @@ using SearchTreeForFileFunction = BOOL(WINAPI*)(PCWSTR root, PCWSTR fileName, PW
 
 // The longest path there is; some systems write the path they are at into the result as they go.
 constexpr std::size_t kResultUnits = 0x10000;
-
-std::wstring Wide(const std::string& text) {
-    const std::u16string units = Utf8ToUtf16(text);
-    return {units.begin(), units.end()};
-}
-
-std::string Narrow(const std::wstring& text) {
-    return Utf16ToUtf8(std::u16string(text.begin(), text.end()));
-}
 
 SearchTreeForFileFunction MaybeLoadSearch() {
     HMODULE library = LoadLibraryExW(L"dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -37,14 +29,7 @@ SearchTreeForFileFunction MaybeLoadSearch() {
 // Shared with the thread, so that either may end first.
 struct Task {
     std::wstring root, fileName, found;
-    HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    Task() = default;
-    ~Task() {
-        if (done != nullptr)
-            CloseHandle(done);
-    }
-    Task(const Task&) = delete;
-    Task& operator=(const Task&) = delete;
+    UniqueKernelObject done{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
 };
 
 void Run(const Task& task, std::wstring& found) {
@@ -63,33 +48,37 @@ std::optional<std::string> FindBelowWithSystemSearch(const std::string& root,
                                                      const std::string& fileName,
                                                      const std::function<bool()>& keepOn) {
     const auto task = std::make_shared<Task>();
-    if (task->done == nullptr)
+    if (!task->done)
         return std::nullopt;
     task->root = Wide(root);
     task->fileName = Wide(fileName);
     std::thread([task] {
         Run(*task, task->found);
-        SetEvent(task->done);
+        SetEvent(task->done.Get());
     }).detach();
-    while (MsgWaitForMultipleObjects(1, &task->done, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
+    const HANDLE done = task->done.Get();
+    while (MsgWaitForMultipleObjects(1, &done, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
         if (!keepOn())
             return std::nullopt;
     if (task->found.empty())
         return std::nullopt;
-    return Narrow(task->found);
+    return Utf8(task->found);
 }
 
 std::optional<std::string> MaybeSystemShortPath(const std::string& path) {
-    const std::wstring longPath = L"\\\\?\\" + Wide(path);
+    const std::wstring longPath = LongPath(path);
     std::wstring result(GetShortPathNameW(longPath.c_str(), nullptr, 0), L'\0');
     const DWORD length =
         GetShortPathNameW(longPath.c_str(), result.data(), static_cast<DWORD>(result.size()));
     if (length == 0 || length >= result.size())
         return std::nullopt;
     result.resize(length);
-    if (result.starts_with(L"\\\\?\\"))
-        result.erase(0, 4);
-    return Narrow(result);
+    constexpr std::wstring_view kNetwork = LR"(\\?\UNC\)", kLong = LR"(\\?\)";
+    if (result.starts_with(kNetwork))
+        result.replace(0, kNetwork.size(), LR"(\\)");
+    else if (result.starts_with(kLong))
+        result.erase(0, kLong.size());
+    return Utf8(result);
 }
 
 }  // namespace tobbin

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace tobbin {
+
+// The catalogue's record numbers of the songs to play, in their order. One instance serves the
+// whole program; every request to play rebuilds it.
+class PlayList {
+ public:
+    void Assign(std::vector<std::int32_t> records) { m_records = std::move(records); }
+
+    std::int32_t UpperBound() const { return static_cast<std::int32_t>(m_records.size()); }
+
+    // `place` from 1. Raises SubscriptOutOfRangeError outside the list.
+    std::int32_t Song(std::int32_t place) const;
+
+ private:
+    std::vector<std::int32_t> m_records;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/Outside.h"
+#include "player/PlayList.h"
+#include "player/WinAMP_Control.h"
+#include "search/PlayerDiscovery.h"
+
+namespace tobbin {
+
+// A song in the list pane.
+struct ListedSong {
+    std::int32_t recordNumber = 0;
+    bool selected = false;
+};
+
+// What a request to play needs of the main frame.
+class PlayHost {
+ public:
+    virtual ~PlayHost() = default;
+    virtual void EnableFrame(bool enabled) = 0;
+
+    // Calls Playstuff of the open player panel, or opens the panel, whose load plays.
+    virtual void PlayInPanel() = 0;
+
+    // Starts the player's installer, then shows `frmSearching` through the searches behind it.
+    virtual void InstallPlayer() = 0;
+};
+
+// Turns what the person asks to hear into the play list, and hands that to the player panel.
+class PlayRequests {
+ public:
+    PlayRequests(Outside& outside, PlayerLocation& location, PlayerDiscovery& discovery,
+                 WinAMP_Control& control, PlayList& playList, PlayHost& host);
+
+    // `songs` are all items of the list pane in its order. Nothing is played when there is none
+    // (none selected).
+    void PlayAllSongsInFolder(const std::vector<ListedSong>& songs);
+    void PlaySelectedSongs(const std::vector<ListedSong>& songs);
+
+    // Whether the player's place is known. Runs a pending search first, with the frame disabled;
+    // when the place is still not known, offers to install the player.
+    bool PlayerCheck();
+
+    // Whether start-up left the search for the player to the first request.
+    bool IsSearchPending() const { return m_searchPending; }
+    void IsSearchPending(bool pending) { m_searchPending = pending; }
+
+ private:
+    void Play(std::vector<std::int32_t> records);
+
+    Outside& m_outside;
+    PlayerLocation& m_location;
+    PlayerDiscovery& m_discovery;
+    WinAMP_Control& m_control;
+    PlayList& m_playList;
+    PlayHost& m_host;
+    bool m_searchPending = false;
+};
+
+}  // namespace tobbin

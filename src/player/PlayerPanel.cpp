@@ -1,0 +1,304 @@
+#include "player/PlayerPanel.h"
+
+namespace tobbin {
+namespace {
+
+constexpr int kWidthTwips = 4740;
+constexpr int kHeightTwips = 2100;
+constexpr std::int32_t kFirstVolume = 128;
+
+// Milliseconds.
+constexpr std::int64_t kWindowPatience = 10'000;
+constexpr int kWindowInterval = 50;     // between two looks for the window
+constexpr int kQuestionInterval = 500;  // between two questions whether the player answers again
+constexpr std::int64_t kSlice = 25;     // of work before events are let through
+constexpr int kAtOnce = 0;
+
+constexpr char kNoStart[] = "Couldn't start WinAMP";
+constexpr char kNoAnswer[] = "The player doesn't answer";
+constexpr char kPlay[] = "&Play";
+constexpr char kPause[] = "&Pause";
+
+constexpr char kAdvice[] =
+    "Tobbin can't seem to find WinAmp.\n\n"
+    "Here's what you should do:\n\n"
+    "1. IF WinAmp is opened, close it.  When you double click a song, Tobbin will open it.  Always "
+    "open Tobbin first or else it can't find WinAmp. . .      OR\n\n"
+    "2.  IF you think you're getting this error because WinAmp is always trying to connect you "
+    "with the internet (and you don't want that) then close the 'browser' portion of Winamp by "
+    "clicking the 'x' in the right hand corner of the WinAmp browser. . .   OR\n\n"
+    "3. IF you for some reason you moved the WinAmp.exe from where it used to be you might want to "
+    "make Tobbin start over by deleting Tobbin's ini file.  First close Tobbin then delete the ini "
+    "file c:\\Program Files\\Fenwold\\TobbinMP3\\Grouping\\System\\TheOrganizer.ini.  Without this "
+    "file Tobbin will search for WinAmp again. . .   OR\n\n"
+    "4. IF you don't have a copy of WinAmp then go to www.winamp.com and download and install one."
+    "  Tobbin will search for it next time it opens.";
+
+// Keeps a flag set for as long as it lives.
+class Flag {
+ public:
+    explicit Flag(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~Flag() { m_flag = false; }
+    Flag(const Flag&) = delete;
+    Flag& operator=(const Flag&) = delete;
+
+ private:
+    bool& m_flag;
+};
+
+}  // namespace
+
+PlayerPanel::PlayerPanel(Outside& outside, WinAMP_Control& control, const PlayList& playList,
+                         SongPathOf songPathOf, PlayerPanelView& view)
+    : m_outside(outside),
+      m_control(control),
+      m_playList(playList),
+      m_songPathOf(std::move(songPathOf)),
+      m_view(view) {}
+
+void PlayerPanel::Load() {
+    m_view.SetButton(m_buttonCaption, m_buttonEnabled);
+    for (const PlayerBar bar : {PlayerBar::Track, PlayerBar::Volume, PlayerBar::Balance})
+        m_view.SetBar(bar, Bar(bar));
+    StartAndAwaitWindow(Stage::AwaitWindowToLoad);
+}
+
+void PlayerPanel::Playstuff() {
+    // While the panel loads, its own Playstuff is still to come.
+    const bool loading = m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AskVersion ||
+                         m_stage == Stage::SendVolume || m_stage == Stage::SendBalance;
+    if (!loading)
+        StartAndAwaitWindow(Stage::AwaitWindowToPlay);
+}
+
+void PlayerPanel::StartAndAwaitWindow(Stage stage) {
+    m_view.OfferStop(false);
+    if (!m_control.StartPlayer()) {
+        m_stage = Stage::Idle;
+        m_outside.dialogs.Tell(kNoStart);
+        return;
+    }
+    m_deadline = m_outside.clock.Milliseconds() + kWindowPatience;
+    m_stage = stage;
+    Work();
+}
+
+void PlayerPanel::Work() {
+    if (m_working || m_stage == Stage::Idle)
+        return;
+    int wait = kAtOnce;
+    {
+        const Flag working(m_working);
+        const std::int64_t end = m_outside.clock.Milliseconds() + kSlice;
+        do
+            wait = Advance();
+        while (m_stage != Stage::Idle && wait == kAtOnce && m_outside.clock.Milliseconds() < end);
+    }
+    if (m_stage == Stage::AddSongs && m_control.IsAnswering()) {
+        m_view.OfferStop(true);
+        ShowStatus("Adding song " + std::to_string(m_place) + " of " +
+                   std::to_string(m_sending.UpperBound()));
+    }
+    if (m_stage != Stage::Idle)
+        m_view.WorkIn(wait);
+}
+
+int PlayerPanel::Advance() {
+    if (m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AwaitWindowToPlay)
+        return AwaitWindow();
+    if (!m_control.AnswersAgain()) {
+        ShowStatus(kNoAnswer);
+        return kQuestionInterval;
+    }
+    TalkToPlayer();
+    if (m_control.IsAnswering())
+        return kAtOnce;
+    ShowStatus(kNoAnswer);
+    return kQuestionInterval;
+}
+
+int PlayerPanel::AwaitWindow() {
+    if (m_control.FindPlayerWindow()) {
+        m_stage = m_stage == Stage::AwaitWindowToLoad ? Stage::AskVersion : Stage::CheckFirstSong;
+        return kAtOnce;
+    }
+    if (m_outside.clock.Milliseconds() < m_deadline)
+        return kWindowInterval;
+    m_stage = Stage::Idle;
+    m_view.SetTimer(false);  // There is no one left to ask.
+    m_outside.dialogs.Tell(kAdvice);
+    return kAtOnce;
+}
+
+// Does what the stage names and goes on to the next one if the player answered.
+void PlayerPanel::TalkToPlayer() {
+    const auto goOnTo = [this](Stage next) {
+        if (m_control.IsAnswering())
+            m_stage = next;
+        return m_stage == next;
+    };
+    switch (m_stage) {
+        case Stage::AskVersion: {
+            const std::string version = m_control.GetPlayerVersion();
+            if (goOnTo(Stage::SendVolume)) {
+                m_view.SetCaption("WinAMP Version# " + version);
+                m_view.SetOuterSize(kWidthTwips, kHeightTwips);
+            }
+            return;
+        }
+        case Stage::SendVolume:
+            SetBar(PlayerBar::Volume, {0, 255, kFirstVolume});
+            m_control.SetVolume(kFirstVolume);
+            goOnTo(Stage::SendBalance);
+            return;
+        case Stage::SendBalance:
+            SetBar(PlayerBar::Balance, {-127, 127, 0});
+            m_control.SetBalance(0);
+            if (goOnTo(Stage::Idle))
+                StartAndAwaitWindow(Stage::AwaitWindowToPlay);
+            return;
+        case Stage::CheckFirstSong:
+            m_sending = m_playList;
+            m_firstPath = m_sending.UpperBound() > 0 ? PlayablePath(1) : std::string();
+            m_stage = m_firstPath.empty() ? Stage::Idle : Stage::SendStop;
+            return;
+        case Stage::SendStop:
+            m_control.SendPlayerCommand(PlayerCommand::Stop);
+            goOnTo(Stage::SendClear);
+            return;
+        case Stage::SendClear:
+            m_control.ClearPlaylist();
+            goOnTo(Stage::AddFirstSong);
+            return;
+        case Stage::AddFirstSong:
+            m_control.AddFileToPlaylist(m_firstPath);
+            m_stage = Stage::SendPlay;
+            return;
+        case Stage::SendPlay:
+            m_control.SendPlayerCommand(PlayerCommand::Play);
+            goOnTo(Stage::AskLength);
+            return;
+        case Stage::AskLength: {
+            const std::int32_t length = m_control.GetTrackLength();
+            if (goOnTo(Stage::AddSongs)) {
+                SetBar(PlayerBar::Track, {0, static_cast<std::int16_t>(length), 0});
+                m_place = 2;
+            }
+            return;
+        }
+        case Stage::AddSongs:
+            AddSongs();
+            return;
+        default:
+            return;
+    }
+}
+
+void PlayerPanel::AddSongs() {
+    if (m_place > m_sending.UpperBound()) {
+        FinishPlaystuff();
+        return;
+    }
+    const std::string path = PlayablePath(m_place++);
+    if (!path.empty())
+        m_control.AddFileToPlaylist(path);
+}
+
+void PlayerPanel::FinishPlaystuff() {
+    m_stage = Stage::Idle;
+    m_view.OfferStop(false);
+    m_buttonEnabled = true;
+    SetButtonCaption(kPause);
+    m_view.SetTimer(true);
+}
+
+std::string PlayerPanel::PlayablePath(std::int32_t place) {
+    const std::string path = m_songPathOf(m_sending.Song(place));
+    const bool playable =
+        !path.empty() && m_control.FileExists(path) && m_control.MaybePathForPlayer(path);
+    return playable ? path : std::string();
+}
+
+void PlayerPanel::Close() {
+    const bool wasAwaiting =
+        m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AwaitWindowToPlay;
+    m_stage = Stage::Idle;
+    m_view.SetTimer(false);
+    if (wasAwaiting && !m_control.IsWindowKnown())
+        return;
+    m_control.SendPlayerCommand(PlayerCommand::Stop);
+    if (!m_control.IsWindowKnown())
+        return;  // One box says it all.
+    m_control.ClearPlaylist();
+    m_control.SendPlayerCommand(PlayerCommand::Close);
+}
+
+void PlayerPanel::OnPlayPauseClick() {
+    const bool play = m_buttonCaption == kPlay;
+    m_control.SendPlayerCommand(play ? PlayerCommand::Play : PlayerCommand::Pause);
+    SetButtonCaption(play ? kPause : kPlay);
+}
+
+void PlayerPanel::OnTrackScroll() {
+    m_draggingTrack = true;
+}
+
+void PlayerPanel::OnTrackChange(std::int32_t seconds) {
+    Bar(PlayerBar::Track).value = seconds;
+    if (!m_draggingTrack)
+        return;
+    m_control.SetTrackPosition(seconds);
+    m_draggingTrack = false;
+}
+
+void PlayerPanel::OnVolume(std::int32_t level) {
+    Bar(PlayerBar::Volume).value = level;
+    m_control.SetVolume(level);
+}
+
+void PlayerPanel::OnBalance(std::int32_t balance) {
+    Bar(PlayerBar::Balance).value = balance;
+    m_control.SetBalance(balance);
+}
+
+void PlayerPanel::OnStopAdding() {
+    if (m_stage == Stage::AddSongs)
+        FinishPlaystuff();
+}
+
+void PlayerPanel::OnTimer() {
+    if (m_working || IsBusy())
+        return;
+    const Flag working(m_working);
+    if (!m_draggingTrack) {
+        BarState bar = Bar(PlayerBar::Track);
+        const std::int32_t position = m_control.GetTrackPosition();
+        if (position >= bar.minimum && position <= bar.maximum) {
+            bar.value = position;
+            SetBar(PlayerBar::Track, bar);
+        }
+        if (bar.value == bar.maximum)
+            SetButtonCaption(kPlay);
+    }
+    const std::string status = m_control.AnswersAgain() ? m_control.GetPlayerStatus() : "";
+    ShowStatus(m_control.IsAnswering() ? status : kNoAnswer);
+}
+
+void PlayerPanel::SetButtonCaption(const char* caption) {
+    m_buttonCaption = caption;
+    m_view.SetButton(m_buttonCaption, m_buttonEnabled);
+}
+
+void PlayerPanel::SetBar(PlayerBar bar, const BarState& state) {
+    Bar(bar) = state;
+    m_view.SetBar(bar, state);
+}
+
+void PlayerPanel::ShowStatus(const std::string& text) {
+    if (text == m_status)
+        return;
+    m_status = text;
+    m_view.SetStatus(text);
+}
+
+}  // namespace tobbin

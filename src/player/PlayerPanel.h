@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "platform/Outside.h"
+#include "player/PlayerPanelView.h"
+#include "player/PlayList.h"
+#include "player/WinAMP_Control.h"
+
+namespace tobbin {
+
+// The player panel `frmMainWinamp`: starts the external player, sends it the play list, then shows
+// and steers what it does.
+//
+// Starting and sending goes in small steps, so that the program's windows stay alive while the
+// player's window is awaited, while thousands of songs are added and while the player hangs: Work
+// does some and asks the view to call it again.
+class PlayerPanel {
+ public:
+    // The full path of a catalogue record's song; empty when it has none.
+    using SongPathOf = std::function<std::string(std::int32_t record)>;
+
+    PlayerPanel(Outside& outside, WinAMP_Control& control, const PlayList& playList,
+                SongPathOf songPathOf, PlayerPanelView& view);
+
+    // Starts the player, shows its version, sets volume and balance, then plays. Called once, when
+    // the window is there.
+    void Load();
+
+    // Sends the play list as it is now and starts playing. If the first song's file is missing
+    // nothing happens at all; further ones that are missing are passed over.
+    void Playstuff();
+
+    // Stops and closes the player. Called once, before the window goes.
+    void Close();
+
+    void Work();
+
+    // What the person does. A scroll is a drag of the thumb; a change is its end or any other move.
+    void OnPlayPauseClick();
+    void OnTrackScroll();
+    void OnTrackChange(std::int32_t seconds);
+    void OnVolume(std::int32_t level);  // scroll and change alike
+    void OnBalance(std::int32_t balance);
+    void OnStopAdding();  // keeps what was sent so far
+    void OnTimer();
+
+    bool IsBusy() const { return m_stage != Stage::Idle; }
+
+ private:
+    // What is to be done next. All from AskVersion on need the player's answers; each is done
+    // again when the answer didn't come in time, but for a song, which might be added twice.
+    enum class Stage {
+        Idle,
+        AwaitWindowToLoad,
+        AwaitWindowToPlay,
+        AskVersion,
+        SendVolume,
+        SendBalance,
+        CheckFirstSong,
+        SendStop,
+        SendClear,
+        AddFirstSong,
+        SendPlay,
+        AskLength,
+        AddSongs,
+    };
+
+    void StartAndAwaitWindow(Stage stage);
+    int Advance();  // milliseconds to wait before the next step
+    int AwaitWindow();
+    void TalkToPlayer();
+    void AddSongs();
+    void FinishPlaystuff();
+    std::string PlayablePath(std::int32_t place);
+    void SetButtonCaption(const char* caption);
+    void SetBar(PlayerBar bar, const BarState& state);
+    void ShowStatus(const std::string& text);
+    BarState& Bar(PlayerBar bar) { return m_bars[static_cast<int>(bar)]; }
+
+    Outside& m_outside;
+    WinAMP_Control& m_control;
+    const PlayList& m_playList;
+    SongPathOf m_songPathOf;
+    PlayerPanelView& m_view;
+
+    Stage m_stage = Stage::Idle;
+    bool m_working = false;       // inside Work or OnTimer, perhaps below a message box
+    std::int64_t m_deadline = 0;  // for the player's window
+    PlayList m_sending;           // the play list as it was when Playstuff began
+    std::int32_t m_place = 0;     // of the next song to add, from 1
+    std::string m_firstPath;
+
+    bool m_draggingTrack = false;
+    std::string m_buttonCaption = "&Play";
+    bool m_buttonEnabled = false;
+    std::string m_status;
+    BarState m_bars[3] = {{0, 0, 0}, {0, 255, 128}, {-127, 127, 0}};
+};
+
+}  // namespace tobbin

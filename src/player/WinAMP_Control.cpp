@@ -1,0 +1,171 @@
+#include "player/WinAMP_Control.h"
+
+#include <cstdio>
+
+namespace tobbin {
+namespace {
+
+constexpr std::uint32_t kNull = 0x000;  // does nothing, but has to be answered
+constexpr std::uint32_t kCommand = 0x111;
+constexpr std::uint32_t kUser = 0x400;
+
+// The operation codes behind kUser.
+constexpr std::int32_t kVersion = 0;
+constexpr std::int32_t kClearPlaylist = 101;
+constexpr std::int32_t kStatus = 104;
+constexpr std::int32_t kPositionOrLength = 105;
+constexpr std::int32_t kSeek = 106;
+constexpr std::int32_t kVolume = 122;
+constexpr std::int32_t kBalance = 123;
+
+constexpr std::uint32_t kAddFile = 100;  // the identifier of the data record
+
+// Milliseconds. A player at work on a slow disk gets the first; one that is known not to answer is
+// asked for a moment only, again and again.
+constexpr int kMessageLimit = 400;
+constexpr int kQuestionLimit = 40;
+
+}  // namespace
+
+bool WinAMP_Control::FindPlayerWindow() {
+    const PlayerWindow::Handle found = m_outside.player.Find();
+    if (found != m_window)
+        m_answering = true;
+    m_window = found;
+    return m_window != 0;
+}
+
+bool WinAMP_Control::StartPlayer() {
+    return !m_programPath.empty() &&
+           m_outside.programs.Start(m_programPath, "", ShowProgram::MinimisedInactive);
+}
+
+bool WinAMP_Control::WindowOrBox() {
+    if (m_window == 0) {
+        m_outside.dialogs.Tell(
+            "You have to first play a song to use this function.  Try selecting some songs you "
+            "wish to play and hitting 'Enter'",
+            BoxIcon::Stop, "First Play a Song");
+    }
+    return m_window != 0;
+}
+
+void WinAMP_Control::Note(const PlayerReply& reply) {
+    const bool answering = reply.outcome != PlayerReply::Outcome::TimedOut;
+    if (m_answering && !answering)
+        m_outside.statusLine.Say("The player doesn't answer. Nothing is sent to it until it does.");
+    m_answering = answering;
+}
+
+bool WinAMP_Control::AnswersAgain() {
+    if (!m_answering)
+        Note(m_outside.player.Send(m_window, kNull, 0, 0, kQuestionLimit));
+    return m_answering;
+}
+
+std::int32_t WinAMP_Control::Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
+                                  Empty empty) {
+    const std::int32_t noReply = empty == Empty::MinusOne ? -1 : 0;
+    if (!AnswersAgain())
+        return noReply;
+    const PlayerReply reply =
+        m_outside.player.Send(m_window, message, wParam, lParam, kMessageLimit);
+    Note(reply);
+    return m_answering ? reply.value : noReply;
+}
+
+void WinAMP_Control::SendPlayerCommand(PlayerCommand command) {
+    if (WindowOrBox())
+        Send(kCommand, static_cast<std::int32_t>(command), 0);
+}
+
+void WinAMP_Control::ClearPlaylist() {
+    if (WindowOrBox())
+        Send(kUser, 0, kClearPlaylist);
+}
+
+std::optional<std::string> WinAMP_Control::MaybePathForPlayer(const std::string& path) const {
+    if (auto bytes = m_outside.text.MaybeToAnsi(path))
+        return bytes;
+    const auto shortPath = m_outside.disk.MaybeShortPath(path);
+    return shortPath ? m_outside.text.MaybeToAnsi(*shortPath) : std::nullopt;
+}
+
+void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
+    auto bytes = MaybePathForPlayer(path);
+    if (m_window == 0 || !bytes || !AnswersAgain())
+        return;
+    bytes->push_back('\0');
+    const PlayerReply reply = m_outside.player.SendData(m_window, kAddFile, *bytes, kMessageLimit);
+    Note(reply);
+    m_lastAddResult = reply.value;
+}
+
+std::string WinAMP_Control::GetPlayerStatus() {
+    if (!WindowOrBox())
+        return {};
+    const std::int32_t reply = Send(kUser, 0, kStatus);
+    if (!m_answering)
+        return {};
+    return reply == 1 ? "PLAYING" : reply == 3 ? "PAUSED" : "STOPPED";
+}
+
+std::int32_t WinAMP_Control::GetTrackPosition() {
+    if (!WindowOrBox())
+        return 0;
+    const std::int32_t milliseconds = Send(kUser, 0, kPositionOrLength, Empty::MinusOne);
+    return milliseconds == -1 ? -1 : milliseconds / 1000;
+}
+
+std::int32_t WinAMP_Control::GetTrackLength() {
+    return WindowOrBox() ? Send(kUser, 1, kPositionOrLength, Empty::MinusOne) : 0;
+}
+
+void WinAMP_Control::SetTrackPosition(std::int32_t seconds) {
+    if (!WindowOrBox() || seconds < 0 || seconds > GetTrackLength())
+        return;
+    // The player takes 32 bits, whatever they stand for.
+    Send(kUser, static_cast<std::int32_t>(static_cast<std::int64_t>(seconds) * 1000), kSeek);
+}
+
+void WinAMP_Control::SetVolume(std::int32_t level) {
+    if (WindowOrBox() && level >= 0 && level <= 255)
+        Send(kUser, level, kVolume);
+}
+
+void WinAMP_Control::SetBalance(std::int32_t balance) {
+    if (WindowOrBox() && balance >= -127 && balance <= 127)
+        Send(kUser, balance < 0 ? balance + 255 : balance, kBalance);
+}
+
+std::string WinAMP_Control::GetPlayerVersion() {
+    if (!WindowOrBox())
+        return {};
+    char digits[9];
+    const auto reply = static_cast<std::uint32_t>(Send(kUser, 0, kVersion));
+    const int count = std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(reply));
+    if (count <= 3)
+        return "UNKNOWN";
+    // The third digit is left out, as the player's own version texts have none for it.
+    return std::string{digits[0], '.', digits[1]} + (digits + 3);
+}
+
+bool WinAMP_Control::FileExists(const std::string& path) {
+    PathInfo info;
+    const DiskStatus status = m_outside.disk.Stat(path, info);
+    switch (status.Error()) {
+        case DiskError::None:
+            return info.kind == PathKind::File;
+        case DiskError::NotFound:
+        case DiskError::NotReady:
+            return false;
+        default:
+            break;
+    }
+    m_outside.dialogs.Tell("Error Number: " + std::to_string(status.SystemCode()) + "  " +
+                               DiskStatus(status.Error()).Reason() + "\n\n" + path,
+                           BoxIcon::None, "Error");
+    return false;
+}
+
+}  // namespace tobbin

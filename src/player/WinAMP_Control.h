@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// The commands of SendPlayerCommand.
+enum class PlayerCommand : std::int32_t {
+    Close = 40001,
+    PreviousTrack = 40044,
+    Play = 40045,
+    Pause = 40046,
+    Stop = 40047,
+    NextTrack = 40048,
+    StopAfterTrack = 40157,
+};
+
+// The external player, as one small operation for each message to its main window. One instance
+// serves the whole program.
+//
+// With no known window, every operation but FindPlayerWindow, StartPlayer and AddFileToPlaylist
+// sends nothing, shows the "First Play a Song" box and returns its empty value. A window that is
+// gone is not noticed: what is sent to it has no effect and its replies are 0.
+//
+// No operation waits for long. After one that the player did not answer in time nothing more is
+// sent until a cheap question gets an answer again; meanwhile the operations return at once.
+class WinAMP_Control {
+ public:
+    explicit WinAMP_Control(Outside& outside) : m_outside(outside) {}
+
+    // The player program's full path; empty when no player is known.
+    const std::string& PlayerProgramPath() const { return m_programPath; }
+    void PlayerProgramPath(std::string path) { m_programPath = std::move(path); }
+
+    // Looks for the player's window and keeps it; forgets the one known before.
+    bool FindPlayerWindow();
+    bool IsWindowKnown() const { return m_window != 0; }
+
+    // Starts the player minimised and does not wait for its window. False without a program path
+    // or when it can't be started.
+    bool StartPlayer();
+
+    void SendPlayerCommand(PlayerCommand command);
+    void ClearPlaylist();
+
+    // The bytes by which the player is told of a file: its path in the ANSI code page or, where
+    // that can't hold it, its short path. Nothing when it has neither.
+    std::optional<std::string> MaybePathForPlayer(const std::string& path) const;
+
+    // Adds a file that has a path for the player.
+    void AddFileToPlaylist(const std::string& path);
+    std::int32_t LastAddResult() const { return m_lastAddResult; }
+
+    // "PLAYING", "PAUSED" or "STOPPED"; empty when the player didn't answer.
+    std::string GetPlayerStatus();
+    // Seconds; -1 when the player has none to tell or didn't answer.
+    std::int32_t GetTrackPosition();
+    std::int32_t GetTrackLength();
+    // Such as "2.01"; "UNKNOWN" for a reply that is no version.
+    std::string GetPlayerVersion();
+
+    // These pass over a value out of range: 0 to the track's length, 0 to 255, -127 to 127.
+    void SetTrackPosition(std::int32_t seconds);
+    void SetVolume(std::int32_t level);
+    void SetBalance(std::int32_t balance);
+
+    // Whether the file exists. A failure other than a file, path or device that is not there shows
+    // a box and counts as missing.
+    bool FileExists(const std::string& path);
+
+    // Whether the last message was answered in time.
+    bool IsAnswering() const { return m_answering; }
+    // Whether the player answers now; asks it when it didn't before.
+    bool AnswersAgain();
+
+ private:
+    enum class Empty { Zero, MinusOne };  // what stands for a reply that didn't come in time
+
+    bool WindowOrBox();
+    std::int32_t Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
+                      Empty empty = Empty::Zero);
+    void Note(const PlayerReply& reply);
+
+    Outside& m_outside;
+    std::string m_programPath;
+    PlayerWindow::Handle m_window = 0;
+    std::int32_t m_lastAddResult = 0;
+    bool m_answering = true;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,72 @@
+#include "search/PlayerDiscovery.h"
+
+#include <optional>
+
+#include "search/SongSearch.h"
+
+namespace tobbin {
+namespace {
+
+constexpr int kYieldsAfterADrive = 2000;
+
+// Passes the wish to stop on, but not the texts.
+class SilentProgress : public Progress {
+ public:
+    explicit SilentProgress(const Progress& progress) : m_progress(progress) {}
+    bool StopRequested() const override { return m_progress.StopRequested(); }
+
+ private:
+    const Progress& m_progress;
+};
+
+}  // namespace
+
+PlayerDiscovery::Outcome PlayerDiscovery::Search(Progress& progress) {
+    const auto keepOn = [&] {
+        m_outside.events.LetEventsThrough();
+        return !progress.StopRequested();
+    };
+    for (const std::string& root : m_outside.drives.Roots()) {
+        progress.Show("Looking for WinAmp in " + root);
+        std::optional<std::string> found;
+        if (IsHardDrive(m_outside, root))
+            found = m_outside.drives.MaybeFindBelow(root, "winamp.exe", keepOn);
+        if (found && !found->empty()) {
+            progress.Show("Found WinAmp!!");
+            m_location.OnPlayerFound(m_outside.text.ToLower(*found));
+            return Outcome::Found;
+        }
+        for (int i = 0; i < kYieldsAfterADrive; ++i)
+            m_outside.events.LetEventsThrough();
+        if (progress.StopRequested())
+            return Outcome::Stopped;
+    }
+    return Outcome::NotFound;
+}
+
+bool PlayerDiscovery::RunInstaller(const std::string& applicationFolder) {
+    const std::string installer = applicationFolder + "winamp265_lite.exe";
+    const bool isThere = FileExists(m_outside.disk, installer);
+    if (isThere && m_outside.programs.Start(installer, "", ShowProgram::Normal))
+        return true;
+    m_outside.dialogs.Tell(
+        "The player's installer can't be started:\n\n" + installer + "\n\n" +
+            (isThere ? "The system refused to run it. Try to start it yourself."
+                     : "It does not exist. Put it there, or install the player yourself; Tobbin "
+                       "will search for it next time it opens."),
+        BoxIcon::Warning);
+    return false;
+}
+
+void PlayerDiscovery::SearchWithProgressWindow(SearchingWindow& window,
+                                               const std::function<void()>& addNewSongs) {
+    window.Open();
+    window.Show("Searching for Winamp  . . . ");
+    SilentProgress silent(window);
+    Search(silent);
+    window.Show("Searching to add new songs  . . . ");
+    addNewSongs();
+    window.Close();
+}
+
+}  // namespace tobbin

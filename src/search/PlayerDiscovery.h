@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Where the player program's place is kept.
+class PlayerLocation {
+ public:
+    virtual ~PlayerLocation() = default;
+    virtual std::string PlayerPath() const = 0;  // full path; empty when not known
+
+    // Stores the path for good.
+    virtual void OnPlayerFound(const std::string& path) = 0;
+};
+
+// The small progress window `frmSearching`. Showing a text in it repaints it.
+class SearchingWindow : public Progress {
+ public:
+    virtual void Open() = 0;
+    virtual void Close() = 0;
+};
+
+// Finds the external player's program on the hard drives and runs its installer.
+class PlayerDiscovery {
+ public:
+    PlayerDiscovery(Outside& outside, PlayerLocation& location)
+        : m_outside(outside), m_location(location) {}
+
+    enum class Outcome { Found, NotFound, Stopped };
+
+    // Looks through the hard drives up to the first that holds the player, whose path is stored in
+    // lower case. The texts go to the progress window, which can also stop the search.
+    Outcome Search(Progress& progress);
+
+    // Starts the installer that lies in the application folder (which ends in "\"), and goes on at
+    // once. When it can't be started, a box gives its full name and the reason.
+    bool RunInstaller(const std::string& applicationFolder);
+
+    // Shows the window while the player is searched for and new songs are added.
+    void SearchWithProgressWindow(SearchingWindow& window,
+                                  const std::function<void()>& addNewSongs);
+
+ private:
+    Outside& m_outside;
+    PlayerLocation& m_location;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,283 @@
+#include "player/PlayerPanel.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+using Log = std::vector<std::string>;
+
+class FakePanelView : public PlayerPanelView {
+ public:
+    std::string caption, button, status;
+    bool buttonEnabled = false, stopOffered = false, timer = false;
+    int width = 0, height = 0;
+    std::map<PlayerBar, BarState> bars;
+    std::optional<int> workIn;
+    void SetCaption(const std::string& text) override { caption = text; }
+    void SetOuterSize(int widthTwips, int heightTwips) override {
+        width = widthTwips;
+        height = heightTwips;
+    }
+    void SetButton(const std::string& text, bool enabled) override {
+        button = text;
+        buttonEnabled = enabled;
+    }
+    void SetStatus(const std::string& text) override { status = text; }
+    void SetBar(PlayerBar bar, const BarState& state) override { bars[bar] = state; }
+    void OfferStop(bool offered) override { stopOffered = offered; }
+    void SetTimer(bool enabled) override { timer = enabled; }
+    void WorkIn(int milliseconds) override { workIn = milliseconds; }
+};
+
+class Panel : public testing::Test {
+ protected:
+    Panel() {
+        control.PlayerProgramPath("c:\\winamp.exe");
+        for (int record = 1; record <= 10; ++record)
+            fake.disk.AddFile(PathOf(record));
+    }
+    static std::string PathOf(int record) { return "C:\\M\\" + std::to_string(record) + ".mp3"; }
+    Log TakeLog() { return std::exchange(fake.player.log, {}); }
+
+    // One turn of the message loop. Returns whether there was work.
+    bool Turn() {
+        const auto wait = std::exchange(view.workIn, std::nullopt);
+        if (!wait)
+            return false;
+        fake.clock.milliseconds += *wait;
+        panel.Work();
+        return true;
+    }
+    void RunToTheEnd() {
+        for (int turns = 0; Turn(); ++turns)
+            ASSERT_LT(turns, 10'000);
+    }
+    void Play(std::vector<std::int32_t> records) {
+        playList.Assign(std::move(records));
+        panel.Playstuff();
+        RunToTheEnd();
+    }
+    void LoadAndPlay(std::vector<std::int32_t> records) {
+        playList.Assign(std::move(records));
+        panel.Load();
+        RunToTheEnd();
+        TakeLog();
+    }
+
+    FakeOutside fake;
+    WinAMP_Control control{fake.outside};
+    PlayList playList;
+    FakePanelView view;
+    PlayerPanel panel{fake.outside, control, playList,
+                      [](std::int32_t record) { return record == 99 ? "" : PathOf(record); }, view};
+};
+
+TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
+    playList.Assign({3, 7, 5});
+    panel.Load();
+    RunToTheEnd();
+    EXPECT_EQ(TakeLog(), (Log{"1024 0 0", "1024 128 122", "1024 0 123", "273 40047 0", "1024 0 101",
+                              "copy 100 C:\\M\\3.mp3|", "273 40045 0", "1024 1 105",
+                              "copy 100 C:\\M\\7.mp3|", "copy 100 C:\\M\\5.mp3|"}));
+    EXPECT_EQ(view.caption, "WinAMP Version# 2.01");
+    EXPECT_EQ(view.width, 4740);
+    EXPECT_EQ(view.height, 2100);
+    EXPECT_EQ(view.bars[PlayerBar::Volume], (BarState{0, 255, 128}));
+    EXPECT_EQ(view.bars[PlayerBar::Balance], (BarState{-127, 127, 0}));
+    EXPECT_EQ(view.bars[PlayerBar::Track], (BarState{0, 180, 0}));
+    EXPECT_EQ(view.button, "&Pause");
+    EXPECT_TRUE(view.buttonEnabled);
+    EXPECT_TRUE(view.timer);
+    EXPECT_FALSE(view.stopOffered);
+    EXPECT_EQ(fake.programs.started.size(), 2U);  // by the load and by Playstuff
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(Panel, TheFirstSongDecidesAndLaterMissingOnesAreSkipped) {
+    LoadAndPlay({1});
+    Play({11, 1, 2});
+    Play({99, 1});
+    Play({});
+    EXPECT_TRUE(fake.player.log.empty());
+    fake.disk.AddFile("C:\\M\\12.mp3");
+    Play({2, 11, 99, 4});
+    EXPECT_EQ(TakeLog(), (Log{"273 40047 0", "1024 0 101", "copy 100 C:\\M\\2.mp3|", "273 40045 0",
+                              "1024 1 105", "copy 100 C:\\M\\4.mp3|"}));
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(Panel, WaitsForALatePlayerButNotForever) {
+    fake.player.findsBeforeItOpens = 20;
+    playList.Assign({1});
+    panel.Load();
+    EXPECT_TRUE(panel.IsBusy());
+    panel.Playstuff();  // A second request meanwhile: the load's own Playstuff serves it.
+    RunToTheEnd();
+    EXPECT_EQ(fake.player.log.front(), "1024 0 0");
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+
+    fake.player.isOpen = false;
+    const std::int64_t start = fake.clock.milliseconds;
+    Play({1});
+    EXPECT_GE(fake.clock.milliseconds - start, 10'000);
+    EXPECT_LT(fake.clock.milliseconds - start, 11'000);
+    EXPECT_FALSE(view.timer);
+    ASSERT_EQ(fake.dialogs.boxes.size(), 1U);
+    const std::string& advice = fake.dialogs.boxes[0].text;
+    EXPECT_TRUE(
+        advice.starts_with("Tobbin can't seem to find WinAmp.\n\nHere's what you should "
+                           "do:\n\n1. IF WinAmp is opened, close it.  When"));
+    for (const char* part :
+         {"find WinAmp. . .      OR\n\n2.  IF you", "WinAmp browser. . .   OR\n\n3. IF you",
+          "for WinAmp again. . .   OR\n\n4. IF you don't have a copy of WinAmp then go to ",
+          " and download and install one.  Tobbin will search for it next time it opens."})
+        EXPECT_NE(advice.find(part), std::string::npos) << part;
+}
+
+TEST_F(Panel, SaysThatThePlayerCouldNotBeStarted) {
+    control.PlayerProgramPath("");
+    playList.Assign({1});
+    panel.Load();
+    Play({1});
+    ASSERT_EQ(fake.dialogs.boxes.size(), 2U);
+    EXPECT_EQ(fake.dialogs.boxes[1].text, "Couldn't start WinAMP");
+    EXPECT_TRUE(fake.player.limits.empty());
+    panel.Close();
+    ASSERT_EQ(fake.dialogs.boxes.size(), 3U);
+    EXPECT_EQ(fake.dialogs.boxes[2].title, "First Play a Song");
+}
+
+TEST_F(Panel, TheButtonTogglesByItsCaption) {
+    LoadAndPlay({1});
+    panel.OnPlayPauseClick();
+    EXPECT_EQ(view.button, "&Play");
+    panel.OnPlayPauseClick();
+    EXPECT_EQ(view.button, "&Pause");
+    EXPECT_EQ(TakeLog(), (Log{"273 40046 0", "273 40045 0"}));
+}
+
+TEST_F(Panel, TheTimerFollowsThePlayer) {
+    LoadAndPlay({1});
+    fake.player.positionMilliseconds = 42'999;
+    fake.player.status = 3;
+    panel.OnTimer();
+    EXPECT_EQ(view.bars[PlayerBar::Track].value, 42);
+    EXPECT_EQ(view.status, "PAUSED");
+    fake.player.positionMilliseconds = 181'000;  // beyond the first song's length
+    panel.OnTimer();
+    EXPECT_EQ(view.bars[PlayerBar::Track].value, 42);
+    EXPECT_EQ(view.button, "&Pause");
+    fake.player.positionMilliseconds = 180'000;
+    fake.player.status = 1;
+    panel.OnTimer();
+    EXPECT_EQ(view.bars[PlayerBar::Track].value, 180);
+    EXPECT_EQ(view.button, "&Play");
+    EXPECT_EQ(view.status, "PLAYING");
+    for (const std::string& line : TakeLog())
+        EXPECT_TRUE(line == "1024 0 105" || line == "1024 0 104") << line;
+}
+
+TEST_F(Panel, ADragSeeksOnceAtItsEnd) {
+    LoadAndPlay({1});
+    panel.OnTrackScroll();
+    panel.OnTrackScroll();
+    panel.OnTimer();  // leaves the bar to the person
+    EXPECT_EQ(TakeLog(), (Log{"1024 0 104"}));
+    panel.OnTrackChange(30);
+    EXPECT_EQ(TakeLog(), (Log{"1024 1 105", "1024 30000 106"}));
+    panel.OnTrackChange(31);
+    EXPECT_TRUE(fake.player.log.empty());
+    panel.OnVolume(200);
+    panel.OnBalance(-1);
+    EXPECT_EQ(TakeLog(), (Log{"1024 200 122", "1024 254 123"}));
+}
+
+TEST_F(Panel, AddingThousandsShowsProgressAndCanBeStopped) {
+    playList.Assign(std::vector<std::int32_t>(10'000, 1));
+    panel.Load();
+    while (!view.stopOffered)
+        ASSERT_TRUE(Turn());
+    EXPECT_TRUE(view.status.starts_with("Adding song ")) << view.status;
+    EXPECT_TRUE(view.status.ends_with(" of 10000")) << view.status;
+    const std::size_t sent = fake.player.log.size();
+    EXPECT_LT(sent, 200U);
+    panel.OnStopAdding();
+    RunToTheEnd();
+    EXPECT_EQ(fake.player.log.size(), sent);
+    EXPECT_FALSE(view.stopOffered);
+    EXPECT_TRUE(view.timer);
+    EXPECT_EQ(view.button, "&Pause");
+}
+
+// Whichever message the player hangs at: it is told so, nothing is sent until it answers, and then
+// every further song gets to it, none twice.
+TEST_F(Panel, GoesOnWhenThePlayerAnswersAgain) {
+    for (int hangsAt = 0; hangsAt < 10; ++hangsAt) {
+        SCOPED_TRACE(hangsAt);
+        FakeOutside outside;
+        outside.disk = fake.disk;
+        WinAMP_Control link(outside.outside);
+        link.PlayerProgramPath("c:\\winamp.exe");
+        PlayList songs;
+        songs.Assign({1, 2, 3});
+        FakePanelView window;
+        PlayerPanel hung(outside.outside, link, songs, PathOf, window);
+        outside.player.hangsAfter = hangsAt;
+        hung.Load();
+        for (int turn = 0; turn < 5; ++turn) {
+            EXPECT_EQ(window.status, "The player doesn't answer");
+            EXPECT_GE(window.workIn.value_or(0), 500);
+            hung.Work();
+        }
+        outside.player.hangs = false;
+        for (int turn = 0; hung.IsBusy(); ++turn) {
+            ASSERT_LT(turn, 10);
+            hung.Work();
+        }
+        std::string all;
+        for (const std::string& line : outside.player.log)
+            all += line == "0 0 0" ? "" : line + "\n";
+        const std::string whole[] = {"1024 0 0\n",
+                                     "1024 128 122\n",
+                                     "1024 0 123\n",
+                                     "273 40047 0\n",
+                                     "1024 0 101\n",
+                                     "copy 100 C:\\M\\1.mp3|\n",
+                                     "273 40045 0\n",
+                                     "1024 1 105\n",
+                                     "copy 100 C:\\M\\2.mp3|\n",
+                                     "copy 100 C:\\M\\3.mp3|\n"};
+        std::string expected;
+        for (int line = 0; line < 10; ++line)
+            if (line != hangsAt || !whole[line].starts_with("copy"))
+                expected += whole[line];
+        EXPECT_EQ(all, expected);
+        EXPECT_TRUE(window.timer);
+    }
+}
+
+TEST_F(Panel, TheTimerTellsOfAPlayerThatHangs) {
+    LoadAndPlay({1});
+    fake.player.hangs = true;
+    panel.OnTimer();
+    panel.OnTimer();
+    EXPECT_EQ(view.status, "The player doesn't answer");
+    EXPECT_EQ(view.bars[PlayerBar::Track].value, 0);
+    fake.player.hangs = false;
+    panel.OnTimer();
+    EXPECT_EQ(view.status, "PLAYING");
+}
+
+TEST_F(Panel, ClosingStopsAndClosesThePlayer) {
+    LoadAndPlay({1});
+    panel.Close();
+    EXPECT_EQ(TakeLog(), (Log{"273 40047 0", "1024 0 101", "273 40001 0"}));
+    EXPECT_FALSE(view.timer);
+    EXPECT_FALSE(panel.IsBusy());
+}
+
+}  // namespace
+}  // namespace tobbin
