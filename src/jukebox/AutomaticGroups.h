@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "catalogue/clsMain.h"
+#include "catalogue/TextPool.h"
 #include "jukebox/Jukebox.h"
 #include "platform/Outside.h"
 
@@ -14,12 +16,12 @@ namespace tobbin {
 // with the catalogue's songs that their "All Songs" does not hold yet, by the songs' ID3v1 tags.
 class AutomaticGroups {
  public:
-    AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes,
-                    Progress& progress);
+    AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes);
 
     // `mode` 1 leaves "New" alone. When `catalogueLoaded` is false the catalogue is loaded first.
     // `caption` picks the jukeboxes with exactly that caption; empty picks all. Every picked one is
-    // marked as changed, even if nothing is added.
+    // marked as changed, even if nothing is added. Lets events through while tags are read; a
+    // jukebox that is closed meanwhile is left out.
     void BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded, const std::string& caption);
 
     // For each catalogue record, at its number from 1: whether it is present and not in the folder.
@@ -38,20 +40,25 @@ class AutomaticGroups {
     static void CleanBrackets(std::string& text);
 
  private:
-    void Fill(Jukebox& jukebox, bool fillNew);
+    // What the groups want to know of a song's tag; texts are numbers in a pool.
+    struct Tag {
+        std::uint32_t artist = 0;
+        std::uint32_t year = 0;
+        std::int16_t genre = 0;
+    };
+    // The tags that one run has read, by catalogue record, so that several jukeboxes share them.
+    struct TagsRead {
+        TextPool texts;
+        std::unordered_map<std::int32_t, Tag> byRecord;
+    };
+
+    bool IsOpen(const Jukebox& jukebox) const;
+    void ReadTags(const std::vector<bool>& selection, TagsRead& tags);
+    void Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags);
 
     Outside& m_outside;
     clsMain& m_catalogue;
     OpenJukeboxes& m_jukeboxes;
-    Progress& m_progress;
 };
-
-// The caption by which the unsaved sample jukebox is known.
-inline constexpr char kSampleCaption[] =
-    "Jukebox One  (sample Jukebox you can use as a starting point)";
-
-// Builds the sample jukebox of a first run in an empty one: columns, folders, automatic groups,
-// caption.
-void BuildInitialJukebox(Jukebox& jukebox, AutomaticGroups& groups, Progress& progress);
 
 }  // namespace tobbin

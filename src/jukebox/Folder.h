@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tobbin {
+
+// One song in a folder: a reference to a catalogue record, never a copy of the song. Twelve bytes,
+// so that half a million of them are no burden.
+struct SongItem {
+    std::uint32_t nameId = 0;       // its text, see Jukebox::TextOf
+    std::int32_t recordNumber = 0;  // the catalogue record's own number, from 1
+    std::int8_t image = 0;          // the rank when the item was made or last ranked, 2 to 7
+    std::int8_t selectedImage = 0;
+    bool operator==(const SongItem&) const = default;
+};
+
+// One folder of the tree, with its child folders and its ordered songs. Owned by its parent; made
+// and changed through Jukebox only, so that every change is signalled.
+class Folder {
+ public:
+    Folder() = default;
+    ~Folder();  // not recursive, so any depth is safe
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    const std::string& Text() const { return m_text; }
+    Folder* Parent() const;                        // null for a top-level folder
+    int Level() const;                             // 0 for a top-level folder
+    std::size_t Index() const { return m_index; }  // among its siblings, from 0
+    std::size_t ChildCount() const { return m_children.size(); }
+    Folder& Child(std::size_t index) const { return *m_children[index]; }  // from 0
+    const std::vector<SongItem>& Songs() const { return m_songs; }
+    int Image() const { return m_image; }
+    int SelectedImage() const { return m_selectedImage; }
+
+    // The first child with exactly this text; null when there is none.
+    Folder* MaybeChild(std::string_view text) const;
+
+ private:
+    friend class Jukebox;
+    std::string m_text;
+    Folder* m_parent = nullptr;  // null for the invisible root only
+    std::size_t m_index = 0;
+    std::vector<std::unique_ptr<Folder>> m_children;
+    std::vector<SongItem> m_songs;
+    int m_image = 1;
+    int m_selectedImage = 0;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "jukebox/Folder.h"
+
+namespace tobbin {
+
+// Hears of each change after it was made; does nothing by default. A null folder stands for the
+// (invisible) root.
+class JukeboxListener {
+ public:
+    virtual ~JukeboxListener() = default;
+    virtual void OnFolderAdded(Folder& /*folder*/) {}
+    virtual void OnFolderRemoving(Folder& /*folder*/) {}  // still in the tree
+    virtual void OnFolderTextChanged(Folder& /*folder*/) {}
+    virtual void OnChildrenReordered(Folder* /*parent*/) {}
+    virtual void OnSongsChanged(Folder& /*folder*/) {}
+    virtual void OnColumnsChanged() {}
+    virtual void OnCaptionChanged() {}
+    virtual void OnDirtyChanged() {}
+};
+
+}  // namespace tobbin

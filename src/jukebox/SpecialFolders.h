@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "jukebox/Folder.h"
+
+namespace tobbin {
+
+// The folders that the program fills are known by their texts alone, compared exactly.
+inline constexpr char kAllSongs[] = "All Songs";
+inline constexpr char kNew[] = "New";
+inline constexpr char kDecades[] = "Decades";
+inline constexpr char kGenre[] = "Genre";
+inline constexpr char kArtist[] = "Artist";
+inline constexpr char kYear[] = "Year";
+
+// "20's" to "90's", then "00's": in the order in which the sample jukebox makes them.
+const std::vector<std::string>& DecadeTexts();
+
+// Whether this is one of the six above at the top level, or a decade directly under a top-level
+// "Decades".
+bool IsSpecialFolder(const Folder& folder);
+
+}  // namespace tobbin

@@ -1,0 +1,24 @@
+#include "shell/Application.h"
+
+#include <utility>
+
+namespace tobbin {
+
+Application::Application(Outside& outside, ProgramFolders folders)
+    : m_outside(outside),
+      m_folders(std::move(folders)),
+      m_settings(outside, m_folders.application),
+      m_sorter(outside.text),
+      m_catalogue(outside, m_settings, m_sorter, m_longWork),
+      m_groups(outside, m_catalogue, *this),
+      m_windows(outside.text) {}
+
+Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
+    return *m_jukeboxes.emplace_back(std::move(jukebox));
+}
+
+void Application::RemoveJukebox(Jukebox& jukebox) {
+    std::erase_if(m_jukeboxes, [&](const auto& open) { return open.get() == &jukebox; });
+}
+
+}  // namespace tobbin

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "catalogue/clsINI.h"
+#include "catalogue/clsMain.h"
+#include "jukebox/AutomaticGroups.h"
+#include "jukebox/Jukebox.h"
+#include "platform/Outside.h"
+#include "platform/ProgressRelay.h"
+#include "shell/LoadedWindows.h"
+#include "util/SortCity.h"
+
+namespace tobbin {
+
+// Where the program lies and where the system does. Both end in "\".
+struct ProgramFolders {
+    std::string application;
+    std::string system;
+};
+
+// The objects that live as long as the program. The program's main creates the one instance and
+// hands it, or parts of it, down by reference.
+class Application : public OpenJukeboxes {
+ public:
+    Application(Outside& outside, ProgramFolders folders);
+
+    Outside& TheOutside() { return m_outside; }
+    const ProgramFolders& Folders() const { return m_folders; }
+    // The data folder beside the program; ends in "\".
+    std::string DataFolder() const { return m_folders.application + "Grouping\\"; }
+    std::string HelpFile() const { return m_folders.application + "quhelp.hlp"; }
+
+    clsINI& Settings() { return m_settings; }
+    SortCity& Sorter() { return m_sorter; }
+    clsMain& Catalogue() { return m_catalogue; }
+    AutomaticGroups& Groups() { return m_groups; }
+    ProgressRelay& LongWork() { return m_longWork; }
+    LoadedWindows& Windows() { return m_windows; }
+
+    // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
+    Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
+    void RemoveJukebox(Jukebox& jukebox);
+    std::size_t Count() const override { return m_jukeboxes.size(); }
+    Jukebox& At(std::size_t index) const override { return *m_jukeboxes[index]; }
+
+ private:
+    Outside& m_outside;
+    ProgramFolders m_folders;
+    ProgressRelay m_longWork;
+    clsINI m_settings;
+    SortCity m_sorter;
+    clsMain m_catalogue;
+    AutomaticGroups m_groups;
+    LoadedWindows m_windows;
+    std::vector<std::unique_ptr<Jukebox>> m_jukeboxes;
+};
+
+}  // namespace tobbin

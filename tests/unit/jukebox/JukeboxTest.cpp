@@ -1,0 +1,157 @@
+#include "jukebox/Jukebox.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <string>
+#include <vector>
+
+#include "jukebox/SpecialFolders.h"
+
+namespace tobbin {
+namespace {
+
+std::string TreeInOrder(const Jukebox& jukebox) {
+    std::string tree;
+    for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder))
+        tree += std::to_string(folder->Level()) + folder->Text() + " ";
+    return tree;
+}
+
+// Writes down every signal, and what the tree says at that moment.
+class Recorder : public JukeboxListener {
+ public:
+    explicit Recorder(Jukebox& jukebox) : m_jukebox(jukebox) { jukebox.AddListener(*this); }
+    std::vector<std::string> heard;
+
+    void OnFolderAdded(Folder& folder) override { heard.push_back("added " + folder.Text()); }
+    void OnFolderRemoving(Folder& folder) override {
+        const bool stillThere = m_jukebox.MaybeFind(folder.Text()) == &folder;
+        heard.push_back("removing " + folder.Text() + (stillThere ? "" : " too late"));
+    }
+    void OnFolderTextChanged(Folder& folder) override { heard.push_back("text " + folder.Text()); }
+    void OnChildrenReordered(Folder* parent) override {
+        heard.push_back("reordered " + (parent != nullptr ? parent->Text() : "root"));
+    }
+    void OnSongsChanged(Folder& folder) override {
+        heard.push_back("songs " + std::to_string(folder.Songs().size()));
+    }
+    void OnColumnsChanged() override { heard.push_back("columns"); }
+    void OnCaptionChanged() override { heard.push_back("caption " + m_jukebox.DaCaption()); }
+    void OnDirtyChanged() override { heard.push_back(m_jukebox.IsFormDirty() ? "dirty" : "clean"); }
+
+ private:
+    Jukebox& m_jukebox;
+};
+
+TEST(Jukebox, KeepsFoldersInOrderThroughEveryChange) {
+    Jukebox jukebox;
+    Folder& a = jukebox.AddChild(nullptr, "a");
+    Folder& b = jukebox.AddChild(nullptr, "b");
+    Folder& a1 = jukebox.AddChild(&a, "a1");
+    jukebox.AddChild(&a1, "deep");
+    jukebox.AddChild(&a, "a2");
+    jukebox.AddChild(&b, "b1");
+    EXPECT_EQ(TreeInOrder(jukebox), "0a 1a1 2deep 1a2 0b 1b1 ");
+    jukebox.ReorderChildren(nullptr, {1, 0});
+    EXPECT_EQ(TreeInOrder(jukebox), "0b 1b1 0a 1a1 2deep 1a2 ");
+    jukebox.Remove(a1);
+    EXPECT_EQ(TreeInOrder(jukebox), "0b 1b1 0a 1a2 ");
+    EXPECT_EQ(jukebox.FolderCount(), 4U);
+    EXPECT_EQ(a.Index(), 1U);
+    EXPECT_EQ(a.Parent(), nullptr);
+    EXPECT_EQ(a.Image(), 1);
+    EXPECT_EQ(a.SelectedImage(), 0);
+}
+
+TEST(Jukebox, FindsTheTopLevelFolderFirstAndTextsExactly) {
+    Jukebox jukebox;
+    Folder& mood = jukebox.AddChild(nullptr, "By Mood");
+    Folder& lower = jukebox.AddChild(&mood, "Year");
+    EXPECT_EQ(jukebox.MaybeFind("Year"), &lower);
+    Folder& top = jukebox.AddChild(nullptr, "Year");
+    EXPECT_EQ(jukebox.MaybeFind("Year"), &top);
+    EXPECT_EQ(jukebox.MaybeFind("year"), nullptr);
+    EXPECT_EQ(mood.MaybeChild("Year"), &lower);
+    EXPECT_TRUE(IsSpecialFolder(top));
+    EXPECT_FALSE(IsSpecialFolder(lower));
+    Folder& decades = jukebox.AddChild(nullptr, "Decades");
+    EXPECT_TRUE(IsSpecialFolder(jukebox.AddChild(&decades, "00's")));
+    EXPECT_FALSE(IsSpecialFolder(jukebox.AddChild(&decades, "10's")));
+    EXPECT_FALSE(IsSpecialFolder(jukebox.AddChild(&mood, "00's")));
+}
+
+TEST(Jukebox, TellsEachChangeOnceAndBecomesDirty) {
+    Jukebox jukebox;
+    Recorder recorder(jukebox);
+    jukebox.DaCaption("MIX");
+    jukebox.AddColumn("Key");
+    EXPECT_FALSE(jukebox.IsFormDirty());
+    Folder& a = jukebox.AddChild(nullptr, "a");
+    jukebox.SetText(a, "b");
+    const SongItem item = jukebox.MakeItem("one.mp3", 7, 2);
+    jukebox.AppendSongs(a, {item, item});
+    jukebox.AppendSongs(a, {});
+    jukebox.IsFormDirty(false);
+    jukebox.SetSongs(a, {item});
+    jukebox.Remove(a);
+    EXPECT_EQ(recorder.heard,
+              (std::vector<std::string>{"caption MIX", "columns", "added a", "dirty", "text b",
+                                        "songs 2", "clean", "songs 1", "dirty", "removing b"}));
+    EXPECT_EQ(jukebox.TextOf(item), "one.mp3");
+    EXPECT_EQ(item.recordNumber, 7);
+}
+
+TEST(Jukebox, AListenerMayRemoveAnotherWhileItIsTold) {
+    struct Remover : JukeboxListener {
+        Jukebox* jukebox = nullptr;
+        JukeboxListener* other = nullptr;
+        void OnFolderAdded(Folder&) override { jukebox->RemoveListener(*other); }
+    };
+    Jukebox jukebox;
+    Remover remover;
+    jukebox.AddListener(remover);
+    Recorder recorder(jukebox);
+    remover.jukebox = &jukebox;
+    remover.other = &recorder;
+    jukebox.AddChild(nullptr, "a");
+    EXPECT_TRUE(recorder.heard.empty());
+}
+
+TEST(Jukebox, AnyDepthIsSafe) {
+    constexpr int kDepth = 100'000;
+    Jukebox jukebox;
+    Folder* folder = nullptr;
+    for (int i = 0; i < kDepth; ++i)
+        folder = &jukebox.AddChild(folder, "f");
+    EXPECT_EQ(folder->Level(), kDepth - 1);
+    std::size_t seen = 0;
+    for (Folder* f = jukebox.Next(nullptr); f != nullptr; f = jukebox.Next(f))
+        ++seen;
+    EXPECT_EQ(seen, static_cast<std::size_t>(kDepth));
+    jukebox.Remove(jukebox.Root(0).Child(0));
+    EXPECT_EQ(jukebox.FolderCount(), 1U);
+    for (int i = 0; i < kDepth; ++i)
+        folder = &jukebox.AddChild(i == 0 ? nullptr : folder, "f");
+}
+
+TEST(Jukebox, HalfAMillionItemsTakeLessThan64Megabytes) {
+    const auto bytesInUse = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    const std::size_t before = bytesInUse();
+    if (before == 0)
+        GTEST_SKIP() << "this build's allocator does not count";
+    Jukebox jukebox;
+    Folder& all = jukebox.AddChild(nullptr, "All Songs");
+    std::vector<SongItem> items;
+    for (int i = 1; i <= 500'000; ++i)
+        items.push_back(
+            jukebox.MakeItem("A song of a common length " + std::to_string(i) + ".mp3", i, 2));
+    jukebox.SetSongs(all, std::move(items));
+    EXPECT_LT(bytesInUse() - before, 64U * 1024 * 1024);
+}
+
+}  // namespace
+}  // namespace tobbin
