@@ -1,0 +1,37 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/UniqueHandle_win32.h"
+#include "platform/WindowBase_win32.h"
+#include "search/PlayerDiscovery.h"
+
+namespace tobbin {
+
+// The small window `frmSearching`: one line of text and a button that stops the search. While it is
+// open its owner takes no input.
+class SearchingPopup : public SearchingWindow, private WindowBase {
+ public:
+    static constexpr wchar_t kClassName[] = L"frmSearching";
+    enum Control : int { lblSearching = 101, cmdStop };
+
+    explicit SearchingPopup(HWND owner) : m_owner(owner) {}
+    ~SearchingPopup() override { Close(); }
+
+    void Open() override;
+    void Close() override;
+    void Show(const std::string& text) override;
+    bool StopRequested() const override { return m_stop; }
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+    void OnCreate();
+
+    HWND m_owner;
+    UniqueFont m_font;
+    bool m_stop = false;
+};
+
+}  // namespace tobbin
