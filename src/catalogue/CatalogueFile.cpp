@@ -98,6 +98,7 @@ CatalogueSummary SummariseCatalogue(std::string_view file) {
     }
     summary.lastNumber = lastNumber;
     summary.damage = reader.MaybeDamage();
+    summary.end = reader.Offset();
     return summary;
 }
 
@@ -116,6 +117,10 @@ std::string SalvageCatalogue(std::string_view file) {
             ++at;
         }
     }
+    // Records of texts too odd to be told from chance are read from the front only.
+    const CatalogueSummary front = SummariseCatalogue(file);
+    if (front.songs > SummariseCatalogue(good).songs)
+        good.assign(file.substr(0, front.end));
     return good;
 }
 

@@ -64,6 +64,7 @@ struct CatalogueSummary {
     std::int32_t songs = 0;         // records with a file name
     std::int32_t presentSongs = 0;  // those of them whose presence flag is not 0
     std::string lastNumber;         // the number cell of the last record with a file name, as bytes
+    std::size_t end = 0;            // behind the last good record, in bytes
     std::optional<CatalogueDamage> damage;
 };
 CatalogueSummary SummariseCatalogue(std::string_view file);
@@ -71,7 +72,7 @@ CatalogueSummary SummariseCatalogue(std::string_view file);
 // Whether a presence flag says that the song's file is there: it is a number other than 0.
 bool SaysPresent(std::string_view presenceFlag);
 
-// The bytes of a catalogue file that holds every record of a damaged one that can still be told:
+// The bytes of a whole catalogue file with every record of a damaged one that can still be told:
 // those before the damage and, beyond it, every run of bytes that can only be a record.
 std::string SalvageCatalogue(std::string_view file);
 

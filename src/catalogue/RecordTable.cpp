@@ -53,6 +53,14 @@ std::string RecordTable::TextOf(CellId id) const {
     return (id & kNumberBit) != 0 ? std::to_string(id & ~kNumberBit) : std::string(m_pool.Text(id));
 }
 
+std::string_view RecordTable::ViewOf(CellId id, std::array<char, 10>& digits) const {
+    if ((id & kNumberBit) == 0)
+        return m_pool.Text(id);
+    const char* const end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), id & ~kNumberBit).ptr;
+    return {digits.data(), end};
+}
+
 RecordTable::CellId RecordTable::Id(std::int32_t field, std::int32_t record) const {
     CheckField(field);
     if (record < 1 || record > m_size)

@@ -46,6 +46,9 @@ class RecordTable : public SortableTable {
     CellId IdOf(std::string_view text);
     std::string TextOf(CellId id) const;
 
+    // TextOf without a copy where there is one to look at; `digits` holds a number's text.
+    std::string_view ViewOf(CellId id, std::array<char, 10>& digits) const;
+
     // Removes every record whose cell in this field is empty; the others keep their order.
     void RemoveRecordsWithEmpty(std::int32_t field);
 

@@ -14,7 +14,9 @@ namespace {
 
 // How a number or a Boolean stands in the file: a blank in the place of a sign, a blank behind.
 std::string NumberLine(std::int32_t value) {
-    return (value < 0 ? "" : " ") + std::to_string(value) + " ";
+    std::string line(value < 0 ? "" : " ");
+    line += std::to_string(value);
+    return line + " ";
 }
 const char* BooleanLine(bool value) {
     return value ? "True" : "False";

@@ -34,8 +34,13 @@ class clsMain : public SongSink {
     void CheckToSeeIfFilesAreMissingAndMakeFalse();
 
     // Appends the songs of the listed song folders that are not in the catalogue yet; with no
-    // catalogue, searches every hard drive. Returns whether all of it succeeded.
+    // catalogue (the settings count no record), searches every hard drive. A lost list is made anew
+    // from the catalogue. Returns whether all of it succeeded.
     bool AddAnyAdditionalMp3FromTheNormalDirectories();
+
+    // Appends the songs of every hard drive, then drops duplicates, renumbers, saves, loads again
+    // and writes the list of song folders. A search that was stopped keeps what it found.
+    bool SearchHardDrives();
 
     // Keeps one present record for each file name (case counts), the one with the smallest number,
     // renumbers and saves. Cleared records stay.
@@ -68,11 +73,12 @@ class clsMain : public SongSink {
 
     // Reads the catalogue file into a table of as many records as the settings say. False when the
     // file is missing, damaged or holds more records; what could be read is in the table, and
-    // LastLoad says more.
+    // LastLoad says more. A file that was not read to its end is never lost by a later Save: that
+    // keeps a copy of it aside, and refuses to write over one that could not be read at all.
     bool LoadMain();
     const LoadResult& LastLoad() const { return m_lastLoad; }
 
-    bool Mp3MainHasSomeMembers() const { return m_dimensioned; }
+    bool Mp3MainHasSomeMembers() const { return UBoundOfMp3Array() > 0; }
 
     // Saves the catalogue and writes the list of song folders, each folder once, in ascending
     // order.
@@ -87,18 +93,35 @@ class clsMain : public SongSink {
 
     std::string CataloguePath() const;
 
+    // Makes the copy FileLocNames.bak of the catalogue file, as CatalogueBackup describes. The
+    // passes above call it themselves before they clear or drop a record of the file; without the
+    // copy they leave those records alone.
+    bool KeepBackup();
+
     // SongSink: appends a record with rank "2".
     std::int32_t OnSongFound(const std::string& folder, const std::string& name) override;
 
  private:
+    // How the table stands to the catalogue file.
+    enum class FileState {
+        Unknown,     // the file, if there is one, may hold what the table doesn't
+        InTable,     // the table was loaded from the whole file, or saved
+        Unreadable,  // the file is there and could not be read
+    };
+    LoadResult ReadRecords(const std::string& file);
+    bool MakeFile(std::string& file);
+    bool SayNotSaved(const std::string& why);
+    std::int32_t NumberOrLargest(std::int32_t record) const;
+
     Outside& m_outside;
     clsINI& m_settings;
     SortCity& m_sorter;
     Progress& m_progress;
     RecordTable m_table;
-    bool m_dimensioned = false;
     bool m_dirty = false;
     LoadResult m_lastLoad;
+    FileState m_fileState = FileState::Unknown;
+    std::int32_t m_recordsInFile = 0;  // as last loaded or saved
 };
 
 }  // namespace tobbin

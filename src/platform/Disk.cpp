@@ -14,6 +14,22 @@ DiskStatus WriteNewFile(Disk& disk, const std::string& path, std::string_view by
     return file->Close();
 }
 
+// The first name that is free of those under which a damaged file is kept.
+DiskStatus FindFreeName(Disk& disk, const std::string& path, std::string& keptAs) {
+    const std::size_t dot = path.rfind('.');
+    const std::size_t name = path.rfind('\\') + 1;
+    const bool hasExtension = dot != std::string::npos && dot >= name;
+    const std::string stem = hasExtension ? path.substr(0, dot) : path;
+    for (int number = 1;; ++number) {
+        keptAs = stem + ".bad" + (number > 1 ? std::to_string(number) : "");
+        PathInfo info;
+        if (DiskStatus status = disk.Stat(keptAs, info); !status.Ok())
+            return status;
+        if (info.kind == PathKind::Nothing)
+            return {};
+    }
+}
+
 }  // namespace
 
 std::string DiskStatus::Reason() const {
@@ -75,19 +91,26 @@ DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view b
     return status;
 }
 
+DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes) {
+    PathInfo info;
+    std::string old;
+    if (disk.Stat(path, info).Ok() && info.kind == PathKind::File && info.size == bytes.size() &&
+        ReadWholeFile(disk, path, old).Ok() && old == bytes)
+        return {};
+    return SaveWholeFile(disk, path, bytes);
+}
+
 DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string& keptAs) {
-    const std::size_t dot = path.rfind('.');
-    const std::size_t name = path.rfind('\\') + 1;
-    const bool hasExtension = dot != std::string::npos && dot >= name;
-    const std::string stem = hasExtension ? path.substr(0, dot) : path;
-    for (int number = 1;; ++number) {
-        keptAs = stem + ".bad" + (number > 1 ? std::to_string(number) : "");
-        PathInfo info;
-        if (DiskStatus status = disk.Stat(keptAs, info); !status.Ok())
-            return status;
-        if (info.kind == PathKind::Nothing)
-            return disk.Replace(path, keptAs);
-    }
+    DiskStatus status = FindFreeName(disk, path, keptAs);
+    return status.Ok() ? disk.Replace(path, keptAs) : status;
+}
+
+DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::string& keptAs) {
+    DiskStatus status = FindFreeName(disk, path, keptAs);
+    std::string bytes;
+    if (status.Ok())
+        status = ReadWholeFile(disk, path, bytes);
+    return status.Ok() ? SaveWholeFile(disk, keptAs, bytes) : status;
 }
 
 }  // namespace tobbin

@@ -132,8 +132,14 @@ DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes
 // the whole new one. On an error the old file is as it was and the new one is removed.
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes);
 
+// SaveWholeFile, but leaves a file alone that holds just these bytes already.
+DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes);
+
 // Renames a file that could not be understood to a name beside it that is free: the path with its
 // extension replaced by ".bad", then ".bad2", ".bad3" and so on. Returns that name in `keptAs`.
 DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string& keptAs);
+
+// The same with a copy, for a file that is about to be replaced.
+DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::string& keptAs);
 
 }  // namespace tobbin

@@ -82,6 +82,21 @@ std::string FileNameOfPath(std::string_view path) {
     return std::string(path.substr(path.rfind('\\') + 1));
 }
 
+std::string RootOfPath(std::string_view path) {
+    if (path.starts_with("\\\\")) {
+        const std::size_t server = path.find('\\', 2);
+        const std::size_t share =
+            server == std::string_view::npos ? server : path.find('\\', server + 1);
+        if (server == 2 || share == std::string_view::npos || share == server + 1)
+            return {};
+        return std::string(path.substr(0, share + 1));
+    }
+    const char letter = path.empty() ? '\0' : AsciiLower(path.front());
+    if (letter < 'a' || letter > 'z' || !path.substr(1).starts_with(":\\"))
+        return {};
+    return {static_cast<char>(letter - 'a' + 'A'), ':', '\\'};
+}
+
 std::string FolderWithSeparator(std::string_view folder) {
     std::string result(folder);
     if (!result.ends_with('\\'))

@@ -32,6 +32,10 @@ std::string FolderOfPath(std::string_view path);
 // The part of a path behind its last "\".
 std::string FileNameOfPath(std::string_view path);
 
+// The drive or network share that a full path begins with: "C:\" (the letter as a capital) or
+// "\\server\share\". Empty for a text that begins with neither and so is no full path.
+std::string RootOfPath(std::string_view path);
+
 // The folder with a "\" appended when it does not end in one.
 std::string FolderWithSeparator(std::string_view folder);
 

@@ -85,6 +85,10 @@ unsigned FakeDrives::Type(const std::string& root) {
 }
 
 bool FakeDrives::IsReachable(const std::string& root) {
+    if (unplugAfter >= 0 && --unplugAfter < 0) {
+        unplugAfter = 0;
+        return false;
+    }
     return Type(root) != 1 &&
            std::find(unreachable.begin(), unreachable.end(), root) == unreachable.end();
 }

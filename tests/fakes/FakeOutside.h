@@ -26,6 +26,7 @@ class FakeDrives : public Drives {
  public:
     std::vector<std::pair<std::string, unsigned>> drives{{"C:\\", 3U}};
     std::vector<std::string> unreachable;
+    int unplugAfter = -1;  // every drive is away once it was found reachable that many times
 
     std::vector<std::string> Roots() override;
     unsigned Type(const std::string& root) override;

@@ -1,0 +1,108 @@
+#include "catalogue/CatalogueRepair.h"
+
+#include "catalogue/CatalogueBackup.h"
+#include "catalogue/CatalogueFile.h"
+
+namespace tobbin {
+namespace {
+
+class CatalogueRepair {
+ public:
+    CatalogueRepair(Outside& outside, clsINI& settings, clsMain& catalogue)
+        : m_outside(outside),
+          m_settings(settings),
+          m_catalogue(catalogue),
+          m_path(catalogue.CataloguePath()) {}
+
+    CatalogueStart Load() {
+        const bool expectsSongs = m_settings.NumerOfRecordsInTheMain() > 0;
+        if (expectsSongs && m_catalogue.LoadMain() && LastRecordIsInUse())
+            return {CatalogueFinding::Loaded, "", ""};
+        // Something doesn't agree, so the file itself is looked at.
+        std::string file;
+        if (const DiskStatus status = ReadWholeFile(m_outside.disk, m_path, file); !status.Ok()) {
+            if (status.Error() == DiskError::NotFound)
+                return WithoutSongs(expectsSongs, "is not there any more");
+            return Unreadable();
+        }
+        const CatalogueSummary summary = SummariseCatalogue(file);
+        if (summary.damage)
+            return Damaged(file, summary);
+        if (summary.songs == 0)
+            return WithoutSongs(expectsSongs, "holds no songs any more");
+        return LoadWithCount(summary.songs) ? CatalogueStart{CatalogueFinding::Loaded, "", ""}
+                                            : Unreadable();
+    }
+
+ private:
+    bool LastRecordIsInUse() const {
+        const std::int32_t last = m_catalogue.UBoundOfMp3Array();
+        return !m_catalogue.Mp3Info(clsMain::kFileName, last).empty();
+    }
+
+    // Takes the count over and loads again; saves the settings when that went well.
+    bool LoadWithCount(std::int32_t count) {
+        m_settings.NumerOfRecordsInTheMain(count);
+        const bool loaded = m_catalogue.LoadMain();
+        if (loaded)
+            m_settings.Save(m_settings.SettingsPath());
+        return loaded;
+    }
+
+    CatalogueStart WithoutSongs(bool expectsSongs, const std::string& what) {
+        m_settings.NumerOfRecordsInTheMain(0);
+        m_catalogue.LoadMain();  // Empties the table.
+        if (!expectsSongs)
+            return {};
+        std::string message = Sentence(what);
+        PathInfo backup;
+        const std::string backupPath = CatalogueBackup(m_outside, m_path).Path();
+        if (m_outside.disk.Stat(backupPath, backup).Ok() && backup.kind == PathKind::File)
+            message += "  An earlier copy of it is kept as \"" + backupPath + "\".";
+        return {CatalogueFinding::Gone, message, ""};
+    }
+
+    CatalogueStart Unreadable() {
+        m_catalogue.LoadMain();
+        return {CatalogueFinding::Unreadable, m_catalogue.LastLoad().message, ""};
+    }
+
+    CatalogueStart Damaged(const std::string& file, const CatalogueSummary& summary) {
+        const std::string good = SalvageCatalogue(file);
+        const std::int32_t songs = SummariseCatalogue(good).songs;
+        CatalogueStart start{CatalogueFinding::Damaged, Sentence("is " + summary.damage->Words()),
+                             ""};
+        std::string keptAs;
+        DiskStatus status = songs == 0 ? KeepDamagedFileAside(m_outside.disk, m_path, keptAs)
+                                       : KeepCopyAside(m_outside.disk, m_path, keptAs);
+        if (status.Ok()) {
+            start.keptAs = keptAs;
+            start.message += "  It is kept as \"" + keptAs + "\".";
+            if (songs > 0)
+                status = SaveWholeFile(m_outside.disk, m_path, good);
+        }
+        if (!status.Ok())
+            start.message += "  It could not be mended: " + status.Reason() + ".";
+        const std::int32_t loadable = status.Ok() ? songs : summary.songs;
+        start.message += "  Songs that could be read: " + std::to_string(loadable) + ".";
+        LoadWithCount(loadable);
+        return start;
+    }
+
+    std::string Sentence(const std::string& what) const {
+        return "The song catalogue \"" + m_path + "\" " + what + ".";
+    }
+
+    Outside& m_outside;
+    clsINI& m_settings;
+    clsMain& m_catalogue;
+    std::string m_path;
+};
+
+}  // namespace
+
+CatalogueStart LoadCatalogueAtStart(Outside& outside, clsINI& settings, clsMain& catalogue) {
+    return CatalogueRepair(outside, settings, catalogue).Load();
+}
+
+}  // namespace tobbin

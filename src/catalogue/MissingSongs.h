@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "catalogue/RecordTable.h"
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Finds out which songs of the catalogue have lost their file. A drive or network share that can't
+// be reached says nothing of its songs: they are no answer either way.
+class MissingSongs {
+ public:
+    MissingSongs(Outside& outside, const RecordTable& table);
+
+    // The records, ascending, that are not marked as present or whose file is gone, but for those
+    // on a drive that can't be reached. Each folder is listed once, and the system is asked for a
+    // single file only when the listing does not name it. Lets events through.
+    std::vector<std::int32_t> Find();
+
+ private:
+    struct Song {
+        RecordTable::CellId folder;
+        std::int32_t record;
+    };
+    void JudgeFolder(const std::string& folder, const Song* first, const Song* last);
+    bool IsGone(const std::string& path);
+    bool IsReachable(const std::string& root);
+    bool WasReachable(const std::string& root);
+
+    Outside& m_outside;
+    const RecordTable& m_table;
+    std::vector<std::int32_t> m_missing;
+    std::unordered_map<std::string, bool> m_reachable;  // by root, as first found
+};
+
+}  // namespace tobbin

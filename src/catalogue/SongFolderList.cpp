@@ -1,0 +1,45 @@
+#include "catalogue/SongFolderList.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "catalogue/clsMain.h"
+#include "util/DataText.h"
+#include "util/Text.h"
+
+namespace tobbin {
+
+DiskStatus WriteSongFolderList(Outside& outside, const std::string& path,
+                               const RecordTable& table) {
+    std::unordered_set<RecordTable::CellId> ids;
+    for (std::int32_t record = 1; record <= table.Size(); ++record)
+        ids.insert(table.Id(clsMain::kFolder, record));
+    std::vector<std::pair<std::string, std::string>> folders;  // the lower-cased text first
+    for (const RecordTable::CellId id : ids) {
+        std::string folder = table.TextOf(id);
+        if (!folder.empty())
+            folders.emplace_back(outside.text.ToLower(folder), folder);
+    }
+    std::sort(folders.begin(), folders.end());
+    std::string bytes;
+    for (const auto& [lowered, folder] : folders)
+        bytes += EncodeDataText(outside.text, folder) + "\r\n";
+    return SaveWholeFileIfChanged(outside.disk, path, bytes);
+}
+
+DiskStatus ReadSongFolderList(Outside& outside, const std::string& path,
+                              std::vector<std::string>& folders) {
+    folders.clear();
+    std::string bytes;
+    const DiskStatus status = ReadWholeFile(outside.disk, path, bytes);
+    for (const std::string_view line : SplitLines(bytes)) {
+        const std::string text = DecodeDataText(outside.text, TrimBlanks(line));
+        const std::string folder = FolderWithSeparator(TrimBlanks(text));
+        if (!RootOfPath(folder).empty())
+            folders.push_back(folder);
+    }
+    return status;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "catalogue/RecordTable.h"
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// The file LocOfMainTargetFiles.lmz: the folders of the catalogue's songs, one a line (see
+// docs/song-folder-list.md).
+
+// Writes every distinct folder of the table once, in ascending order of the lower-cased texts.
+DiskStatus WriteSongFolderList(Outside& outside, const std::string& path, const RecordTable& table);
+
+// The folders of the list that are full paths, each ending in "\". Other lines, such as the "0" of
+// songs that are gone, name no folder.
+DiskStatus ReadSongFolderList(Outside& outside, const std::string& path,
+                              std::vector<std::string>& folders);
+
+}  // namespace tobbin

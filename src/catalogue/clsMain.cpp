@@ -1,0 +1,326 @@
+#include "catalogue/clsMain.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <unordered_map>
+#include <utility>
+
+#include "catalogue/CatalogueBackup.h"
+#include "catalogue/CatalogueFile.h"
+#include "catalogue/MissingSongs.h"
+#include "catalogue/SongFolderList.h"
+#include "util/DataText.h"
+#include "util/Errors.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+// The field of each string of the file's record.
+constexpr std::array<int, kCatalogueStringCount> kFieldOfString = {clsMain::kFileName,
+                                                                   clsMain::kFolder,
+                                                                   clsMain::kNumber,
+                                                                   clsMain::kPresence,
+                                                                   clsMain::kRank,
+                                                                   6,
+                                                                   7,
+                                                                   8,
+                                                                   9,
+                                                                   10,
+                                                                   11,
+                                                                   12};
+
+constexpr std::int32_t kWorstRank = 2;
+constexpr std::int32_t kBestRank = 7;
+
+}  // namespace
+
+clsMain::clsMain(Outside& outside, clsINI& settings, SortCity& sorter, Progress& progress)
+    : m_outside(outside), m_settings(settings), m_sorter(sorter), m_progress(progress) {}
+
+std::string clsMain::CataloguePath() const {
+    return m_settings.LocOfGroupingDir() + "FileLocNames.lmz";
+}
+
+std::string clsMain::Mp3Info(int field, std::int32_t record) const {
+    return m_table.Text(field, record);
+}
+
+void clsMain::Mp3Info(int field, std::int32_t record, std::string_view text) {
+    if (m_table.Set(field, record, text))
+        m_dirty = true;
+}
+
+std::int32_t clsMain::UBoundOfMp3Array() const {
+    return m_table.Size();
+}
+
+std::string clsMain::SongPath(std::int32_t record) const {
+    return m_table.Text(kFolder, record) + m_table.Text(kFileName, record);
+}
+
+bool clsMain::IsPresent(std::int32_t record) const {
+    return m_table.MaybeNumber(kPresence, record).value_or(0) != 0;
+}
+
+std::int32_t clsMain::Rank(std::int32_t record) const {
+    return std::clamp(m_table.MaybeNumber(kRank, record).value_or(kWorstRank), kWorstRank,
+                      kBestRank);
+}
+
+std::int32_t clsMain::OnSongFound(const std::string& folder, const std::string& name) {
+    const std::int32_t record = UBoundOfMp3Array() + 1;
+    Mp3Info(kFolder, record, folder);
+    Mp3Info(kFileName, record, name);
+    Mp3Info(kPresence, record, "1");
+    Mp3Info(kNumber, record, std::to_string(record));
+    Mp3Info(kRank, record, std::to_string(kWorstRank));
+    return record;
+}
+
+bool clsMain::Save() {
+    if (m_fileState == FileState::Unreadable)
+        return SayNotSaved("the one on the disk could not be read and would be lost");
+    std::string file;
+    if (!MakeFile(file))
+        return false;
+    PathInfo old;
+    if (m_fileState == FileState::Unknown &&
+        (!m_outside.disk.Stat(CataloguePath(), old).Ok() || old.size > 0)) {
+        std::string keptAs;
+        if (const DiskStatus status = KeepCopyAside(m_outside.disk, CataloguePath(), keptAs);
+            !status.Ok())
+            return SayNotSaved("the old one could not be kept aside, " + status.Reason());
+    }
+    if (const DiskStatus status = SaveWholeFileIfChanged(m_outside.disk, CataloguePath(), file);
+        !status.Ok())
+        return SayNotSaved(status.Reason());
+    m_fileState = FileState::InTable;
+    m_recordsInFile = UBoundOfMp3Array();
+    m_dirty = false;
+    m_settings.NumerOfRecordsInTheMain(UBoundOfMp3Array());
+    return m_settings.Save(m_settings.SettingsPath());
+}
+
+// The bytes of the catalogue file; false, with the reason told, when a text is too long for it.
+bool clsMain::MakeFile(std::string& file) {
+    RecordTable::CellId lastFolder = 0;
+    std::string folderBytes;
+    std::array<char, 10> digits{};
+    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record) {
+        for (const int field : kFieldOfString) {
+            const RecordTable::CellId id = m_table.Id(field, record);
+            if (field == kFolder && id != lastFolder) {
+                folderBytes = EncodeDataText(m_outside.text, m_table.TextOf(id));
+                lastFolder = id;
+            }
+            const std::string_view text = m_table.ViewOf(id, digits);
+            const bool fits =
+                field == kFolder ? AppendCatalogueString(file, folderBytes)
+                : IsAscii(text)  ? AppendCatalogueString(file, text)
+                                : AppendCatalogueString(file, EncodeDataText(m_outside.text, text));
+            if (!fits)
+                return SayNotSaved("the text in field " + std::to_string(field) + " of record " +
+                                   std::to_string(record) + " is longer than " +
+                                   std::to_string(kCatalogueStringLimit) + " bytes");
+        }
+    }
+    return true;
+}
+
+bool clsMain::SayNotSaved(const std::string& why) {
+    m_outside.statusLine.Say("The song catalogue \"" + CataloguePath() +
+                             "\" was not saved: " + why + ".");
+    return false;
+}
+
+bool clsMain::LoadMain() {
+    m_table.Clear();
+    m_table.Resize(std::max(m_settings.NumerOfRecordsInTheMain(), 0));
+    m_recordsInFile = 0;
+    std::string file;
+    if (const DiskStatus status = ReadWholeFile(m_outside.disk, CataloguePath(), file);
+        status.Ok()) {
+        m_lastLoad = ReadRecords(file);
+        m_fileState =
+            m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
+        m_recordsInFile = UBoundOfMp3Array();
+    } else {
+        const bool notThere = status.Error() == DiskError::NotFound;
+        m_lastLoad = {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
+                      "The song catalogue \"" + CataloguePath() +
+                          "\" can't be read: " + status.Reason() + "."};
+        m_fileState = notThere ? FileState::Unknown : FileState::Unreadable;
+    }
+    const bool loaded = m_lastLoad.outcome == LoadOutcome::Loaded;
+    if (loaded)
+        m_dirty = false;
+    return loaded;
+}
+
+LoadResult clsMain::ReadRecords(const std::string& file) {
+    CatalogueReader reader(file);
+    CatalogueStrings strings;
+    std::string_view lastFolder;
+    RecordTable::CellId folder = 0;
+    const auto idOf = [this](std::string_view bytes) {
+        return IsAscii(bytes) ? m_table.IdOf(bytes)
+                              : m_table.IdOf(DecodeDataText(m_outside.text, bytes));
+    };
+    std::int32_t record = 1;
+    while (reader.Read(strings)) {
+        if (strings[kFileNameString].empty())
+            continue;
+        if (record > m_table.Size())
+            return {LoadOutcome::Damaged,
+                    "The song catalogue \"" + CataloguePath() + "\" holds more than the " +
+                        std::to_string(m_table.Size()) + " records that the settings count."};
+        if (strings[kFolderString] != lastFolder) {
+            lastFolder = strings[kFolderString];
+            folder = idOf(lastFolder);
+        }
+        for (const CatalogueString string :
+             {kFileNameString, kNumberString, kPresenceString, kRankString})
+            m_table.Set(kFieldOfString[string], record, idOf(strings[string]));
+        m_table.Set(kFolder, record, folder);
+        ++record;
+    }
+    if (reader.MaybeDamage())
+        return {LoadOutcome::Damaged, "The song catalogue \"" + CataloguePath() + "\" is " +
+                                          reader.MaybeDamage()->Words() + "."};
+    return {};
+}
+
+bool clsMain::KeepBackup() {
+    return CatalogueBackup(m_outside, CataloguePath()).Keep();
+}
+
+void clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
+    const std::vector<std::int32_t> missing = MissingSongs(m_outside, m_table).Find();
+    const bool losesSongs =
+        std::any_of(missing.begin(), missing.end(), [this](std::int32_t record) {
+            const std::string name = m_table.Text(kFileName, record);
+            return !name.empty() && name != "0";
+        });
+    if (losesSongs && !KeepBackup())
+        return;
+    for (const std::int32_t record : missing)
+        for (const Field field : {kPresence, kFolder, kFileName})
+            Mp3Info(field, record, "0");
+}
+
+bool clsMain::RenumberBasedOnArrayNumber() {
+    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record)
+        Mp3Info(kNumber, record, std::to_string(record));
+    return true;
+}
+
+std::int32_t clsMain::NumberOrLargest(std::int32_t record) const {
+    return m_table.MaybeNumber(kNumber, record).value_or(std::numeric_limits<std::int32_t>::max());
+}
+
+bool clsMain::DeleteIdenticalFileNamesAndPaths() {
+    if (UBoundOfMp3Array() == 0)
+        return true;  // Never an empty table over a file of records.
+    const RecordTable::CellId present = m_table.IdOf("1");
+    std::unordered_map<RecordTable::CellId, std::int32_t> keepers;  // by file name
+    keepers.reserve(static_cast<std::size_t>(UBoundOfMp3Array()));
+    std::vector<std::int32_t> dropped;
+    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record) {
+        if (m_table.Id(kPresence, record) != present)
+            continue;
+        const auto [keeper, isFirst] = keepers.try_emplace(m_table.Id(kFileName, record), record);
+        if (isFirst)
+            continue;
+        const bool isSmaller = NumberOrLargest(record) < NumberOrLargest(keeper->second);
+        dropped.push_back(isSmaller ? std::exchange(keeper->second, record) : record);
+    }
+    const auto isInFile = [this](std::int32_t record) {
+        return NumberOrLargest(record) <= m_recordsInFile;
+    };
+    const bool mayDropOldOnes =
+        std::none_of(dropped.begin(), dropped.end(), isInFile) || KeepBackup();
+    for (const std::int32_t record : dropped)
+        if (mayDropOldOnes || !isInFile(record))
+            Mp3Info(kFileName, record, "");
+    const std::int32_t sizeBefore = UBoundOfMp3Array();
+    m_table.RemoveRecordsWithEmpty(kFileName);
+    if (UBoundOfMp3Array() != sizeBefore)
+        m_dirty = true;
+
+    bool inOrder = true;
+    for (std::int32_t record = 2; inOrder && record <= UBoundOfMp3Array(); ++record)
+        inOrder = NumberOrLargest(record - 1) <= NumberOrLargest(record);
+    const bool sorted = inOrder || Sort(true, 0, kNumber);
+    return RenumberBasedOnArrayNumber() && Save() && sorted;
+}
+
+bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
+    if (keyField < kFolder || keyField > kLastField)
+        return false;
+    const std::int32_t last = UBoundOfMp3Array();
+    if (last < 2)
+        return true;
+    m_dirty = true;
+    const auto key = static_cast<std::int16_t>(keyField);
+    constexpr auto kFields = static_cast<std::int16_t>(RecordTable::kFields);
+    try {
+        if (key == kNumber) {
+            NumberedRecords records(m_table);
+            if (ascending)
+                m_sorter.QuickSortNumericAscending(records, 1, last, key, kFields);
+            else
+                m_sorter.QuickSortNumericDecending(records, 1, last, key, kFields);
+        } else if (ascending) {
+            m_sorter.QuickSortStringsAscending(m_table, 1, last, key, kFields);
+        } else {
+            m_sorter.QuickSortStringsDescending(m_table, 1, last, key, kFields);
+        }
+    } catch (const SubscriptOutOfRangeError&) {
+        return false;
+    }
+    return true;
+}
+
+bool clsMain::SearchHardDrives() {
+    RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
+    SongSearch(m_outside, m_progress, *this).SearchHardDrives();
+    return !Mp3MainHasSomeMembers() ||
+           (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
+}
+
+bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories() {
+    if (m_settings.NumerOfRecordsInTheMain() < 1)
+        return SearchHardDrives();
+    const std::string list = m_settings.FileContainingTargetDirectories();
+    std::vector<std::string> folders;
+    DiskStatus status = ReadSongFolderList(m_outside, list, folders);
+    if (status.Error() == DiskError::NotFound && WriteSongFolderList(m_outside, list, m_table).Ok())
+        status = ReadSongFolderList(m_outside, list, folders);
+    if (!status.Ok())
+        m_outside.statusLine.Say("The list of song folders \"" + list +
+                                 "\" can't be read: " + status.Reason() + ".");
+    // The songs known already are appended again and dropped as duplicates of a larger number.
+    RenumberBasedOnArrayNumber();
+    SongSearch search(m_outside, m_progress, *this);
+    for (const std::string& folder : folders) {
+        if (m_progress.StopRequested())
+            break;
+        search.SearchFolder(folder);
+        m_outside.events.LetEventsThrough();
+    }
+    return DeleteIdenticalFileNamesAndPaths() && status.Ok();
+}
+
+bool clsMain::WriteOutMp3DirectoryLocations() {
+    const bool saved = Save();
+    const std::string list = m_settings.FileContainingTargetDirectories();
+    const DiskStatus status = WriteSongFolderList(m_outside, list, m_table);
+    if (!status.Ok())
+        m_outside.statusLine.Say("The list of song folders \"" + list +
+                                 "\" was not saved: " + status.Reason() + ".");
+    return saved && status.Ok();
+}
+
+}  // namespace tobbin
