@@ -2,17 +2,28 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
+#include "util/SingleBytePage.h"
 #include "util/Utf.h"
 
 namespace tobbin {
 namespace {
 
 // Code page 1252 from 80 to 9F; every other byte is the character of its own number.
-constexpr std::array<char16_t, 32> kHighControls = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+const SingleBytePage& WesternPage() {
+    static constexpr std::array<char16_t, 32> kFrom80 = {
+        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+    static const SingleBytePage page = [] {
+        SingleBytePage::Table characters = {};
+        std::iota(characters.begin(), characters.end(), char16_t{0});
+        std::copy(kFrom80.begin(), kFrom80.end(), characters.begin() + 0x80);
+        return SingleBytePage(characters);
+    }();
+    return page;
+}
 
 template <typename Map>
 std::string MapCharacters(std::string_view text, Map map) {
@@ -36,29 +47,11 @@ bool IsCapital(char32_t c) {
 }  // namespace
 
 std::string FakeText::FromAnsi(std::string_view bytes) const {
-    std::string text;
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        AppendUtf8(text, value >= 0x80 && value < 0xA0 ? kHighControls[value - 0x80] : value);
-    }
-    return text;
+    return WesternPage().ToText(bytes);
 }
 
 std::optional<std::string> FakeText::MaybeToAnsi(std::string_view text) const {
-    std::string bytes;
-    while (!text.empty()) {
-        char32_t c = 0;
-        if (!TakeCodePoint(text, c))
-            return std::nullopt;
-        const auto* const high = std::find(kHighControls.begin(), kHighControls.end(), c);
-        if (high != kHighControls.end())
-            bytes.push_back(static_cast<char>(0x80 + (high - kHighControls.begin())));
-        else if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
-            bytes.push_back(static_cast<char>(c));
-        else
-            return std::nullopt;
-    }
-    return bytes;
+    return WesternPage().MaybeToBytes(text);
 }
 
 std::string FakeText::ToLower(std::string_view text) const {

@@ -1,0 +1,146 @@
+#include "platform/Disk_win32.h"
+
+#include "platform/DiskError_win32.h"
+#include "platform/File_win32.h"
+#include "platform/FolderListing_win32.h"
+#include "platform/TreeSearch_win32.h"
+#include "platform/UniqueHandle_win32.h"
+#include "platform/Wide_win32.h"
+
+namespace tobbin {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+std::int64_t UnixTime(const FILETIME& time) {
+    constexpr std::int64_t kTicksPerSecond = 10'000'000;
+    constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
+    const auto ticks = static_cast<std::int64_t>(
+        static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
+    return ticks / kTicksPerSecond - kSecondsFrom1601To1970;
+}
+
+template <typename Attributes>
+PathInfo InfoOf(const Attributes& attributes) {
+    PathInfo info;
+    info.kind = (attributes.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PathKind::Folder
+                                                                              : PathKind::File;
+    if (info.kind == PathKind::File)
+        info.size =
+            static_cast<std::uint64_t>(attributes.nFileSizeHigh) << 32 | attributes.nFileSizeLow;
+    info.modifiedTime = UnixTime(attributes.ftLastWriteTime);
+    return info;
+}
+
+// The identity of an open folder; nothing where the file system gives none.
+std::optional<FolderId> MaybeId(const BY_HANDLE_FILE_INFORMATION& info) {
+    const std::uint64_t index =
+        static_cast<std::uint64_t>(info.nFileIndexHigh) << 32 | info.nFileIndexLow;
+    if (index == 0 || index == ~std::uint64_t{0})
+        return std::nullopt;
+    return FolderId{info.dwVolumeSerialNumber, index};
+}
+
+// The system reports a target that another program holds as "access denied".
+DiskStatus WhyNotReplaced(DWORD error, const std::wstring& target) {
+    if (error == ERROR_ACCESS_DENIED) {
+        const UniqueFile probe(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr,
+                                           OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+        if (!probe && GetLastError() == ERROR_SHARING_VIOLATION)
+            error = ERROR_SHARING_VIOLATION;
+    }
+    return StatusOf(error);
+}
+
+}  // namespace
+
+DiskStatus SystemDisk::Stat(const std::string& path, PathInfo& info) {
+    info = {};
+    const std::wstring longPath = LongPath(path);
+    WIN32_FILE_ATTRIBUTE_DATA attributes = {};
+    if (GetFileAttributesExW(longPath.c_str(), GetFileExInfoStandard, &attributes)) {
+        info = InfoOf(attributes);
+        return {};
+    }
+    const DiskStatus status = LastStatus();
+    if (status.Error() == DiskError::NotFound)
+        return {};
+    if (status.Error() == DiskError::SharingViolation) {
+        // Its folder still knows a file that lets nobody near.
+        WIN32_FIND_DATAW found = {};
+        if (const UniqueFind search(FindFirstFileW(longPath.c_str(), &found)); search) {
+            info = InfoOf(found);
+            return {};
+        }
+    }
+    return status;
+}
+
+DiskStatus SystemDisk::List(const std::string& folder, FolderListing& listing) {
+    listing = {};
+    const std::wstring longFolder = LongPath(folder);
+    const UniqueFile handle(CreateFileW(longFolder.c_str(), FILE_LIST_DIRECTORY, kShareAll, nullptr,
+                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!handle) {
+        const DiskStatus status = LastStatus();
+        if (status.Error() == DiskError::Other)
+            return ListBySearch(longFolder, listing.entries);
+        return status;
+    }
+    BY_HANDLE_FILE_INFORMATION info = {};
+    if (GetFileInformationByHandle(handle.Get(), &info)) {
+        if ((info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+            return StatusOf(ERROR_DIRECTORY);
+        listing.id = MaybeId(info);
+    }
+    bool supported = false;
+    const DiskStatus status = ListByHandle(handle.Get(), listing.entries, supported);
+    if (supported)
+        return status;
+    listing.entries.clear();
+    return ListBySearch(longFolder, listing.entries);
+}
+
+DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
+    const bool writes = mode != OpenMode::Read;
+    UniqueFile handle(CreateFileW(
+        LongPath(path).c_str(), writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
+        writes ? FILE_SHARE_READ : kShareAll, nullptr,
+        mode == OpenMode::Create ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle)
+        return LastStatus();
+    file = std::make_unique<SystemFile>(std::move(handle));
+    return {};
+}
+
+DiskStatus SystemDisk::CreateFolder(const std::string& folder) {
+    return CreateDirectoryW(LongPath(folder).c_str(), nullptr) ? DiskStatus() : LastStatus();
+}
+
+DiskStatus SystemDisk::Remove(const std::string& path) {
+    return DeleteFileW(LongPath(path).c_str()) ? DiskStatus() : LastStatus();
+}
+
+DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
+    constexpr DWORD kKept =
+        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    const std::wstring source = LongPath(from);
+    const std::wstring target = LongPath(to);
+    if (const DWORD old = GetFileAttributesW(target.c_str()); old != INVALID_FILE_ATTRIBUTES) {
+        // Not every file system protects a read-only file from being replaced.
+        if ((old & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
+            return StatusOf(ERROR_ACCESS_DENIED);
+        if ((old & kKept) != 0)
+            SetFileAttributesW(source.c_str(), (old & kKept) | FILE_ATTRIBUTE_ARCHIVE);
+    }
+    if (!MoveFileExW(source.c_str(), target.c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return WhyNotReplaced(GetLastError(), target);
+    return {};
+}
+
+std::optional<std::string> SystemDisk::MaybeShortPath(const std::string& path) {
+    return MaybeSystemShortPath(path);
+}
+
+}  // namespace tobbin

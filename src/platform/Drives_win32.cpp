@@ -1,0 +1,40 @@
+#include "platform/Drives_win32.h"
+
+#include <windows.h>
+
+#include "platform/TreeSearch_win32.h"
+#include "platform/Wide_win32.h"
+
+namespace tobbin {
+
+std::vector<std::string> SystemDrives::Roots() {
+    std::wstring list(GetLogicalDriveStringsW(0, nullptr), L'\0');
+    const DWORD length = GetLogicalDriveStringsW(static_cast<DWORD>(list.size()), list.data());
+    list.resize(length < list.size() ? length : 0);  // Longer: a drive came in between.
+    std::vector<std::string> roots;
+    for (std::size_t begin = 0; begin < list.size();) {
+        const std::size_t end = list.find(L'\0', begin);
+        roots.push_back(Utf8(std::wstring_view(list).substr(begin, end - begin)));
+        begin = end == std::wstring::npos ? list.size() : end + 1;
+    }
+    return roots;
+}
+
+unsigned SystemDrives::Type(const std::string& root) {
+    return GetDriveTypeW(Wide(root).c_str());
+}
+
+bool SystemDrives::IsReachable(const std::string& root) {
+    // Some network drives don't tell their name, but list.
+    const std::wstring wide = Wide(root);
+    return GetVolumeInformationW(wide.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0) ||
+           GetFileAttributesW(wide.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::optional<std::string> SystemDrives::MaybeFindBelow(const std::string& root,
+                                                        const std::string& fileName,
+                                                        const std::function<bool()>& keepOn) {
+    return FindBelowWithSystemSearch(root, fileName, keepOn);
+}
+
+}  // namespace tobbin

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// The computer's drives, as the system lists them.
+class SystemDrives : public Drives {
+ public:
+    std::vector<std::string> Roots() override;
+    unsigned Type(const std::string& root) override;
+    bool IsReachable(const std::string& root) override;
+    std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
+                                              const std::function<bool()>& keepOn) override;
+};
+
+}  // namespace tobbin

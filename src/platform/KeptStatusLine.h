@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Keeps the last line said, also before there is a frame that could show it.
+class KeptStatusLine : public StatusLine {
+ public:
+    using Listener = std::function<void(const std::string& line)>;
+
+    // Calls the listener with the line kept so far, and then with every change of it. The listener
+    // must stay valid until it is replaced by an empty one.
+    void SetListener(Listener listener) {
+        m_listener = std::move(listener);
+        Tell();
+    }
+
+    void Say(const std::string& line) override {
+        m_line = line;
+        Tell();
+    }
+
+    // At the begin of a command.
+    void Clear() {
+        if (!m_line.empty())
+            Say({});
+    }
+
+    const std::string& Line() const { return m_line; }
+
+ private:
+    void Tell() {
+        if (m_listener)
+            m_listener(m_line);
+    }
+
+    std::string m_line;
+    Listener m_listener;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace tobbin {
+
+// To be called first of all by main. From then on the system shows no error boxes of its own (a
+// drive without a medium), looks for DLLs in its own folder only, and ends the program when its
+// memory is damaged; a broken CHECK and an exception that nobody caught are told in a box.
+void PrepareProcess();
+
+// The program file's folder, with "\" at its end.
+std::string ProgramFolder();
+
+// The system's folder, with "\" at its end.
+std::string SystemFolder();
+
+}  // namespace tobbin

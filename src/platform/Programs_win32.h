@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Starts programs by their full path only: no folder is searched for one, and the path is never
+// cut at a blank. A program runs in its own folder. One that needs an administrator makes the
+// system ask for it.
+class SystemPrograms : public Programs {
+ public:
+    bool Start(const std::string& programPath, const std::string& arguments,
+               ShowProgram show) override;
+};
+
+}  // namespace tobbin

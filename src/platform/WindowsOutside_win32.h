@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/ClockAndChance_win32.h"
+#include "platform/ComPtr_win32.h"
+#include "platform/Dialogs_win32.h"
+#include "platform/Disk_win32.h"
+#include "platform/Drives_win32.h"
+#include "platform/EventPump_win32.h"
+#include "platform/KeptStatusLine.h"
+#include "platform/PlayerWindow_win32.h"
+#include "platform/Programs_win32.h"
+#include "platform/SystemText_win32.h"
+#include "platform/UserSettings_win32.h"
+
+namespace tobbin {
+
+// Everything outside the program, as Windows offers it. One object, made by the program's main,
+// on the thread that has the windows.
+class WindowsOutside {
+ public:
+    WindowsOutside() = default;
+    WindowsOutside(const WindowsOutside&) = delete;
+    WindowsOutside& operator=(const WindowsOutside&) = delete;
+
+    // What the core gets.
+    Outside& Interfaces() { return m_outside; }
+
+    // What the windows add to it.
+    SystemDialogs& Boxes() { return m_dialogs; }
+    SystemEventPump& Events() { return m_events; }
+    KeptStatusLine& Status() { return m_statusLine; }
+
+ private:
+    ComApartment m_com;  // first, since the dialogs need it
+    WindowsText m_text;
+    SystemDisk m_disk;
+    SystemDrives m_drives;
+    SystemDialogs m_dialogs;
+    RegistrySettings m_userSettings;
+    SystemPrograms m_programs;
+    SystemEventPump m_events;
+    SystemClockAndChance m_clock;
+    KeptStatusLine m_statusLine;
+    SystemPlayerWindow m_player;
+    Outside m_outside{m_text,     m_disk,   m_drives, m_dialogs,    m_userSettings,
+                      m_programs, m_events, m_clock,  m_statusLine, m_player};
+};
+
+}  // namespace tobbin
