@@ -1,0 +1,90 @@
+# Shared by the scripts of this folder; sourced, not run.
+#
+# The caller has set -euo pipefail and stands anywhere. Everything built or made lies under build/.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive WINEDEBUG=${WINEDEBUG:--all}
+# Wine's own installers for .NET and HTML are not wanted, and no menu entries on this desktop.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
+
+native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
+windows_packages=(g++-mingw-w64-x86-64-posix)
+wine_packages=(wine wine64 xvfb xauth x11-utils fonts-wine xdotool imagemagick)
+
+say() { printf '\n== %s\n' "$*"; }
+fail() { printf '%s: %s\n' "${0##*/}" "$*" >&2; exit 1; }
+
+# Installs what is missing of the Debian packages named.
+need() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build PRESET [TARGET...]
+build() {
+    local preset=$1
+    shift
+    local targets=()
+    [ $# -eq 0 ] || targets=(--target "$@")
+    (cd "$root" && cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" "${targets[@]}")
+}
+
+# Calls a command until it succeeds: wait_for SECONDS COMMAND...
+wait_for() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$end" ] || return 1
+        sleep 0.05
+    done
+}
+
+# The 64-bit Wine itself, without the launcher that advises to install the 32-bit one.
+wine=/usr/lib/wine/wine64
+
+# Makes a Wine prefix and uses it from now on: without a drive Z: and without links out of its
+# users' folders, so that a search of the drives stays inside it.
+use_prefix() {
+    export WINEPREFIX=$1
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+        say "Making a Wine prefix"
+        mkdir -p "$WINEPREFIX"
+        "$wine" wineboot --init >/dev/null 2>&1
+        wineserver -w
+    fi
+    rm -f "$WINEPREFIX/dosdevices/z:" "$WINEPREFIX/dosdevices/z::"
+    local link
+    while IFS= read -r link; do
+        rm "$link" && mkdir "$link"
+    done < <(find "$WINEPREFIX/drive_c/users" -type l)
+}
+
+# Opens a virtual display, unless one is there already or the first word is "own".
+use_display() {
+    [ "${1:-}" != own ] && [ -n "${DISPLAY:-}" ] && return
+    mkdir -p "$root/build"
+    local number
+    for number in $(seq 90 140); do
+        [ -e "/tmp/.X$number-lock" ] || break
+    done
+    Xvfb ":$number" -screen 0 1280x960x24 -nolisten tcp >/dev/null 2>&1 &
+    display_process=$!
+    export DISPLAY=:$number
+    wait_for 20 xdpyinfo >/dev/null 2>&1 || fail "the virtual display did not open"
+}
+
+# Ends what use_prefix and use_display started. For a trap on EXIT.
+clean_up() {
+    [ -z "${WINEPREFIX:-}" ] || timeout 20 wineserver -k || true
+    [ -z "${display_process:-}" ] || kill "$display_process" 2>/dev/null || true
+}
