@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Disk.h"
@@ -24,20 +24,20 @@ class MP3Genra {
     std::int16_t m_id;
 };
 
-// The genres 0 to 147, then 255, each found by the key "ID" + its id in decimal.
+// The genres 0 to 147, then 255, each found by the key "ID" + its id in decimal. All collections
+// share one list.
 class GenraCollection {
  public:
-    GenraCollection();
-    std::size_t Count() const { return m_genres.size(); }
+    std::size_t Count() const { return Genres().size(); }
 
     // `index` counts from 1 in the order of the ids.
-    const MP3Genra& Item(std::size_t index) const { return m_genres.at(index - 1); }
+    const MP3Genra& Item(std::size_t index) const { return Genres().at(index - 1); }
 
     // The genre with this key; null when there is none.
     const MP3Genra* MaybeByKey(std::string_view key) const;
 
  private:
-    std::vector<MP3Genra> m_genres;
+    static const std::vector<MP3Genra>& Genres();
 };
 
 // Reads and writes the ID3v1 tag: the last 128 bytes of an MP3 file, "TAG", title (30 bytes),
@@ -112,11 +112,9 @@ class MP3TagEditor {
     Disk& m_disk;
     const SystemText& m_text;
     bool m_tagExists = false;
-    Field<30> m_title;
-    Field<30> m_artist;
-    Field<30> m_album;
-    Field<4> m_year;
-    Field<30> m_comment;
+    Field<30> m_title{}, m_artist{}, m_album{};
+    Field<4> m_year{};
+    Field<30> m_comment{};
     std::int16_t m_genra = kNoGenra;
     std::string m_filename;
     GenraCollection m_genraList;

@@ -1,0 +1,121 @@
+#include "search/SongSearch.h"
+
+#include <functional>
+#include <vector>
+
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+// How often events are let through before each drive, so that the progress window is painted.
+constexpr int kYieldsBeforeADrive = 2000;
+
+// Whether songs in this folder are left out: half-loaded ones and those in a recycle bin. Only the
+// folder counts, never the file's own name.
+bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
+    return text.ToLower(folder).find("incomplete") != std::string::npos ||
+           text.ToUpper(folder).find(":\\RECYCLED") != std::string::npos;
+}
+
+bool IsSongName(std::string_view name) {
+    constexpr std::string_view kEnding = ".mp3";
+    return name.size() >= kEnding.size() &&
+           EqualsIgnoringAsciiCase(name.substr(name.size() - kEnding.size()), kEnding);
+}
+
+}  // namespace
+
+std::string DriveTypeText(unsigned type, const std::string& root) {
+    switch (type) {
+        case 0:
+            return "The drive type cannot be determined";
+        case 1:
+            return "The root directory does not exist";
+        case 2:
+            return EqualsIgnoringAsciiCase(root.substr(0, 1), "a") ||
+                           EqualsIgnoringAsciiCase(root.substr(0, 1), "b")
+                       ? "Floppy drive"
+                       : "Removable drive";
+        case 3:
+            return "Hard drive; can not be removed";
+        case 4:
+            return "Remote (network) drive";
+        case 5:
+            return "CD-ROM drive";
+        case 6:
+            return "RAM disk";
+        default:
+            return {};
+    }
+}
+
+bool IsHardDrive(const Outside& outside, const std::string& root) {
+    return MatchesPattern(outside.text.ToLower(DriveTypeText(outside.drives.Type(root), root)),
+                          "*hard*");
+}
+
+SongSearch::SongSearch(Outside& outside, Progress& progress, SongSink& sink)
+    : m_outside(outside), m_progress(progress), m_sink(sink) {}
+
+std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
+    return std::hash<std::uint64_t>()(id.index * 0x9E3779B97F4A7C15U ^ id.volume);
+}
+
+void SongSearch::SearchHardDrives() {
+    m_entered.clear();
+    for (const std::string& root : m_outside.drives.Roots()) {
+        for (int i = 0; i < kYieldsBeforeADrive; ++i)
+            m_outside.events.LetEventsThrough();
+        m_progress.Show("Looking for Mp3s in " + root);
+        if (IsHardDrive(m_outside, root))
+            WalkTree(root);
+        if (m_progress.StopRequested())
+            return;
+    }
+}
+
+void SongSearch::SearchFolder(const std::string& folder) {
+    FolderListing listing;
+    const std::string withSeparator = FolderWithSeparator(folder);
+    if (m_outside.disk.List(withSeparator, listing).Ok())
+        HandOverSongs(withSeparator, listing);
+}
+
+// The folders that wait are kept in a list of our own, the next one last, so that folders nested
+// ever so deep do no harm.
+void SongSearch::WalkTree(const std::string& root) {
+    std::vector<std::string> waiting{FolderWithSeparator(root)};
+    while (!waiting.empty() && !m_progress.StopRequested()) {
+        const std::string folder = std::move(waiting.back());
+        waiting.pop_back();
+        m_outside.events.LetEventsThrough();
+        FolderListing listing;
+        if (!m_outside.disk.List(folder, listing).Ok())
+            continue;
+        // A link may lead back to a folder above it, or to one that was searched already.
+        if (listing.id && !m_entered.insert(*listing.id).second)
+            continue;
+        HandOverSongs(folder, listing);
+        for (auto entry = listing.entries.rbegin(); entry != listing.entries.rend(); ++entry) {
+            if (entry->isFolder && entry->name != "." && entry->name != "..")
+                waiting.push_back(folder + entry->name + "\\");
+        }
+    }
+}
+
+void SongSearch::HandOverSongs(const std::string& folder, const FolderListing& listing) {
+    if (IsSkippedFolder(m_outside.text, folder))
+        return;
+    for (const FolderEntry& entry : listing.entries) {
+        if (entry.isFolder || !IsSongName(entry.name))
+            continue;
+        if (m_progress.StopRequested())
+            return;
+        const std::int32_t count = m_sink.OnSongFound(folder, entry.name);
+        m_progress.Show("Found " + std::to_string(count) + " Mp3s");
+        m_outside.events.LetEventsThrough();
+    }
+}
+
+}  // namespace tobbin

@@ -1,0 +1,94 @@
+#include "search/SongSearch.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+class Search : public testing::Test, public SongSink {
+ protected:
+    std::int32_t OnSongFound(const std::string& folder, const std::string& name) override {
+        m_found.push_back(folder + name);
+        return static_cast<std::int32_t>(m_found.size());
+    }
+    void AddFiles(const std::vector<std::string>& paths) {
+        for (const std::string& path : paths)
+            m_fake.disk.AddFile(path);
+    }
+
+    FakeOutside m_fake;
+    FakeProgress m_progress;
+    std::vector<std::string> m_found;
+    SongSearch m_search{m_fake.outside, m_progress, *this};
+};
+
+using Paths = std::vector<std::string>;
+
+TEST_F(Search, TakesAFoldersFilesFirstAndThenItsFoldersInOrder) {
+    AddFiles({"C:\\b\\x\\1.mp3", "C:\\b\\2.MP3", "C:\\a\\3.mp3", "C:\\4.mp3", "C:\\5.mp3x",
+              "C:\\mp3", "C:\\b\\.mp3"});
+    m_fake.disk.AddFolder("C:\\folder.mp3");
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\4.mp3", "C:\\b\\2.MP3", "C:\\b\\.mp3", "C:\\b\\x\\1.mp3",
+                              "C:\\a\\3.mp3"}));
+    EXPECT_EQ(m_progress.texts.front(), "Looking for Mp3s in C:\\");
+    EXPECT_EQ(m_progress.texts.back(), "Found 5 Mp3s");
+    EXPECT_GE(m_fake.events.count, 2000 + 5);
+}
+
+TEST_F(Search, LeavesOutFoldersNotFileNames) {
+    AddFiles({"C:\\Downloads\\INCOMPLETE\\a\\1.mp3", "C:\\RECYCLED\\2.mp3", "C:\\recycled\\3.mp3",
+              "C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"});
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"}));
+}
+
+TEST_F(Search, SearchesHardDrivesOnly) {
+    m_fake.drives.drives = {{"A:\\", 2}, {"C:\\", 3}, {"D:\\", 5}, {"E:\\", 3}, {"N:\\", 4}};
+    AddFiles({"A:\\1.mp3", "C:\\2.mp3", "D:\\3.mp3", "E:\\4.mp3", "N:\\5.mp3"});
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\2.mp3", "E:\\4.mp3"}));
+    EXPECT_EQ(DriveTypeText(2, "b:\\"), "Floppy drive");
+    EXPECT_EQ(DriveTypeText(2, "F:\\"), "Removable drive");
+    EXPECT_EQ(DriveTypeText(1, "F:\\"), "The root directory does not exist");
+    EXPECT_EQ(DriveTypeText(7, "F:\\"), "");
+}
+
+TEST_F(Search, EntersEachFolderOnce) {
+    AddFiles({"C:\\a\\1.mp3", "C:\\b\\2.mp3"});
+    m_fake.disk.AddLink("C:\\a\\loop", "C:\\a");
+    m_fake.disk.AddLink("C:\\a\\aside", "C:\\b");
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\a\\1.mp3", "C:\\a\\aside\\2.mp3"}));
+}
+
+TEST_F(Search, PassesOverWhatCannotBeListedAndStandsAnyDepth) {
+    std::string deep = "C:\\";
+    for (int level = 0; level < 500; ++level)
+        deep += "d\\";
+    AddFiles({"C:\\closed\\1.mp3", deep + "2.mp3"});
+    m_fake.disk.DenyListing("C:\\closed");
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, Paths{deep + "2.mp3"});
+}
+
+TEST_F(Search, KeepsWhatItFoundBeforeItWasStopped) {
+    AddFiles({"C:\\1.mp3", "C:\\2.mp3", "C:\\3.mp3", "C:\\a\\4.mp3"});
+    m_fake.drives.drives.push_back({"D:\\", 3});
+    m_progress.stopAfter = 3;  // the drive and two songs
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\1.mp3", "C:\\2.mp3"}));
+}
+
+TEST_F(Search, OfOneFolderStaysInIt) {
+    AddFiles({"C:\\m\\1.mp3", "C:\\m\\x\\2.mp3"});
+    m_search.SearchFolder("C:\\m");
+    EXPECT_EQ(m_found, Paths{"C:\\m\\1.mp3"});
+    m_search.SearchFolder("C:\\none\\");
+    EXPECT_EQ(m_found.size(), 1U);
+}
+
+}  // namespace
+}  // namespace tobbin

@@ -1,0 +1,135 @@
+#include "tags/MP3TagEditor.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+#include "util/Errors.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kPath[] = "C:\\Music\\song.mp3";
+
+// A text in a field of a tag.
+std::string Field(std::string text, std::size_t width, char padding) {
+    text.resize(width, padding);
+    return text;
+}
+
+std::string Tag(char padding) {
+    return "TAG" + Field("Caf\xE9", 30, padding) + Field("Abba", 30, padding) +
+           Field("Gold", 30, padding) + "1985" + Field("hello", 30, padding) + '\x11';
+}
+
+class TagEditor : public testing::Test {
+ protected:
+    FakeOutside m_fake;
+    MP3TagEditor m_editor{m_fake.disk, m_fake.text};
+
+    bool Load(const std::string& content) {
+        m_fake.disk.AddFile(kPath, content);
+        return m_editor.LoadMP3(kPath);
+    }
+    void ExpectBlank() {
+        EXPECT_FALSE(m_editor.TagExists());
+        EXPECT_EQ(m_editor.Title() + m_editor.Artist() + m_editor.Album() + m_editor.Year() +
+                      m_editor.Comment(),
+                  "");
+        EXPECT_EQ(m_editor.Genra(), 255);
+    }
+};
+
+TEST_F(TagEditor, ReadsTheLast128Bytes) {
+    ASSERT_TRUE(Load("x" + Tag(' ')));  // 129 bytes
+    EXPECT_TRUE(m_editor.TagExists());
+    EXPECT_EQ(m_editor.Title(), "Caf\xC3\xA9");
+    EXPECT_EQ(m_editor.Artist(), "Abba");
+    EXPECT_EQ(m_editor.Album(), "Gold");
+    EXPECT_EQ(m_editor.Year(), "1985");
+    EXPECT_EQ(m_editor.Comment(), "hello");
+    EXPECT_EQ(m_editor.Genra(), 17);
+
+    ASSERT_TRUE(Load("x" + Tag('\0')));
+    EXPECT_EQ(m_editor.Artist(), "Abba" + std::string(26, '\0'));  // only blanks are stripped
+
+    // What the last song left behind must not show in one without a tag.
+    for (const std::string& content : {std::string(), std::string(127, 'x'), Tag(' '),
+                                       "x" + std::string("tag") + Tag(' ').substr(3),
+                                       Tag(' ') + "x", "xx" + Tag(' ').substr(1)}) {
+        ASSERT_TRUE(Load("x" + Tag(' ')));
+        ASSERT_TRUE(Load(content)) << content.size();
+        ExpectBlank();
+    }
+}
+
+TEST_F(TagEditor, ReportsWhatCannotBeRead) {
+    EXPECT_FALSE(m_editor.LoadMP3("C:\\none.mp3"));
+    ExpectBlank();
+    m_fake.disk.AddFile(kPath, "x" + Tag(' '));
+    for (int operation = 1; operation <= 3; ++operation) {
+        m_fake.disk.FailAt(operation, DiskError::AccessDenied, true);
+        EXPECT_FALSE(m_editor.LoadMP3(kPath)) << operation;
+        ExpectBlank();
+    }
+    m_fake.disk.Heal();
+    m_fake.disk.Lock(kPath);
+    EXPECT_FALSE(m_editor.LoadMP3(kPath));
+    EXPECT_EQ(m_editor.SaveMP3().Error(), DiskError::SharingViolation);
+}
+
+TEST_F(TagEditor, SavesOverTheTagOrFromTheLastByteOn) {
+    ASSERT_TRUE(Load("music" + Tag('\0')));
+    m_editor.Title("A title of thirty-five characters..");
+    m_editor.Year("7");
+    m_editor.Comment("\xCE\xA9 \xC3\xA9");  // code page 1252 has no omega
+    ASSERT_TRUE(m_editor.SaveMP3().Ok());
+    EXPECT_EQ(m_fake.disk.Content(kPath), "musicTAGA title of thirty-five charact" +
+                                              Field("Abba", 30, '\0') + Field("Gold", 30, '\0') +
+                                              "7   " + Field("? \xE9", 30, ' ') + '\x11');
+
+    ASSERT_TRUE(Load(std::string(200, 'm')));
+    m_editor.Artist("Abba");
+    m_editor.Genra(0);
+    ASSERT_TRUE(m_editor.SaveMP3().Ok());
+    EXPECT_FALSE(m_editor.TagExists());
+    EXPECT_EQ(m_fake.disk.Content(kPath), std::string(199, 'm') + "TAG" + Field("", 30, ' ') +
+                                              Field("Abba", 30, ' ') + Field("", 64, ' ') + '\0');
+}
+
+TEST_F(TagEditor, RefusesGenresThatDoNotFit) {
+    const std::string content = std::string(200, 'm');
+    ASSERT_TRUE(Load(content));
+    EXPECT_THROW(m_editor.Genra(40000), OverflowError);
+    m_editor.Genra(256);
+    EXPECT_THROW(static_cast<void>(m_editor.SaveMP3()), OverflowError);
+    EXPECT_EQ(m_fake.disk.Content(kPath), content);
+}
+
+TEST_F(TagEditor, KnowsTheGenres) {
+    const auto name = [](int id) {
+        return MP3TagEditor::GenraLookupByID(static_cast<std::int16_t>(id));
+    };
+    EXPECT_EQ(name(0), "Blues");
+    EXPECT_EQ(name(22), "DeathMetal");
+    EXPECT_EQ(name(67), "Psychadelic");
+    EXPECT_EQ(name(79), "Hard Rock");
+    EXPECT_EQ(name(85), "Bebob");
+    EXPECT_EQ(name(118), "Rhytmic Soul");
+    EXPECT_EQ(name(127), "Drum n Bass");
+    EXPECT_EQ(name(137), "Heavy Metal");
+    EXPECT_EQ(name(147), "Synth Pop");
+    EXPECT_EQ(name(255), "None");
+    for (const int id : {-1, 148, 254, 256})
+        EXPECT_EQ(name(id), "") << id;
+
+    const GenraCollection& list = m_editor.GenraList();
+    ASSERT_EQ(list.Count(), 149U);
+    EXPECT_EQ(list.Item(149).ID(), 255);
+    ASSERT_NE(list.MaybeByKey("ID255"), nullptr);
+    EXPECT_EQ(list.MaybeByKey("ID144")->Name(), "Trash Metal");
+    for (const char* key : {"ID148", "ID254", "ID007", "17", "ID"})
+        EXPECT_EQ(list.MaybeByKey(key), nullptr) << key;
+}
+
+}  // namespace
+}  // namespace tobbin
