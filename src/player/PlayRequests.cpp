@@ -12,8 +12,7 @@ PlayRequests::PlayRequests(Outside& outside, PlayerLocation& location, PlayerDis
       m_host(host) {}
 
 bool PlayRequests::PlayerCheck() {
-    if (m_searchPending) {
-        m_searchPending = false;
+    if (m_discovery.IsSearchPending()) {
         m_host.EnableFrame(false);
         Progress noWindow;
         m_discovery.Search(noWindow);

@@ -44,10 +44,6 @@ class PlayRequests {
     // when the place is still not known, offers to install the player.
     bool PlayerCheck();
 
-    // Whether start-up left the search for the player to the first request.
-    bool IsSearchPending() const { return m_searchPending; }
-    void IsSearchPending(bool pending) { m_searchPending = pending; }
-
  private:
     void Play(std::vector<std::int32_t> records);
 
@@ -57,7 +53,6 @@ class PlayRequests {
     WinAMP_Control& m_control;
     PlayList& m_playList;
     PlayHost& m_host;
-    bool m_searchPending = false;
 };
 
 }  // namespace tobbin

@@ -22,6 +22,13 @@ class SilentProgress : public Progress {
 }  // namespace
 
 PlayerDiscovery::Outcome PlayerDiscovery::Search(Progress& progress) {
+    m_searchPending = false;
+    const Outcome outcome = SearchDrives(progress);
+    m_searchPending = outcome == Outcome::Stopped;
+    return outcome;
+}
+
+PlayerDiscovery::Outcome PlayerDiscovery::SearchDrives(Progress& progress) {
     const auto keepOn = [&] {
         m_outside.events.LetEventsThrough();
         return !progress.StopRequested();

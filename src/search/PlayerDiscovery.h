@@ -33,8 +33,10 @@ class PlayerDiscovery {
     enum class Outcome { Found, NotFound, Stopped };
 
     // Looks through the hard drives up to the first that holds the player, whose path is stored in
-    // lower case. The texts go to the progress window, which can also stop the search.
+    // lower case. The texts go to the progress window, which can also stop the search; it is then
+    // pending, left to the first command that needs the player.
     Outcome Search(Progress& progress);
+    bool IsSearchPending() const { return m_searchPending; }
 
     // Starts the installer that lies in the application folder (which ends in "\"), and goes on at
     // once. When it can't be started, a box gives its full name and the reason.
@@ -45,8 +47,11 @@ class PlayerDiscovery {
                                   const std::function<void()>& addNewSongs);
 
  private:
+    Outcome SearchDrives(Progress& progress);
+
     Outside& m_outside;
     PlayerLocation& m_location;
+    bool m_searchPending = false;
 };
 
 }  // namespace tobbin

@@ -11,7 +11,10 @@ Application::Application(Outside& outside, ProgramFolders folders)
       m_sorter(outside.text),
       m_catalogue(outside, m_settings, m_sorter, m_longWork),
       m_groups(outside, m_catalogue, *this),
-      m_windows(outside.text) {}
+      m_windows(outside.text),
+      m_playerPlace(m_settings),
+      m_discovery(outside, m_playerPlace),
+      m_player(outside) {}
 
 Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
     return *m_jukeboxes.emplace_back(std::move(jukebox));

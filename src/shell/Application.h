@@ -10,6 +10,10 @@
 #include "jukebox/Jukebox.h"
 #include "platform/Outside.h"
 #include "platform/ProgressRelay.h"
+#include "player/PlayList.h"
+#include "player/SettingsPlayerLocation.h"
+#include "player/WinAMP_Control.h"
+#include "search/PlayerDiscovery.h"
 #include "shell/LoadedWindows.h"
 #include "util/SortCity.h"
 
@@ -40,6 +44,12 @@ class Application : public OpenJukeboxes {
     ProgressRelay& LongWork() { return m_longWork; }
     LoadedWindows& Windows() { return m_windows; }
 
+    // The external player: where its program lies, its window, and what it is to play.
+    PlayerLocation& PlayerPlace() { return m_playerPlace; }
+    PlayerDiscovery& Discovery() { return m_discovery; }
+    WinAMP_Control& Player() { return m_player; }
+    PlayList& SongsToPlay() { return m_songsToPlay; }
+
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
     void RemoveJukebox(Jukebox& jukebox);
@@ -55,6 +65,10 @@ class Application : public OpenJukeboxes {
     clsMain m_catalogue;
     AutomaticGroups m_groups;
     LoadedWindows m_windows;
+    SettingsPlayerLocation m_playerPlace;
+    PlayerDiscovery m_discovery;
+    WinAMP_Control m_player;
+    PlayList m_songsToPlay;
     std::vector<std::unique_ptr<Jukebox>> m_jukeboxes;
 };
 
