@@ -1,0 +1,235 @@
+#include "catalogue/CatalogueFile.h"
+
+#include "unit/catalogue/CatalogueFixture.h"
+#include "util/Errors.h"
+
+namespace tobbin {
+namespace {
+
+using namespace std::string_literals;
+
+// Four records: plain with a text in a spare cell, an ANSI name, a free record, a Greek name.
+const std::string kGolden =
+    "\x05\x00"s
+    "a.mp3"
+    "\x05\x00"s
+    "C:\\M\\"
+    "\x01\x00"s
+    "1"
+    "\x01\x00"s
+    "1"
+    "\x01\x00"s
+    "7"
+    "\x02\x00"s
+    "hi"
+    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
+    "\x08\x00"s
+    "Caf\xE9.mp3"
+    "\x05\x00"s
+    "C:\\M\\"
+    "\x01\x00"s
+    "2"
+    "\x01\x00"s
+    "1"
+    "\x01\x00"s
+    "2"
+    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
+    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
+    "\x09\x00"s
+    "\xEF\xBB\xBF\xCE\xA9.mp3"
+    "\x01\x00"s
+    "0"
+    "\x01\x00"s
+    "4"
+    "\x01\x00"s
+    "0"
+    "\x03\x00"s
+    "odd"
+    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s;
+constexpr std::size_t kEnds[] = {39, 79, 103, 142};  // of its records
+
+class CatalogueFileTest : public Catalogue {
+ protected:
+    void Fill() {
+        const char* const rows[4][5] = {{"C:\\M\\", "a.mp3", "1", "1", "7"},
+                                        {"C:\\M\\", "Caf\xC3\xA9.mp3", "1", "2", "2"},
+                                        {"", "", "", "", ""},
+                                        {"0", "\xCE\xA9.mp3", "0", "4", "odd"}};
+        for (int record = 1; record <= 4; ++record)
+            for (int field = 1; field <= 5; ++field)
+                catalogue.Mp3Info(field, record, rows[record - 1][field - 1]);
+        catalogue.Mp3Info(6, 1, "hi");
+    }
+};
+
+TEST_F(CatalogueFileTest, IsWrittenByteForByteAndReadBack) {
+    ASSERT_EQ(kGolden.size(), kEnds[3]);
+    EXPECT_FALSE(catalogue.Mp3MainHasSomeMembers());
+    Fill();
+    EXPECT_TRUE(catalogue.MainIsDirty());
+    EXPECT_TRUE(catalogue.Save());
+    EXPECT_FALSE(catalogue.MainIsDirty());
+    EXPECT_EQ(fake.disk.Content(kCatalogue), kGolden);
+    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 4);
+    EXPECT_NE(fake.disk.Content(settings.SettingsPath()).find("\r\n 4 \r\n"), std::string::npos);
+
+    EXPECT_TRUE(catalogue.LoadMain());
+    EXPECT_FALSE(catalogue.MainIsDirty());
+    EXPECT_EQ(Rows(), (Texts{"C:\\M\\|a.mp3|1|1|7", "C:\\M\\|Caf\xC3\xA9.mp3|1|2|2",
+                             "0|\xCE\xA9.mp3|0|4|odd", "||||"}));
+    EXPECT_EQ(catalogue.Mp3Info(6, 1), "");
+    EXPECT_EQ(catalogue.Rank(1), 7);
+    EXPECT_EQ(catalogue.Rank(3), 2);
+    EXPECT_TRUE(catalogue.IsPresent(1));
+    EXPECT_FALSE(catalogue.IsPresent(3));
+    EXPECT_FALSE(catalogue.IsPresent(4));
+    EXPECT_EQ(catalogue.SongPath(2), "C:\\M\\Caf\xC3\xA9.mp3");
+}
+
+TEST_F(CatalogueFileTest, CutAtAnyByteKeepsTheRecordsBefore) {
+    for (std::size_t cut = 0; cut < kGolden.size(); ++cut) {
+        const std::string file = kGolden.substr(0, cut);
+        const bool whole = cut == 0 || cut == kEnds[0] || cut == kEnds[1] || cut == kEnds[2];
+        EXPECT_EQ(Load(file, 3), whole) << cut;
+        EXPECT_EQ(catalogue.LastLoad().outcome, whole ? LoadOutcome::Loaded : LoadOutcome::Damaged);
+        EXPECT_EQ(catalogue.UBoundOfMp3Array(), 3);
+        EXPECT_EQ(catalogue.Mp3Info(2, 1), cut < kEnds[0] ? "" : "a.mp3");
+        EXPECT_EQ(catalogue.Mp3Info(2, 2), cut < kEnds[1] ? "" : "Caf\xC3\xA9.mp3");
+        EXPECT_EQ(catalogue.Mp3Info(2, 3), "");
+        // What could not be read is not lost by the next save.
+        EXPECT_TRUE(catalogue.Save());
+        EXPECT_EQ(fake.disk.Has(kBad), !whole);
+        if (!whole) {
+            EXPECT_EQ(fake.disk.Content(kBad), file);
+            fake.disk.Erase(kBad);
+        }
+    }
+}
+
+TEST_F(CatalogueFileTest, DamageIsToldWithItsPlace) {
+    std::string file = kGolden;
+    file[kEnds[0] + 1] = '\x7F';  // the high byte of record 2's first length
+    EXPECT_FALSE(Load(file, 3));
+    EXPECT_EQ(catalogue.LastLoad().message,
+              "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is damaged at byte 39 "
+              "(record 2): a text there is longer than the rest of the file.");
+    EXPECT_EQ(Row(1), "C:\\M\\|a.mp3|1|1|7");
+}
+
+TEST_F(CatalogueFileTest, CountsThatDisagreeWithTheFile) {
+    EXPECT_FALSE(Load(kGolden, 2));  // surplus: what was read stays
+    EXPECT_EQ(Row(2), "C:\\M\\|Caf\xC3\xA9.mp3|1|2|2");
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 2);
+    EXPECT_FALSE(Load(kGolden, 0));
+    EXPECT_TRUE(Load(kGolden, 5));
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 5);
+    EXPECT_EQ(Row(5), "||||");
+    EXPECT_TRUE(Load(kGolden, 2147483647));  // a mad count costs nothing
+    EXPECT_EQ(catalogue.Mp3Info(2, 2147483647), "");
+    EXPECT_TRUE(Load(std::string(48, '\0'), 2));  // free records only
+    EXPECT_EQ(Rows(), (Texts{"||||", "||||"}));
+    fake.disk.Erase(kCatalogue);
+    EXPECT_FALSE(catalogue.LoadMain());
+    EXPECT_EQ(catalogue.LastLoad().outcome, LoadOutcome::NotThere);
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 2);
+}
+
+TEST_F(CatalogueFileTest, AFileThatCanNotBeReadIsNeverWrittenOver) {
+    fake.disk.AddFile(kCatalogue, kGolden);
+    fake.disk.Lock(kCatalogue);
+    settings.NumerOfRecordsInTheMain(3);
+    EXPECT_FALSE(catalogue.LoadMain());
+    EXPECT_EQ(catalogue.LastLoad().outcome, LoadOutcome::Unreadable);
+    fake.disk.Unlock(kCatalogue);
+    EXPECT_FALSE(catalogue.Save());
+    EXPECT_EQ(fake.statusLine.lines.size(), 1U);
+    EXPECT_EQ(fake.disk.Content(kCatalogue), kGolden);
+    EXPECT_TRUE(catalogue.LoadMain());
+    EXPECT_TRUE(catalogue.Save());
+}
+
+TEST_F(CatalogueFileTest, ATextOfMoreThan65535BytesIsRefused) {
+    Load(kGolden, 3);
+    catalogue.Mp3Info(2, 2, std::string(65536, 'x'));
+    EXPECT_FALSE(catalogue.Save());
+    EXPECT_NE(fake.statusLine.lines.at(0).find("field 2 of record 2 "), std::string::npos);
+    EXPECT_EQ(fake.disk.Content(kCatalogue), kGolden);
+    EXPECT_TRUE(catalogue.MainIsDirty());
+    catalogue.Mp3Info(2, 2, std::string(65535, 'x'));
+    EXPECT_TRUE(catalogue.Save());
+    EXPECT_EQ(fake.disk.Content(kCatalogue).substr(37, 3), "\xFF\xFFx");
+    EXPECT_TRUE(catalogue.LoadMain());
+    EXPECT_EQ(catalogue.Mp3Info(2, 2).size(), 65535U);
+}
+
+TEST_F(CatalogueFileTest, AFaultAtAnyOperationLeavesOldOrNewAndIsTold) {
+    for (const bool once : {true, false}) {
+        bool saved = false;
+        for (int operation = 1; !saved; ++operation) {
+            fake.disk.Heal();
+            ASSERT_TRUE(Load(kGolden, 3));
+            Fill();
+            catalogue.Mp3Info(5, 1, "6");
+            std::string wanted = kGolden;
+            wanted[kEnds[0] - 17] = '6';
+            fake.statusLine.lines.clear();
+            fake.disk.FailAt(operation, DiskError::AccessDenied, once);
+            saved = catalogue.Save();
+            const bool reached = fake.disk.Operations() >= operation;
+            fake.disk.Heal();
+            const std::string& content = fake.disk.Content(kCatalogue);
+            EXPECT_TRUE(content == wanted || (!saved && content == kGolden)) << operation;
+            EXPECT_EQ(catalogue.MainIsDirty(), content != wanted) << operation;
+            EXPECT_EQ(fake.statusLine.lines.empty(), saved) << operation;
+            // A failed look at the old file costs nothing but a write.
+            saved = saved && !reached;
+            ASSERT_LT(operation, 40);
+        }
+    }
+}
+
+TEST_F(CatalogueFileTest, CellsTakeAnyTextAndCheckTheirSubscripts) {
+    Texts texts{"",   "0",          "007",        "-1",         " 1", "4294967296", "12345678901",
+                "+1", "2147483647", "2147483648", "3000000000", "a",  "\0x"s,       "\xCE\xA9"};
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        for (int field = 1; field <= 12; ++field)
+            catalogue.Mp3Info(field, static_cast<std::int32_t>(i + 1), texts[i]);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        for (int field = 1; field <= 12; ++field)
+            EXPECT_EQ(catalogue.Mp3Info(field, static_cast<std::int32_t>(i + 1)), texts[i]);
+    catalogue.MainIsDirty(false);
+    catalogue.Mp3Info(3, 3, "007");
+    EXPECT_FALSE(catalogue.MainIsDirty());
+    for (const int field : {0, 13})
+        EXPECT_THROW(catalogue.Mp3Info(field, 1), SubscriptOutOfRangeError);
+    for (const std::int32_t record : {0, 15})
+        EXPECT_THROW(catalogue.Mp3Info(1, record), SubscriptOutOfRangeError);
+    EXPECT_THROW(catalogue.Mp3Info(13, 1, "x"), SubscriptOutOfRangeError);
+    EXPECT_THROW(catalogue.Mp3Info(1, 0, "x"), SubscriptOutOfRangeError);
+    catalogue.Mp3Info(12, 20, "x");
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 20);
+    EXPECT_EQ(Row(17), "||||");
+}
+
+TEST_F(CatalogueFileTest, SalvageFindsTheRecordsBeyondADamage) {
+    std::string file;
+    for (int i = 1; i <= 9; ++i)
+        file += FileRecord("song.mp3", "C:\\M\\", std::to_string(i));
+    const std::size_t one = file.size() / 9;
+    for (std::size_t byte = 0; byte < 2 * one; ++byte) {
+        std::string damaged = file;
+        damaged[3 * one + byte] = '\xFF';
+        const CatalogueSummary good = SummariseCatalogue(SalvageCatalogue(damaged));
+        EXPECT_FALSE(good.damage);
+        EXPECT_GE(good.songs, 8) << byte;
+        EXPECT_EQ(good.lastNumber, "9");
+    }
+    EXPECT_EQ(SalvageCatalogue(std::string(1000, '\xFF')), "");
+    // Records that only their place tells from chance.
+    const std::string odd = FileRecord("a", "b", "c", "d", "e");
+    EXPECT_EQ(SalvageCatalogue(odd + odd + odd.substr(0, 9)), odd + odd);
+    EXPECT_EQ(SalvageCatalogue("\xFF\xFF" + odd), odd);
+}
+
+}  // namespace
+}  // namespace tobbin

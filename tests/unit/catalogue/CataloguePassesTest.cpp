@@ -1,0 +1,319 @@
+#include <algorithm>
+#include <map>
+#include <random>
+
+#include "catalogue/CatalogueFile.h"
+#include "unit/catalogue/CatalogueFixture.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+constexpr std::int64_t kDay = 24 * 60 * 60;
+
+class Passes : public Catalogue {
+ protected:
+    int Listings() const { return CountInLog("list "); }
+    int Stats() const { return CountInLog("stat "); }
+    int CountInLog(const std::string& prefix) const {
+        return static_cast<int>(
+            std::count_if(fake.disk.Log().begin(), fake.disk.Log().end(),
+                          [&](const std::string& line) { return line.starts_with(prefix); }));
+    }
+    void AddThreeAndSave() {
+        Add("C:\\A\\", "1.mp3");
+        Add("C:\\A\\", "2.mp3");
+        Add("C:\\B\\", "3.mp3");
+        ASSERT_TRUE(catalogue.Save());
+    }
+};
+
+TEST_F(Passes, CheckClearsWhatIsGoneAndListsEachFolderOnce) {
+    for (int i = 0; i < 50; ++i)
+        Add(i % 2 == 0 ? "C:\\A\\" : "C:\\B\\", "song" + std::to_string(i) + ".mp3");
+    catalogue.Save();
+    fake.disk.Erase("C:\\A\\song4.mp3");
+    catalogue.Mp3Info(2, 7, "SONG6.MP3");    // the same file to the file system
+    catalogue.Mp3Info(3, 9, "0");            // missing once is missing for good
+    catalogue.Mp3Info(1, 11, "no\\path\\");  // can't name a file
+    catalogue.Mp3Info(2, 52, "");            // two free records
+    fake.disk.ClearLog();
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Row(5), "0|0|0|5|2");
+    EXPECT_EQ(Row(7), "C:\\A\\|SONG6.MP3|1|7|2");
+    EXPECT_EQ(Row(9), "0|0|0|9|2");
+    EXPECT_EQ(Row(11), "0|0|0|11|2");
+    EXPECT_EQ(Row(52), "0|0|0||");
+    EXPECT_EQ(Row(50), "C:\\B\\|song49.mp3|1|50|2");
+    EXPECT_EQ(Listings(), 2);
+    EXPECT_EQ(Stats(), 3);  // records 5 and 7, and the backup's place
+    EXPECT_TRUE(catalogue.MainIsDirty());
+    EXPECT_GT(fake.events.count, 0);
+}
+
+TEST_F(Passes, CheckLeavesSongsOfUnreachableDrivesAlone) {
+    fake.drives.drives = {{"C:\\", 3}, {"E:\\", 3}};
+    Add("C:\\A\\", "1.mp3");
+    Add("e:\\A\\", "2.mp3");
+    Add("\\\\box\\music\\A\\", "3.mp3");
+    Add("E:\\A\\", "4.mp3");
+    catalogue.Mp3Info(3, 4, "0");
+    const Texts before = Rows();
+    fake.drives.unreachable = {"E:\\"};
+    fake.disk.Erase("E:");
+    fake.disk.Erase("\\\\box\\music");
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Rows(), before);
+
+    fake.drives.unreachable.clear();  // Both are back, without the files.
+    fake.disk.AddFolder("\\\\box\\music");
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Rows(), (Texts{before[0], "0|0|0|2|2", "0|0|0|3|2", "0|0|0|4|2"}));
+}
+
+TEST_F(Passes, CheckAsksForEachFileWhereAFolderCanNotBeListed) {
+    AddThreeAndSave();
+    fake.disk.DenyListing("C:\\A");
+    fake.disk.Erase("C:\\A\\2.mp3");
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Rows(), (Texts{"C:\\A\\|1.mp3|1|1|2", "0|0|0|2|2", "C:\\B\\|3.mp3|1|3|2"}));
+    // No answer is no "it is gone".
+    fake.disk.StopDeadAt(1);
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Row(1), "C:\\A\\|1.mp3|1|1|2");
+}
+
+TEST_F(Passes, CheckDoesNotTrustADriveThatWentAwayMeanwhile) {
+    AddThreeAndSave();
+    fake.disk.Erase("C:\\A");
+    fake.disk.Erase("C:\\B");
+    fake.drives.unplugAfter = 1;
+    const Texts before = Rows();
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Rows(), before);
+}
+
+TEST_F(Passes, OneOfEachFileNameStaysTheOneOfTheSmallestNumber) {
+    Add("C:\\A\\", "x.mp3");
+    Add("C:\\B\\", "X.mp3");  // case counts
+    Add("C:\\B\\", "x.mp3");
+    Add("C:\\C\\", "y.mp3");
+    Add("C:\\D\\", "x.mp3");
+    catalogue.OnSongFound("0", "0");
+    catalogue.OnSongFound("0", "0");
+    for (const int record : {6, 7})
+        catalogue.Mp3Info(3, record, "0");
+    EXPECT_TRUE(catalogue.DeleteIdenticalFileNamesAndPaths());
+    EXPECT_EQ(Rows(), (Texts{"C:\\A\\|x.mp3|1|1|2", "C:\\B\\|X.mp3|1|2|2", "C:\\C\\|y.mp3|1|3|2",
+                             "0|0|0|4|2", "0|0|0|5|2"}));
+    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 5);
+    EXPECT_EQ(SummariseCatalogue(fake.disk.Content(kCatalogue)).songs, 5);
+}
+
+TEST_F(Passes, DuplicatesMatchALiteralSearchOverRandomTables) {
+    std::mt19937 random(20);
+    const Texts names{"a.mp3", "A.mp3", "b.mp3", "0", "", "c[1].mp3"};
+    for (int round = 0; round < 300; ++round) {
+        struct Song {
+            std::string name, presence, rank;
+        };
+        std::map<int, Song> songs;  // by number
+        std::vector<int> numbers(random() % 12 + 1);
+        for (std::size_t i = 0; i < numbers.size(); ++i)
+            numbers[i] = static_cast<int>(3 * i + 1);
+        std::shuffle(numbers.begin(), numbers.end(), random);
+        clsMain table(fake.outside, settings, sorter, progress);
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            const Song song{names[random() % names.size()], random() % 4 == 0 ? "0" : "1",
+                            std::to_string(random() % 6 + 2)};
+            const auto record = static_cast<std::int32_t>(i + 1);
+            songs[numbers[i]] = song;
+            table.Mp3Info(2, record, song.name);
+            table.Mp3Info(3, record, song.presence);
+            table.Mp3Info(4, record, std::to_string(numbers[i]));
+            table.Mp3Info(5, record, song.rank);
+        }
+        Texts wanted;
+        for (const auto& [number, song] : songs) {
+            bool keep = !song.name.empty();
+            for (const auto& [other, older] : songs)
+                keep = keep && !(other < number && older.name == song.name &&
+                                 older.presence == "1" && song.presence == "1");
+            if (keep)
+                wanted.push_back(song.name + song.presence + std::to_string(wanted.size() + 1) +
+                                 song.rank);
+        }
+        ASSERT_TRUE(table.DeleteIdenticalFileNamesAndPaths());
+        Texts rows;
+        for (std::int32_t record = 1; record <= table.UBoundOfMp3Array(); ++record)
+            rows.push_back(table.Mp3Info(2, record) + table.Mp3Info(3, record) +
+                           table.Mp3Info(4, record) + table.Mp3Info(5, record));
+        ASSERT_EQ(rows, wanted) << "round " << round;
+    }
+}
+
+TEST_F(Passes, SortOrdersNumbersByValueAndFieldsAsText) {
+    for (const char* name : {"b.mp3", "C.mp3", "a.mp3"})
+        Add("C:\\", name);
+    catalogue.Mp3Info(4, 1, "10");
+    catalogue.Mp3Info(4, 3, "no number");
+    EXPECT_TRUE(catalogue.Sort());
+    EXPECT_EQ(Rows(), (Texts{"C:\\|a.mp3|1|no number|2", "C:\\|b.mp3|1|10|2", "C:\\|C.mp3|1|2|2"}));
+    EXPECT_TRUE(catalogue.Sort(true, 99, 4));
+    EXPECT_EQ(Rows(), (Texts{"C:\\|C.mp3|1|2|2", "C:\\|b.mp3|1|10|2", "C:\\|a.mp3|1|no number|2"}));
+    EXPECT_TRUE(catalogue.Sort(false, 0, 2));
+    EXPECT_EQ(catalogue.Mp3Info(2, 1), "C.mp3");
+    EXPECT_FALSE(catalogue.Sort(true, 0, 13));
+    EXPECT_FALSE(catalogue.Sort(true, 0, 0));
+    EXPECT_TRUE(catalogue.RenumberBasedOnArrayNumber());
+    EXPECT_EQ(catalogue.Mp3Info(4, 3), "3");
+}
+
+TEST_F(Passes, FolderListIsWrittenSortedAndReadBackWithoutZeros) {
+    Add("C:\\b\\", "1.mp3");
+    Add("C:\\A\\", "2.mp3");
+    Add("C:\\b\\", "3.mp3");
+    Add("C:\\\xCE\xA9\\", "4.mp3");
+    Add("C:\\Caf\xC3\xA9\\", "5.mp3");
+    catalogue.OnSongFound("0", "0");
+    catalogue.Mp3Info(2, 8, "x");  // no folder
+    const Texts before = Rows();
+    EXPECT_TRUE(catalogue.WriteOutMp3DirectoryLocations());
+    EXPECT_EQ(Rows(), before);
+    EXPECT_EQ(fake.disk.Content(kFolders),
+              "0\r\nC:\\A\\\r\nC:\\b\\\r\nC:\\Caf\xE9\\\r\n\xEF\xBB\xBF"
+              "C:\\\xCE\xA9\\\r\n");
+    fake.disk.AddFile("C:\\\xCE\xA9\\new.mp3");
+    fake.disk.ClearLog();
+    EXPECT_TRUE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 8);
+    EXPECT_EQ(Row(8), "C:\\\xCE\xA9\\|new.mp3|1|8|2");
+    for (const std::string& line : fake.disk.Log())
+        EXPECT_TRUE(!line.starts_with("list ") || line.starts_with("list C:\\")) << line;
+}
+
+TEST_F(Passes, AFaultAtAnyOperationOfTheFolderListIsTold) {
+    const std::string wanted = "C:\\A\\\r\nC:\\B\\\r\n";
+    AddThreeAndSave();
+    for (const bool once : {true, false}) {
+        bool reached = true;
+        for (int operation = 1; reached; ++operation) {
+            fake.disk.AddFile(kFolders, "old");
+            fake.statusLine.lines.clear();
+            fake.disk.FailAt(operation, DiskError::DiskFull, once);
+            const bool written = catalogue.WriteOutMp3DirectoryLocations();
+            reached = fake.disk.Operations() >= operation;
+            fake.disk.Heal();
+            const std::string& content = fake.disk.Content(kFolders);
+            EXPECT_TRUE(content == wanted || (!written && content == "old")) << operation;
+            EXPECT_EQ(fake.statusLine.lines.empty(), written) << operation;
+            ASSERT_LT(operation, 40);
+        }
+    }
+    fake.disk.Lock(kFolders);
+    EXPECT_FALSE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 3);
+}
+
+TEST_F(Passes, NewSongsOfKnownFoldersAreAddedAndKnownOnesKeepTheirRanks) {
+    AddThreeAndSave();
+    catalogue.Mp3Info(5, 2, "7");
+    fake.disk.AddFile("C:\\A\\new.mp3");
+    fake.disk.AddFile("C:\\A\\Deep\\far.mp3");
+    fake.disk.AddFile("C:\\B\\1.mp3");  // known by its name
+    const Texts wanted{"C:\\A\\|1.mp3|1|1|2", "C:\\A\\|2.mp3|1|2|7", "C:\\B\\|3.mp3|1|3|2",
+                       "C:\\A\\|new.mp3|1|4|2"};
+    EXPECT_TRUE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());  // The list was lost.
+    EXPECT_EQ(Rows(), wanted);
+    EXPECT_EQ(fake.disk.Content(kFolders), "C:\\A\\\r\nC:\\B\\\r\n");
+    fake.disk.ClearLog();
+    EXPECT_TRUE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());
+    EXPECT_EQ(Rows(), wanted);
+    EXPECT_FALSE(fake.disk.Has(kBackup));  // Nothing of the file was dropped,
+    EXPECT_EQ(CountInLog("write C:\\T\\Grouping\\FileLocNames"), 0);  // and nothing changed.
+}
+
+TEST_F(Passes, WithoutACatalogueTheHardDrivesAreSearched) {
+    fake.disk.AddFile("C:\\Music\\x.mp3");
+    fake.disk.AddFile("C:\\Music\\Deep\\x.mp3");
+    fake.disk.AddFile("C:\\Music\\Deep\\y.mp3");
+    EXPECT_TRUE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 2);
+    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 2);
+    EXPECT_EQ(fake.disk.Content(kCatalogue), FileRecord("x.mp3", "C:\\Music\\", "1") +
+                                                 FileRecord("y.mp3", "C:\\Music\\Deep\\", "2"));
+    EXPECT_EQ(fake.disk.Content(kFolders), "C:\\Music\\\r\nC:\\Music\\Deep\\\r\n");
+}
+
+TEST_F(Passes, NoSongsAtAllLeaveNoFiles) {
+    EXPECT_TRUE(catalogue.AddAnyAdditionalMp3FromTheNormalDirectories());
+    EXPECT_FALSE(catalogue.Mp3MainHasSomeMembers());
+    EXPECT_FALSE(fake.disk.Has(kCatalogue));
+}
+
+TEST_F(Passes, TheCatalogueAsItWasIsKeptBeforeSongsAreLost) {
+    AddThreeAndSave();
+    const std::string three = fake.disk.Content(kCatalogue);
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_FALSE(fake.disk.Has(kBackup));
+    fake.disk.Erase("C:\\A\\1.mp3");
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(fake.disk.Content(kBackup), three);
+    catalogue.LoadMain();
+    catalogue.Mp3Info(5, 1, "7");  // As many songs with a newer rank take its place.
+    catalogue.Save();
+    EXPECT_TRUE(catalogue.KeepBackup());
+    const std::string ranked = fake.disk.Content(kBackup);
+    EXPECT_NE(ranked, three);
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    catalogue.Save();
+
+    // The next loss has fewer present songs to keep, until the copy is over 30 days old.
+    fake.disk.Erase("C:\\A\\2.mp3");
+    const std::int64_t made = fake.clock.unixTime;
+    fake.disk.SetModifiedTime(kBackup, made);
+    fake.clock.unixTime = made + 30 * kDay;
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(fake.disk.Content(kBackup), ranked);
+    EXPECT_EQ(Row(2), "0|0|0|2|2");
+    fake.clock.unixTime += 1;
+    const std::string two = fake.disk.Content(kCatalogue);
+    bool kept = false;
+    for (int operation = 1; !kept; ++operation) {
+        fake.statusLine.lines.clear();
+        fake.disk.FailAt(operation, DiskError::DiskFull, true);
+        kept = catalogue.KeepBackup();
+        EXPECT_EQ(fake.disk.Content(kBackup), kept ? two : ranked) << operation;
+        EXPECT_EQ(fake.statusLine.lines.size(), kept ? 0U : 1U);
+        ASSERT_LT(operation, 20);
+    }
+}
+
+TEST_F(Passes, WithoutTheCopyNoSongOfTheFileIsClearedOrDropped) {
+    AddThreeAndSave();
+    fake.disk.AddFile(kBackup, "");
+    fake.disk.Lock(kBackup);
+    fake.disk.Erase("C:\\A\\1.mp3");
+    catalogue.Mp3Info(2, 2, "3.mp3");
+    const Texts before = Rows();
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    EXPECT_EQ(Rows(), before);
+    EXPECT_NE(fake.statusLine.lines.at(0).find(kBackup), std::string::npos);
+    catalogue.OnSongFound("C:\\B\\", "3.mp3");
+    catalogue.DeleteIdenticalFileNamesAndPaths();
+    EXPECT_EQ(Rows(), before);  // only the new one is gone
+    fake.disk.Unlock(kBackup);
+    catalogue.DeleteIdenticalFileNamesAndPaths();
+    EXPECT_EQ(catalogue.UBoundOfMp3Array(), 2);
+}
+
+TEST(RootOfPath, IsADriveOrAShare) {
+    EXPECT_EQ(RootOfPath("c:\\Music\\"), "C:\\");
+    EXPECT_EQ(RootOfPath("\\\\box\\music\\a\\"), "\\\\box\\music\\");
+    for (const char* none :
+         {"", "0", "0\\", "C:", "C:music", "\\music\\", "\\\\box\\", "\\\\\\x\\y\\"})
+        EXPECT_EQ(RootOfPath(none), "") << none;
+}
+
+}  // namespace
+}  // namespace tobbin
