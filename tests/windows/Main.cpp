@@ -5,34 +5,83 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
+
+#include "platform/Wide_win32.h"
+#include "platform/WindowBase_win32.h"
+#include "util/Check.h"
 
 namespace {
 
-// What the tests start as "another program": writes the rest of its command line and its current
-// folder, a line each in UTF-16, to the file named first.
-int WriteStartFile(int count, wchar_t** arguments) {
+// Where this program writes a report when a test starts it as "another program".
+std::wstring& ReportPath() {
+    static std::wstring path;
+    return path;
+}
+
+// Writes the report, in UTF-16; it is there at once as a whole.
+void Report(const std::wstring& report) {
+    const std::wstring unfinished = ReportPath() + L".part";
+    if (FILE* file = _wfopen(unfinished.c_str(), L"wb")) {
+        std::fwrite(report.data(), sizeof(wchar_t), report.size(), file);
+        std::fclose(file);
+        MoveFileW(unfinished.c_str(), ReportPath().c_str());
+    }
+}
+
+// Reports the arguments behind the report's path and the current folder, a line each.
+int ReportStart(const std::vector<std::wstring>& arguments) {
     std::wstring report;
-    for (int i = 3; i < count; ++i)
-        report += std::wstring(arguments[i]) + L"\n";
+    for (std::size_t i = 3; i < arguments.size(); ++i)
+        report += arguments[i] + L"\n";
     wchar_t folder[MAX_PATH] = L"";
     GetCurrentDirectoryW(MAX_PATH, folder);
-    report += folder;
-    const std::wstring unfinished = std::wstring(arguments[2]) + L".part";
-    FILE* file = _wfopen(unfinished.c_str(), L"wb");
-    if (file == nullptr)
-        return 1;
-    std::fwrite(report.data(), sizeof(wchar_t), report.size(), file);
-    std::fclose(file);
-    return MoveFileW(unfinished.c_str(), arguments[2]) ? 0 : 1;
+    Report(report + folder);
+    return 0;
+}
+
+class ThrowingWindow : public tobbin::WindowBase {
+ public:
+    bool Create() {
+        Placement placement;
+        placement.parent = HWND_MESSAGE;
+        return WindowBase::Create({.name = L"TobbinTestThrowing"}, "", placement);
+    }
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_APP)
+            throw std::runtime_error("thrown on purpose");
+        return Default(message, wParam, lParam);
+    }
+};
+
+// Reports what the person would be told.
+int ReportException() {
+    tobbin::SetCheckHandler([](const char* message) {
+        Report(tobbin::Wide(message));
+        TerminateProcess(GetCurrentProcess(), 3);
+    });
+    ThrowingWindow window;
+    if (window.Create())
+        SendMessageW(window.Handle(), WM_APP, 0, 0);
+    return 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    if (count >= 3 && std::wstring(arguments[1]) == L"--write-start-file")
-        return WriteStartFile(count, arguments);
+    wchar_t** const texts = CommandLineToArgvW(GetCommandLineW(), &count);
+    const std::vector<std::wstring> arguments(texts, texts + count);
+    LocalFree(texts);
+    if (arguments.size() >= 3) {
+        ReportPath() = arguments[2];
+        if (arguments[1] == L"--report-start")
+            return ReportStart(arguments);
+        if (arguments[1] == L"--report-exception")
+            return ReportException();
+    }
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -1,0 +1,237 @@
+#include "platform/Disk_win32.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/DiskError_win32.h"
+#include "platform/FolderListing_win32.h"
+#include "platform/UniqueHandle_win32.h"
+#include "platform/Wide_win32.h"
+#include "windows/TemporaryFolder.h"
+
+namespace tobbin {
+namespace {
+
+class SystemDiskTest : public testing::Test {
+ protected:
+    std::vector<std::string> Names(const std::string& path) {
+        FolderListing listing;
+        EXPECT_TRUE(disk.List(path, listing).Ok()) << path;
+        std::vector<std::string> names;
+        for (const FolderEntry& entry : listing.entries)
+            names.push_back(entry.name);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    DiskError ErrorOfOpening(const std::string& path, OpenMode mode) {
+        std::unique_ptr<File> file;
+        return disk.Open(path, mode, file).Error();
+    }
+    // Another program's hold on a file.
+    UniqueFile Hold(const std::string& path, DWORD access, DWORD share) {
+        UniqueFile handle(
+            CreateFileW(LongPath(path).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
+        EXPECT_TRUE(handle) << path;
+        return handle;
+    }
+
+    TemporaryFolder folder;
+    SystemDisk disk;
+};
+
+TEST_F(SystemDiskTest, NamesOfEveryAlphabetSurvive) {
+    std::vector<std::string> names = {"\xCE\x9F\xCE\xB4\xCF\x8C\xCF\x82.mp3",  // Greek
+                                      "\xE6\x97\xA5\xE6\x9C\xAC.mp3",          // Japanese
+                                      "\xF0\x9F\x8E\xB5 note.mp3",  // beyond the 16-bit characters
+                                      "[a]#1 & 100%.mp3",
+                                      "Caf\xC3\xA9.mp3",
+                                      "incomplete"};
+    for (const std::string& name : names)
+        WriteFileWith(folder / name, name);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(Names(folder / ""), names);
+    for (const std::string& name : names)
+        EXPECT_EQ(Content(folder / name), name);
+}
+
+TEST_F(SystemDiskTest, PathsHaveNoLimitOfLength) {
+    std::string deep = folder / "";
+    for (int level = 0; level < 20; ++level) {
+        deep += std::string(50, static_cast<char>('a' + level)) + "\\";
+        ASSERT_TRUE(disk.CreateFolder(deep).Ok()) << deep;
+    }
+    ASSERT_GT(deep.size(), 1000U);
+    const std::string song = deep + "song.mp3";
+    ASSERT_TRUE(SaveWholeFile(disk, song, "first").Ok());
+    ASSERT_TRUE(SaveWholeFile(disk, song, "second").Ok());
+    EXPECT_EQ(Content(song), "second");
+    EXPECT_EQ(Names(deep), std::vector<std::string>{"song.mp3"});
+    // Parts that a path should not have are worked out where the system no longer does it.
+    EXPECT_EQ(Content(deep + ".\\none\\..\\/song.mp3"), "second");
+    EXPECT_TRUE(disk.Remove(song).Ok());
+    EXPECT_FALSE(FileExists(disk, song));
+}
+
+TEST(LongPath, IsAbsoluteAndMarked) {
+    EXPECT_EQ(LongPath("C:\\Music\\a.mp3"), LR"(\\?\C:\Music\a.mp3)");
+    EXPECT_EQ(LongPath("C:/Music//b/../c. "), LR"(\\?\C:\Music\c. )");
+    EXPECT_EQ(LongPath("C:\\Music\\"), LR"(\\?\C:\Music)");
+    EXPECT_EQ(LongPath("C:\\.."), LR"(\\?\C:\)");
+    EXPECT_EQ(LongPath("\\\\server\\share"), LR"(\\?\UNC\server\share\)");
+    EXPECT_EQ(LongPath("\\\\server\\share\\..\\a\\"), LR"(\\?\UNC\server\share\a)");
+    EXPECT_EQ(LongPath("\\\\?\\C:\\a/b"), LR"(\\?\C:\a/b)");
+    const std::wstring before = std::filesystem::current_path().wstring();
+    ASSERT_TRUE(SetCurrentDirectoryW(L"C:\\windows"));
+    const ScopeGuard goBack([&] { SetCurrentDirectoryW(before.c_str()); });
+    EXPECT_EQ(LongPath("a\\..\\song.mp3"), LR"(\\?\C:\windows\song.mp3)");
+}
+
+TEST_F(SystemDiskTest, BothWaysOfListingGiveTheSame) {
+    constexpr std::size_t kFiles = 1500;  // more than one buffer full
+    const std::string filler(60, 'x');
+    for (std::size_t i = 0; i < kFiles; ++i)
+        WriteFileWith(folder / (std::to_string(i) + filler), "");
+    ASSERT_TRUE(disk.CreateFolder(folder / "sub").Ok());
+
+    const std::wstring longFolder = LongPath(folder / "");
+    const UniqueFile handle(CreateFileW(longFolder.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ,
+                                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                        nullptr));
+    std::vector<FolderEntry> byHandle, bySearch;
+    bool supported = false;
+    ASSERT_TRUE(ListByHandle(handle.Get(), byHandle, supported).Ok());
+    EXPECT_TRUE(supported);
+    ASSERT_TRUE(ListBySearch(longFolder, bySearch).Ok());
+
+    ASSERT_EQ(byHandle.size(), kFiles + 1);
+    ASSERT_EQ(bySearch.size(), kFiles + 1);
+    const auto byName = [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; };
+    std::sort(byHandle.begin(), byHandle.end(), byName);
+    std::sort(bySearch.begin(), bySearch.end(), byName);
+    for (std::size_t i = 0; i < byHandle.size(); ++i) {
+        EXPECT_EQ(byHandle[i].name, bySearch[i].name);
+        EXPECT_EQ(byHandle[i].isFolder, byHandle[i].name == "sub");
+        EXPECT_EQ(bySearch[i].isFolder, bySearch[i].name == "sub");
+    }
+}
+
+TEST_F(SystemDiskTest, AFolderHasOneIdWhateverPathLeadsToIt) {
+    const std::string one = folder / "first folder", two = folder / "second folder";
+    ASSERT_TRUE(disk.CreateFolder(one).Ok());
+    ASSERT_TRUE(disk.CreateFolder(two).Ok());
+    const auto id = [this](const std::string& path) {
+        FolderListing listing;
+        EXPECT_TRUE(disk.List(path, listing).Ok()) << path;
+        return listing.id;
+    };
+    ASSERT_TRUE(id(one).has_value());
+    EXPECT_NE(id(one), id(two));
+    EXPECT_EQ(id(one), id(folder / "FIRST folder\\"));
+    // In short names, where the drive keeps them.
+    EXPECT_EQ(id(one), id(disk.MaybeShortPath(one).value_or(one)));
+}
+
+TEST_F(SystemDiskTest, ReplacePutsTheNewFileInTheOldOnesPlace) {
+    WriteFileWith(folder / "old", "old");
+    WriteFileWith(folder / "new", "new");
+    SetFileAttributesW(Wide(folder / "old").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    ASSERT_TRUE(disk.Replace(folder / "new", folder / "old").Ok());
+    EXPECT_EQ(Content(folder / "old"), "new");
+    EXPECT_EQ(Names(folder / ""), std::vector<std::string>{"old"});
+    EXPECT_TRUE(GetFileAttributesW(Wide(folder / "old").c_str()) & FILE_ATTRIBUTE_HIDDEN);
+
+    EXPECT_EQ(disk.Replace(folder / "none", folder / "old").Error(), DiskError::NotFound);
+    EXPECT_EQ(Content(folder / "old"), "new");
+}
+
+TEST_F(SystemDiskTest, ASaveThatMayNotReplaceLeavesTheOldFileAlone) {
+    WriteFileWith(folder / "song", "old");
+    SetFileAttributesW(Wide(folder / "song").c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(SaveWholeFile(disk, folder / "song", "new").Error(), DiskError::AccessDenied);
+    EXPECT_EQ(Content(folder / "song"), "old");
+    SetFileAttributesW(Wide(folder / "song").c_str(), FILE_ATTRIBUTE_NORMAL);
+
+    UniqueFile held = Hold(folder / "song", GENERIC_READ, FILE_SHARE_READ);
+    EXPECT_EQ(SaveWholeFile(disk, folder / "song", "new").Error(), DiskError::SharingViolation);
+    held.Reset();
+    EXPECT_EQ(Content(folder / "song"), "old");
+    EXPECT_EQ(Names(folder / ""), std::vector<std::string>{"song"});
+    EXPECT_TRUE(SaveWholeFile(disk, folder / "song", "new").Ok());
+}
+
+TEST_F(SystemDiskTest, ReadingHindersNobodyAndWritingIsAlone) {
+    WriteFileWith(folder / "song", "0123456789");
+    {
+        std::unique_ptr<File> reading;
+        ASSERT_TRUE(disk.Open(folder / "song", OpenMode::Read, reading).Ok());
+        Hold(folder / "song", GENERIC_READ | GENERIC_WRITE | DELETE, FILE_SHARE_READ);
+    }
+    {
+        std::unique_ptr<File> writing;
+        ASSERT_TRUE(disk.Open(folder / "song", OpenMode::Update, writing).Ok());
+        EXPECT_EQ(ErrorOfOpening(folder / "song", OpenMode::Update), DiskError::SharingViolation);
+    }
+    const UniqueFile held = Hold(folder / "song", GENERIC_READ, 0);
+    EXPECT_EQ(ErrorOfOpening(folder / "song", OpenMode::Read), DiskError::SharingViolation);
+    EXPECT_TRUE(FileExists(disk, folder / "song"));
+}
+
+TEST_F(SystemDiskTest, FilesAreReadAndWrittenAnywhere) {
+    std::unique_ptr<File> file;
+    WriteFileWith(folder / "file", "0123456789");
+    ASSERT_TRUE(disk.Open(folder / "file", OpenMode::Update, file).Ok());
+    std::string bytes;
+    EXPECT_TRUE(file->Read(7, 100, bytes).Ok());
+    EXPECT_EQ(bytes, "789");
+    EXPECT_TRUE(file->Read(11, 1, bytes).Ok());
+    EXPECT_EQ(bytes, "");
+    EXPECT_TRUE(file->Write(12, "TAG").Ok());
+    EXPECT_TRUE(file->Write(0, "x").Ok());
+    std::uint64_t size = 0;
+    EXPECT_TRUE(file->Size(size).Ok());
+    EXPECT_EQ(size, 15U);
+    EXPECT_TRUE(file->Flush().Ok());
+    EXPECT_TRUE(file->Close().Ok());
+    EXPECT_EQ(Content(folder / "file"), std::string("x123456789\0\0TAG", 15));
+
+    ASSERT_TRUE(disk.Open(folder / "file", OpenMode::Read, file).Ok());
+    EXPECT_EQ(file->Write(0, "y").Error(), DiskError::AccessDenied);
+    PathInfo info;
+    ASSERT_TRUE(disk.Stat(folder / "file", info).Ok());
+    EXPECT_EQ(info.size, 15U);
+    EXPECT_GT(info.modifiedTime, 1'600'000'000);
+}
+
+TEST_F(SystemDiskTest, WhatIsWrongIsToldApart) {
+    WriteFileWith(folder / "file", "");
+    for (const std::string& nothing : {folder / "none", folder / "none\\none", folder / "a?b",
+                                       folder / "file\\below", std::string("Q:\\none")}) {
+        PathInfo info;
+        EXPECT_TRUE(disk.Stat(nothing, info).Ok()) << nothing;
+        EXPECT_EQ(info.kind, PathKind::Nothing);
+        EXPECT_EQ(ErrorOfOpening(nothing, OpenMode::Read), DiskError::NotFound) << nothing;
+        FolderListing listing;
+        EXPECT_EQ(disk.List(nothing, listing).Error(), DiskError::NotFound) << nothing;
+    }
+    FolderListing listing;
+    EXPECT_EQ(disk.List(folder / "file", listing).Error(), DiskError::NotFound);
+    EXPECT_EQ(ErrorOfOpening(folder / "", OpenMode::Read), DiskError::AccessDenied);
+    EXPECT_EQ(disk.CreateFolder(folder / "").Error(), DiskError::AlreadyExists);
+    EXPECT_EQ(disk.Remove(folder / "none").Error(), DiskError::NotFound);
+    EXPECT_TRUE(FolderExists(disk, folder / ""));
+    EXPECT_TRUE(FolderExists(disk, "C:\\"));
+
+    EXPECT_EQ(StatusOf(ERROR_DISK_FULL).Error(), DiskError::DiskFull);
+    EXPECT_EQ(StatusOf(ERROR_HANDLE_DISK_FULL).Error(), DiskError::DiskFull);
+    EXPECT_EQ(StatusOf(ERROR_WRITE_PROTECT).Error(), DiskError::WriteProtected);
+    EXPECT_EQ(StatusOf(ERROR_NOT_READY).Error(), DiskError::NotReady);
+    EXPECT_EQ(StatusOf(ERROR_BAD_NETPATH).Error(), DiskError::NotReady);
+    EXPECT_EQ(StatusOf(ERROR_CRC).Error(), DiskError::Other);
+    EXPECT_EQ(StatusOf(ERROR_CRC).SystemCode(), 23U);
+}
+
+}  // namespace
+}  // namespace tobbin

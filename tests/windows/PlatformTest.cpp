@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/EventPump_win32.h"
+#include "platform/Process_win32.h"
+#include "platform/UniqueHandle_win32.h"
+#include "platform/UserSettings_win32.h"
+#include "platform/Wide_win32.h"
+#include "platform/WindowBase_win32.h"
+#include "platform/WindowsOutside_win32.h"
+#include "windows/TemporaryFolder.h"
+
+namespace tobbin {
+namespace {
+
+TEST(WindowsText, EveryByteIsACharacter) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all.push_back(static_cast<char>(byte));
+    for (const unsigned page : {WindowsText::SystemPage(), 1250U, 1251U, 1252U, 1253U, 1255U, 874U})
+        EXPECT_EQ(WindowsText(page).MaybeToAnsi(WindowsText(page).FromAnsi(all)), all) << page;
+
+    const WindowsText western(1252);
+    EXPECT_EQ(western.FromAnsi("\x80\x81\x8D\x8F\x90\x9D\x9F\xE9"),
+              "\xE2\x82\xAC\xC2\x81\xC2\x8D\xC2\x8F\xC2\x90\xC2\x9D\xC5\xB8\xC3\xA9");
+    EXPECT_EQ(WindowsText(1253).FromAnsi("\xAA\xD9"), "\xC2\xAA\xCE\xA9");
+}
+
+TEST(WindowsText, NothingIsReplacedByALookAlike) {
+    const WindowsText western(1252);
+    EXPECT_EQ(western.MaybeToAnsi("\xCE\xA9"), std::nullopt);          // Omega
+    EXPECT_EQ(western.MaybeToAnsi("\xEF\xBC\xA1"), std::nullopt);      // a wide A
+    EXPECT_EQ(western.MaybeToAnsi("\xF0\x9F\x8E\xB5"), std::nullopt);  // a note
+    const WindowsText japanese(932);
+    EXPECT_EQ(japanese.MaybeToAnsi("a\xE6\x97\xA5\xE6\x9C\xAC"), "a\x93\xFA\x96\x7B");
+    EXPECT_EQ(japanese.FromAnsi("a\x93\xFA\x96\x7B"), "a\xE6\x97\xA5\xE6\x9C\xAC");
+    EXPECT_EQ(japanese.MaybeToAnsi("Caf\xC3\xA9"), std::nullopt);
+    EXPECT_EQ(japanese.MaybeToAnsi("\xED\xA0\x80"), std::nullopt);  // half a pair
+}
+
+TEST(WindowsText, LetterCaseIsThatOfEveryAlphabet) {
+    const WindowsText text;
+    EXPECT_EQ(text.ToLower("Abc [\xC3\x89]"), "abc [\xC3\xA9]");
+    EXPECT_EQ(text.ToLower("\xCE\xA3\xCE\x99\xCE\xA3"), "\xCF\x83\xCE\xB9\xCF\x83");  // sigma
+    EXPECT_EQ(text.ToUpper("\xD0\xB6\xD1\x8F"), "\xD0\x96\xD0\xAF");                  // Cyrillic
+    // One character for one: a sharp s has no single capital.
+    EXPECT_EQ(text.ToUpper("stra\xC3\x9F"
+                           "e"),
+              "STRA\xC3\x9F"
+              "E");
+    for (const char* unchanged : {"\xF0\x9F\x8E\xB5\xC3\xA9", "\xED\xA0\x80 a", "\xE6\x97\xA5"})
+        EXPECT_EQ(text.ToLower(unchanged), unchanged);
+}
+
+TEST(SystemDrives, KnowsTheDrivesThereAre) {
+    SystemDrives drives;
+    const std::vector<std::string> roots = drives.Roots();
+    EXPECT_NE(std::find(roots.begin(), roots.end(), "C:\\"), roots.end());
+    EXPECT_EQ(drives.Type("C:\\"), 3U);
+    EXPECT_TRUE(drives.IsReachable("C:\\"));
+    EXPECT_EQ(drives.Type("Q:\\"), 1U);
+    EXPECT_FALSE(drives.IsReachable("Q:\\"));
+}
+
+TEST(RegistrySettings, KeepsTexts) {
+    const std::wstring key = L"Software\\Tobbin test " + std::to_wstring(GetCurrentProcessId());
+    const ScopeGuard removeKey([&] { RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str()); });
+    RegistrySettings settings(key + L"\\Options");
+    EXPECT_EQ(settings.MaybeRead("Show Tips at Startup"), std::nullopt);
+    const std::string longText(500, 'x');
+    for (const std::string& value : {std::string("0"), std::string(), longText + "\xCE\xA9"}) {
+        EXPECT_TRUE(settings.Write("Show Tips at Startup", value));
+        EXPECT_EQ(settings.MaybeRead("Show Tips at Startup"), value);
+    }
+}
+
+// The test program's own file under another name, started with arguments that make it write down
+// how it was started.
+class SystemProgramsTest : public testing::Test {
+ protected:
+    void CopySelf(const std::string& to) {
+        wchar_t self[MAX_PATH] = L"";
+        GetModuleFileNameW(nullptr, self, MAX_PATH);
+        ASSERT_TRUE(CopyFileW(self, LongPath(to).c_str(), FALSE));
+    }
+    // The lines that the started program wrote; waits up to 20 seconds for them.
+    std::string Report() {
+        for (int tries = 0; tries < 2000 && !FileExists(disk, folder / "report"); ++tries)
+            Sleep(10);
+        const std::string bytes = Content(folder / "report");
+        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+        std::memcpy(text.data(), bytes.data(), bytes.size());
+        return Utf8(text);
+    }
+
+    TemporaryFolder folder;
+    SystemDisk disk;
+    SystemPrograms programs;
+};
+
+TEST_F(SystemProgramsTest, AreStartedByTheirFullPathInTheirOwnFolder) {
+    ASSERT_TRUE(disk.CreateFolder(folder / "a folder").Ok());
+    const std::string program = folder / "a folder\\the program \xCE\xA9.exe";
+    ASSERT_NO_FATAL_FAILURE(CopySelf(program));
+    EXPECT_TRUE(programs.Start(
+        program, "--report-start \"" + (folder / "report") + "\" \"first \xCE\xA9\" second",
+        ShowProgram::MinimisedInactive));
+    EXPECT_EQ(Report(), "first \xCE\xA9\nsecond\n" + (folder / "a folder"));
+}
+
+TEST_F(SystemProgramsTest, AreNeverSearchedFor) {
+    EXPECT_FALSE(programs.Start("notepad.exe", "", ShowProgram::Normal));
+    EXPECT_FALSE(programs.Start("C:notepad.exe", "", ShowProgram::Normal));
+    EXPECT_FALSE(programs.Start(folder / "none.exe", "", ShowProgram::Normal));
+    EXPECT_FALSE(programs.Start("C:\\windows\\notepad", "", ShowProgram::Normal));
+}
+
+TEST_F(SystemProgramsTest, AnExceptionInAWindowProcedureEndsTheProgramWithAMessage) {
+    ASSERT_NO_FATAL_FAILURE(CopySelf(folder / "program.exe"));
+    EXPECT_TRUE(programs.Start(folder / "program.exe",
+                               "--report-exception \"" + (folder / "report") + "\"",
+                               ShowProgram::Normal));
+    EXPECT_EQ(Report(), "Tobbin has to stop: thrown on purpose.");
+}
+
+// A window that only gets messages.
+class MessageWindow : public WindowBase {
+ public:
+    MessageWindow() {
+        Placement placement;
+        placement.parent = HWND_MESSAGE;
+        EXPECT_TRUE(Create({.name = L"TobbinTestMessages"}, "caption", placement));
+    }
+    ~MessageWindow() override { Destroy(); }
+    int handled = 0;
+    bool repeats = false;  // whether each message is the cause of the next one
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_APP)
+            return Default(message, wParam, lParam);
+        ++handled;
+        if (repeats)
+            PostMessageW(Handle(), WM_APP, 0, 0);
+        return 0;
+    }
+};
+
+TEST(WindowBase, LivesOnWithoutItsWindow) {
+    MessageWindow window;
+    EXPECT_EQ(WindowText(window.Handle()), "caption");
+    SendMessageW(window.Handle(), WM_APP, 0, 0);
+    EXPECT_EQ(window.handled, 1);
+    DestroyWindow(window.Handle());
+    EXPECT_EQ(window.Handle(), nullptr);
+}
+
+TEST(SystemEventPump, HandlesWhatWaitsAndKeepsTheRequestToQuit) {
+    MessageWindow window;
+    SystemEventPump pump;
+    int filtered = 0;
+    pump.SetFilter([&](MSG& message) {
+        const bool mine = message.message == WM_APP && message.wParam == 1;
+        filtered += mine ? 1 : 0;
+        return mine;
+    });
+    PostMessageW(window.Handle(), WM_APP, 0, 0);
+    PostMessageW(window.Handle(), WM_APP, 1, 0);
+    pump.LetEventsThrough();
+    EXPECT_EQ(window.handled, 1);
+    EXPECT_EQ(filtered, 1);
+
+    PostMessageW(window.Handle(), WM_APP, 0, 0);
+    PostQuitMessage(7);
+    const ULONGLONG limit = GetTickCount64() + 10'000;
+    while (!pump.QuitRequested() && GetTickCount64() < limit)
+        pump.LetEventsThrough();
+    EXPECT_EQ(window.handled, 2);
+    EXPECT_EQ(pump.RunUntilQuit(), 7);
+}
+
+TEST(SystemEventPump, ComesBackFromMessagesWithoutEnd) {
+    MessageWindow window;
+    window.repeats = true;
+    PostMessageW(window.Handle(), WM_APP, 0, 0);
+    SystemEventPump pump;
+    pump.LetEventsThrough();
+    EXPECT_GT(window.handled, 1);
+}
+
+TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
+    WindowsOutside windows;
+    Outside& outside = windows.Interfaces();
+    const std::int64_t before = outside.clock.Milliseconds();
+    EXPECT_GE(outside.clock.Milliseconds(), before);
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    const ULONGLONG ticks = static_cast<ULONGLONG>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    EXPECT_NEAR(static_cast<double>(outside.clock.UnixTime()),
+                static_cast<double>(ticks / 10'000'000 - 11'644'473'600), 2);
+    double least = 1, most = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const double chance = outside.clock.Random();
+        ASSERT_TRUE(chance >= 0 && chance < 1);
+        least = std::min(least, chance);
+        most = std::max(most, chance);
+    }
+    EXPECT_LT(least, 0.1);
+    EXPECT_GT(most, 0.9);
+
+    outside.statusLine.Say("said before there was a frame");
+    std::string shown;
+    windows.Status().SetListener([&](const std::string& line) { shown = line; });
+    EXPECT_EQ(shown, "said before there was a frame");
+    windows.Status().Clear();
+    EXPECT_EQ(shown, "");
+}
+
+}  // namespace
+}  // namespace tobbin
