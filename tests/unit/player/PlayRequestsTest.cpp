@@ -1,0 +1,94 @@
+#include "player/PlayRequests.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+class FakeLocation : public PlayerLocation {
+ public:
+    std::string path;
+    std::string PlayerPath() const override { return path; }
+    void OnPlayerFound(const std::string& found) override { path = found; }
+};
+
+class FakeHost : public PlayHost {
+ public:
+    std::string did;
+    void EnableFrame(bool enabled) override { did += enabled ? "enable " : "disable "; }
+    void PlayInPanel() override { did += "play "; }
+    void InstallPlayer() override { did += "install "; }
+};
+
+class Requests : public testing::Test {
+ protected:
+    Requests() {
+        for (std::int32_t record = 10; record > 0; --record)
+            songs.push_back({record, record == 9 || record == 4 || record == 2});
+    }
+    std::vector<std::int32_t> Listed() const {
+        std::vector<std::int32_t> records;
+        for (std::int32_t place = 1; place <= playList.UpperBound(); ++place)
+            records.push_back(playList.Song(place));
+        return records;
+    }
+
+    FakeOutside fake;
+    FakeLocation location;
+    FakeHost host;
+    PlayerDiscovery discovery{fake.outside, location};
+    WinAMP_Control control{fake.outside};
+    PlayList playList;
+    PlayRequests requests{fake.outside, location, discovery, control, playList, host};
+    std::vector<ListedSong> songs;  // records 10 to 1; 9, 4 and 2 are selected
+};
+
+TEST_F(Requests, PlayInTheListsOrder) {
+    location.path = "c:\\winamp.exe";
+    requests.PlaySelectedSongs(songs);
+    EXPECT_EQ(Listed(), (std::vector<std::int32_t>{9, 4, 2}));
+    EXPECT_EQ(control.PlayerProgramPath(), "c:\\winamp.exe");
+    requests.PlayAllSongsInFolder(songs);
+    EXPECT_EQ(Listed(), (std::vector<std::int32_t>{10, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
+    EXPECT_EQ(host.did, "play play ");
+    requests.PlaySelectedSongs({{1, false}});
+    requests.PlayAllSongsInFolder({});
+    EXPECT_EQ(host.did, "play play ");
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(Requests, OfferToInstallAnUnknownPlayer) {
+    fake.dialogs.answers = {Answer::Cancel, Answer::No, Answer::Yes};
+    requests.PlayAllSongsInFolder(songs);
+    requests.PlaySelectedSongs(songs);
+    EXPECT_EQ(host.did, "");
+    EXPECT_FALSE(requests.PlayerCheck());
+    EXPECT_EQ(host.did, "install ");
+    ASSERT_EQ(fake.dialogs.boxes.size(), 4U);
+    EXPECT_EQ(fake.dialogs.boxes[2].buttons, Buttons::YesNoCancel);
+    EXPECT_EQ(fake.dialogs.boxes[2].text,
+              "WinAmp is not installed on your system.  You need Winamp to play music.  Would you "
+              "like to have a free copy of WinAmp installed on you system now?");
+    EXPECT_EQ(fake.dialogs.boxes[3].buttons, Buttons::Ok);
+    EXPECT_EQ(fake.dialogs.boxes[3].text,
+              "WinAmp will now be installed on your system.  After WinAmp is installed, close down "
+              "both WinAmp and Tobbin.  Then just open Tobbin.  When you request to play songs "
+              "WinAmp will then automatically open.");
+}
+
+TEST_F(Requests, RunAPendingSearchOnceFirst) {
+    FakeProgress stopped;
+    stopped.stopAfter = 0;
+    discovery.Search(stopped);
+    fake.drives.treeFinds["C:\\"] = "C:\\Winamp.exe";
+    requests.PlaySelectedSongs(songs);
+    EXPECT_EQ(host.did, "disable enable play ");
+    EXPECT_EQ(control.PlayerProgramPath(), "c:\\winamp.exe");
+    requests.PlaySelectedSongs(songs);
+    EXPECT_EQ(host.did, "disable enable play play ");
+}
+
+}  // namespace
+}  // namespace tobbin

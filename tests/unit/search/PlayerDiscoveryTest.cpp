@@ -1,0 +1,93 @@
+#include "search/PlayerDiscovery.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class FakeLocation : public PlayerLocation {
+ public:
+    std::string path = "as before";
+    std::string PlayerPath() const override { return path; }
+    void OnPlayerFound(const std::string& found) override { path = found; }
+};
+
+class FakeSearchingWindow : public SearchingWindow {
+ public:
+    Texts steps;
+    void Open() override { steps.push_back("open"); }
+    void Close() override { steps.push_back("close"); }
+    void Show(const std::string& text) override { steps.push_back(text); }
+};
+
+class Discovery : public testing::Test {
+ protected:
+    Discovery() {
+        fake.drives.drives = {{"A:\\", 2U}, {"C:\\", 3U}, {"D:\\", 5U}, {"E:\\", 3U}, {"F:\\", 3U}};
+    }
+    FakeOutside fake;
+    FakeLocation location;
+    FakeProgress progress;
+    PlayerDiscovery discovery{fake.outside, location};
+};
+
+TEST_F(Discovery, TakesTheFirstHardDriveThatHoldsThePlayer) {
+    fake.drives.treeFinds["A:\\"] = "A:\\winamp.exe";
+    fake.drives.treeFinds["E:\\"] = "E:\\Program Files\\\xC3\x89\\WinAmp.EXE";
+    fake.drives.treeFinds["F:\\"] = "F:\\winamp.exe";
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
+    EXPECT_EQ(location.path, "e:\\program files\\\xC3\xA9\\winamp.exe");
+    EXPECT_EQ(fake.drives.treeSearches, (Texts{"C:\\ winamp.exe", "E:\\ winamp.exe"}));
+    EXPECT_EQ(progress.texts, (Texts{"Looking for WinAmp in A:\\", "Looking for WinAmp in C:\\",
+                                     "Looking for WinAmp in D:\\", "Looking for WinAmp in E:\\",
+                                     "Found WinAmp!!"}));
+    EXPECT_GE(fake.events.count, 3 * 2000);
+}
+
+TEST_F(Discovery, WithoutAPlayerLeavesItsPlaceAsItWas) {
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::NotFound);
+    EXPECT_EQ(location.path, "as before");
+    EXPECT_FALSE(discovery.IsSearchPending());
+}
+
+TEST_F(Discovery, AStopEndsItAfterTheDriveAndLeavesItPending) {
+    fake.drives.treeFinds["E:\\"] = "E:\\winamp.exe";
+    progress.stopAfter = 2;  // while C: is searched
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Stopped);
+    EXPECT_EQ(location.path, "as before");
+    EXPECT_EQ(fake.drives.treeSearches, (Texts{"C:\\ winamp.exe"}));
+    EXPECT_TRUE(discovery.IsSearchPending());
+    progress.stopAfter = -1;
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
+    EXPECT_FALSE(discovery.IsSearchPending());
+}
+
+TEST_F(Discovery, StartsTheInstallerOrSaysWhichFileIsMissing) {
+    EXPECT_FALSE(discovery.RunInstaller("C:\\Tobbin\\"));
+    ASSERT_EQ(fake.dialogs.boxes.size(), 1U);
+    EXPECT_NE(fake.dialogs.boxes[0].text.find("C:\\Tobbin\\winamp265_lite.exe"), std::string::npos);
+    EXPECT_TRUE(fake.programs.started.empty());
+    fake.disk.AddFile("C:\\Tobbin\\winamp265_lite.exe");
+    EXPECT_TRUE(discovery.RunInstaller("C:\\Tobbin\\"));
+    ASSERT_EQ(fake.programs.started.size(), 1U);
+    EXPECT_EQ(fake.programs.started[0].program, "C:\\Tobbin\\winamp265_lite.exe");
+    EXPECT_EQ(fake.programs.started[0].show, ShowProgram::Normal);
+}
+
+TEST_F(Discovery, ShowsTheProgressWindowThroughBothSearches) {
+    fake.drives.treeFinds["C:\\"] = "C:\\winamp.exe";
+    FakeSearchingWindow window;
+    discovery.SearchWithProgressWindow(window, [&] {
+        EXPECT_EQ(location.path, "c:\\winamp.exe");
+        window.steps.push_back("songs");
+    });
+    EXPECT_EQ(window.steps, (Texts{"open", "Searching for Winamp  . . . ",
+                                   "Searching to add new songs  . . . ", "songs", "close"}));
+}
+
+}  // namespace
+}  // namespace tobbin
