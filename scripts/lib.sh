@@ -88,3 +88,14 @@ clean_up() {
     [ -z "${WINEPREFIX:-}" ] || timeout 20 wineserver -k || true
     [ -z "${display_process:-}" ] || kill "$display_process" 2>/dev/null || true
 }
+
+# Puts together the application folder: what a person gets. The program must be built.
+make_application_folder() {
+    mkdir -p "$1"
+    cp "$root/build/windows-release/Tobbin.exe" "$1/"
+    local text
+    for text in TIPOFDAY.TXT readme.txt; do
+        # Windows' own editor wants CR LF, and older ones the ANSI code page.
+        sed 's/$/\r/' "$root/assets/$text" >"$1/$text"
+    done
+}
