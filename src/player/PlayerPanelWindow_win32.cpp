@@ -81,6 +81,11 @@ bool PlayerPanelWindow::Open(HWND mdiClient, std::function<void()> closed) {
     placement.exStyle = WS_EX_MDICHILD | WS_EX_CONTROLPARENT;
     placement.width = ScalePixels(kFirstWidth, mdiClient);
     placement.height = ScalePixels(kFirstHeight, mdiClient);
+    // In the corner where it hides the least of a jukebox window.
+    RECT room = {};
+    GetClientRect(mdiClient, &room);
+    placement.x = std::max<int>(0, room.right - placement.width);
+    placement.y = std::max<int>(0, room.bottom - placement.height);
     placement.parent = mdiClient;
     if (!Create(look, "WinAMP", placement))
         return false;

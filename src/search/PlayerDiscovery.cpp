@@ -2,22 +2,13 @@
 
 #include <optional>
 
+#include "search/SilentProgress.h"
 #include "search/SongSearch.h"
 
 namespace tobbin {
 namespace {
 
 constexpr int kYieldsAfterADrive = 2000;
-
-// Passes the wish to stop on, but not the texts.
-class SilentProgress : public Progress {
- public:
-    explicit SilentProgress(const Progress& progress) : m_progress(progress) {}
-    bool StopRequested() const override { return m_progress.StopRequested(); }
-
- private:
-    const Progress& m_progress;
-};
 
 }  // namespace
 

@@ -1,0 +1,98 @@
+#include "shell/FramePlayer_win32.h"
+
+#include "player/SongPaths.h"
+#include "search/SilentProgress.h"
+#include "shell/Searching_win32.h"
+
+namespace tobbin {
+
+FramePlayer::FramePlayer(Application& application)
+    : m_application(application),
+      m_requests(application.TheOutside(), application.PlayerPlace(), application.Discovery(),
+                 application.Player(), application.SongsToPlay(), *this) {}
+
+FramePlayer::~FramePlayer() = default;
+
+void FramePlayer::SetWindows(HWND frame, HWND mdiClient) {
+    m_frame = frame;
+    m_mdiClient = mdiClient;
+}
+
+void FramePlayer::MinimisePanel() {
+    if (Panel() != nullptr)
+        ShowWindow(Panel(), SW_MINIMIZE);
+}
+
+bool FramePlayer::TranslateKeys(MSG& message) {
+    return Panel() != nullptr && IsChild(Panel(), message.hwnd) &&
+           IsDialogMessageW(Panel(), &message);
+}
+
+void FramePlayer::ReleaseClosed() {
+    if (m_panelClosed)
+        m_panel.reset();
+    m_panelClosed = false;
+}
+
+void FramePlayer::EnableFrame(bool enabled) {
+    EnableWindow(m_frame, enabled);
+}
+
+void FramePlayer::PlayInPanel() {
+    ReleaseClosed();
+    if (m_panel)
+        m_panel->Panel().Playstuff();
+    else
+        OpenPanel();
+}
+
+void FramePlayer::OpenPanel() {
+    MakeRoomForPanel();
+    m_panel = std::make_unique<PlayerPanelWindow>(
+        m_application.TheOutside(), m_application.Player(), m_application.SongsToPlay(),
+        SongPathsOf(m_application.Catalogue()));
+    if (!m_panel->Open(m_mdiClient, [this] { OnPanelClosed(); })) {
+        m_panel.reset();
+        return;
+    }
+    m_loadedNumber = m_application.Windows().Add("frmMainWinamp",
+                                                 [this] { SendMessageW(Panel(), WM_CLOSE, 0, 0); });
+}
+
+// A child that opens over a maximised one is maximised too. The jukebox window is given all of the
+// room as a plain window instead, so that the small panel stays small.
+void FramePlayer::MakeRoomForPanel() {
+    BOOL maximised = FALSE;
+    const auto active = reinterpret_cast<HWND>(
+        SendMessageW(m_mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximised)));
+    if (active == nullptr || !maximised)
+        return;
+    SendMessageW(m_mdiClient, WM_MDIRESTORE, reinterpret_cast<WPARAM>(active), 0);
+    RECT room = {};
+    GetClientRect(m_mdiClient, &room);
+    MoveWindow(active, 0, 0, room.right, room.bottom, TRUE);
+}
+
+void FramePlayer::OnPanelClosed() {
+    m_application.Windows().Remove(m_loadedNumber);
+    m_panelClosed = true;
+}
+
+void FramePlayer::InstallPlayer() {
+    PlayerDiscovery& discovery = m_application.Discovery();
+    if (!discovery.RunInstaller(m_application.Folders().application))
+        return;
+    SearchingPopup window(m_frame);
+    discovery.SearchWithProgressWindow(window, [this, &window] {
+        SilentProgress silent(window);
+        m_application.LongWork().Window(&silent);
+        clsMain& catalogue = m_application.Catalogue();
+        const std::int32_t before = catalogue.UBoundOfMp3Array();
+        catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
+        if (catalogue.UBoundOfMp3Array() != before)
+            m_application.Groups().BuildAutomaticGroups(0, true, "");
+        m_application.LongWork().Window(nullptr);
+    });
+}
+
+}  // namespace tobbin
