@@ -9,6 +9,7 @@
 #include "catalogue/TextPool.h"
 #include "jukebox/Jukebox.h"
 #include "platform/Outside.h"
+#include "tags/MP3TagEditor.h"
 
 namespace tobbin {
 
@@ -44,7 +45,7 @@ class AutomaticGroups {
     struct Tag {
         std::uint32_t artist = 0;
         std::uint32_t year = 0;
-        std::int16_t genre = 0;
+        std::int16_t genre = MP3TagEditor::kNoGenra;
     };
     // The tags that one run has read, by catalogue record, so that several jukeboxes share them.
     struct TagsRead {

@@ -1,0 +1,231 @@
+#include "jukebox/AutomaticGroups.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "jukebox/GroupFiling.h"
+#include "jukebox/SpecialFolders.h"
+#include "util/Convert.h"
+#include "util/Text.h"
+#include "util/Utf.h"
+
+namespace tobbin {
+namespace {
+
+constexpr std::int16_t kLeaveNewAlone = 1;
+
+// Gathers songs by folder, so that each folder is changed once.
+class SongsToAdd {
+ public:
+    void Add(Folder& folder, const SongItem& song) {
+        const auto [place, isNew] = m_places.try_emplace(&folder, m_folders.size());
+        if (isNew)
+            m_folders.push_back({&folder, {}});
+        m_folders[place->second].second.push_back(song);
+    }
+    void AppendTo(Jukebox& jukebox) const {
+        for (const auto& [folder, songs] : m_folders)
+            jukebox.AppendSongs(*folder, songs);
+    }
+
+ private:
+    std::vector<std::pair<Folder*, std::vector<SongItem>>> m_folders;
+    std::unordered_map<const Folder*, std::size_t> m_places;
+};
+
+// A tag's text as a folder's text: padding is not part of it, nor are brackets.
+std::string FolderTextOf(const std::string& tagText) {
+    std::string text(TrimBlanks(std::string_view(tagText).substr(0, tagText.find('\0'))));
+    AutomaticGroups::CleanBrackets(text);
+    return text;
+}
+
+// Whether the number that a text begins with is other than 0; a text without one counts as 0.
+bool BeginsWithNumberOtherThanZero(std::string_view text) {
+    text = TrimBlanks(text);
+    if (text.starts_with('+') || text.starts_with('-'))
+        text.remove_prefix(1);
+    bool seenPoint = false;
+    for (const char c : text) {
+        if (c >= '1' && c <= '9')
+            return true;
+        if (c == '.' && !std::exchange(seenPoint, true))
+            continue;
+        if (c != '0')
+            break;
+    }
+    return false;
+}
+
+// The decade folder for a year: its third character alone decides. Nothing for "1" and for what is
+// no digit.
+std::optional<std::string> MaybeDecadeText(std::string_view year) {
+    char32_t third = 0;
+    for (int i = 0; i < 3; ++i) {
+        if (year.empty())
+            return std::nullopt;
+        TakeCodePoint(year, third);
+    }
+    if (third < U'0' || third > U'9' || third == U'1')
+        return std::nullopt;
+    return std::string(1, static_cast<char>(third)) + "0's";
+}
+
+// "Decades" and its folders, as far as the jukebox has them. A decade folder that was moved from
+// under "Decades" still is one.
+class DecadeFolders {
+ public:
+    explicit DecadeFolders(const Jukebox& jukebox) {
+        const Folder* const decades = jukebox.MaybeFind(kDecades);
+        if (decades == nullptr)
+            return;
+        for (const std::string& text : DecadeTexts()) {
+            Folder* const child = decades->MaybeChild(text);
+            m_folders[text] = child != nullptr ? child : jukebox.MaybeFind(text);
+        }
+    }
+    Folder* MaybeFor(const std::string& year) const {
+        const auto text = MaybeDecadeText(year);
+        const auto found = text ? m_folders.find(*text) : m_folders.end();
+        return found == m_folders.end() ? nullptr : found->second;
+    }
+
+ private:
+    std::unordered_map<std::string, Folder*> m_folders;
+};
+
+}  // namespace
+
+AutomaticGroups::AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes)
+    : m_outside(outside), m_catalogue(catalogue), m_jukeboxes(jukeboxes) {}
+
+void AutomaticGroups::CleanBrackets(std::string& text) {
+    std::ranges::replace_if(
+        text, [](char c) { return c == ']' || c == '['; }, ' ');
+    text = std::string(TrimBlanks(text));
+}
+
+void AutomaticGroups::SelectSongsNotInFolder(const Folder& folder,
+                                             std::vector<bool>& selection) const {
+    const std::int32_t last = m_catalogue.UBoundOfMp3Array();
+    selection.assign(static_cast<std::size_t>(last) + 1, false);
+    for (std::int32_t record = 1; record <= last; ++record)
+        selection[static_cast<std::size_t>(record)] = m_catalogue.IsPresent(record);
+    for (const SongItem& song : folder.Songs()) {
+        if (song.recordNumber >= 1 && song.recordNumber <= last)
+            selection[static_cast<std::size_t>(song.recordNumber)] = false;
+    }
+}
+
+AutomaticGroups::Range AutomaticGroups::NewRecordRange(const Jukebox& jukebox) const {
+    const Folder* const allSongs = jukebox.MaybeFind(kAllSongs);
+    if (allSongs == nullptr || allSongs->Level() != 0)
+        return {};
+    std::int32_t highest = 0;
+    for (const SongItem& song : allSongs->Songs())
+        highest = std::max(highest, song.recordNumber);
+    return {highest + 1, m_catalogue.UBoundOfMp3Array()};
+}
+
+void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded,
+                                           const std::string& caption) {
+    if (!catalogueLoaded)
+        m_catalogue.LoadMain();
+    std::vector<Jukebox*> picked;
+    for (std::size_t i = m_jukeboxes.Count(); i-- > 0;) {
+        if (caption.empty() || m_jukeboxes.At(i).DaCaption() == caption)
+            picked.push_back(&m_jukeboxes.At(i));
+    }
+    TagsRead tags;
+    for (Jukebox* const jukebox : picked) {
+        if (!IsOpen(*jukebox))
+            continue;
+        jukebox->IsFormDirty(true);
+        const auto topLevelAllSongs = [&] {
+            Folder* const folder = jukebox->MaybeFind(kAllSongs);
+            return folder != nullptr && folder->Level() == 0 ? folder : nullptr;
+        };
+        if (topLevelAllSongs() == nullptr)
+            continue;
+        std::vector<bool> selection;
+        SelectSongsNotInFolder(*topLevelAllSongs(), selection);
+        ReadTags(selection, tags);
+        // Events went through: nothing that was found before may be trusted.
+        if (Folder* const allSongs = IsOpen(*jukebox) ? topLevelAllSongs() : nullptr)
+            Fill(*jukebox, *allSongs, mode != kLeaveNewAlone, tags);
+    }
+}
+
+bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
+    for (std::size_t i = 0; i < m_jukeboxes.Count(); ++i)
+        if (&m_jukeboxes.At(i) == &jukebox)
+            return true;
+    return false;
+}
+
+void AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
+    MP3TagEditor editor(m_outside.disk, m_outside.text);
+    for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
+                                  record <= m_catalogue.UBoundOfMp3Array();
+         ++record) {
+        if (!selection[static_cast<std::size_t>(record)] || tags.byRecord.contains(record))
+            continue;
+        Tag& tag = tags.byRecord[record];
+        editor.LoadMP3(m_catalogue.SongPath(record));
+        if (editor.TagExists()) {
+            tag.artist = tags.texts.Add(FolderTextOf(editor.Artist()));
+            tag.year = tags.texts.Add(FolderTextOf(editor.Year()));
+            tag.genre = editor.Genra();
+        }
+        m_outside.events.LetEventsThrough();
+    }
+}
+
+void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags) {
+    const auto filing = [&](const char* text, GroupFiling::Match match) {
+        Folder* const group = jukebox.MaybeFind(text);
+        return group == nullptr
+                   ? std::nullopt
+                   : std::make_optional<GroupFiling>(jukebox, *group, match, m_outside.text);
+    };
+    Folder* const maybeNew = fillNew ? jukebox.MaybeFind(kNew) : nullptr;
+    const bool newIsTopLevel = maybeNew != nullptr && maybeNew->Level() == 0;
+    const DecadeFolders decades(jukebox);
+    auto genres = filing(kGenre, GroupFiling::Match::Equal);
+    auto artists = filing(kArtist, GroupFiling::Match::BeginsWith);
+    auto years = filing(kYear, GroupFiling::Match::BeginsWith);
+
+    std::vector<bool> selection;
+    SelectSongsNotInFolder(allSongs, selection);
+    SongsToAdd additions;
+    for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()); ++record) {
+        const auto tag = tags.byRecord.find(record);
+        if (!selection[static_cast<std::size_t>(record)] || tag == tags.byRecord.end())
+            continue;
+        const std::int32_t number =
+            MaybeToLong(m_catalogue.Mp3Info(clsMain::kNumber, record)).value_or(record);
+        const SongItem song = jukebox.MakeItem(m_catalogue.Mp3Info(clsMain::kFileName, record),
+                                               number, m_catalogue.Rank(record));
+        additions.Add(allSongs, song);
+        if (newIsTopLevel)
+            additions.Add(*maybeNew, song);
+
+        const std::string artist(tags.texts.Text(tag->second.artist));
+        if (artists && !artist.empty())
+            additions.Add(artists->FolderFor(artist), song);
+        const std::string year(tags.texts.Text(tag->second.year));
+        if (years && BeginsWithNumberOtherThanZero(year)) {
+            additions.Add(years->FolderFor(year), song);
+            if (Folder* const decade = decades.MaybeFor(year))
+                additions.Add(*decade, song);
+        }
+        const std::string genre = MP3TagEditor::GenraLookupByID(tag->second.genre);
+        if (genres && !genre.empty() && genre != "None")
+            additions.Add(genres->FolderFor(genre), song);
+    }
+    additions.AppendTo(jukebox);
+}
+
+}  // namespace tobbin

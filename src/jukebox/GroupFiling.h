@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "jukebox/Jukebox.h"
+#include "util/SystemText.h"
+
+namespace tobbin {
+
+// Finds the child of a group folder into which a value is filed, and adds one where none fits. The
+// first child in order counts; children are added at the end, so an earlier answer stays right.
+//
+// A walk over the children for each song would be quadratic. Instead the children are known by
+// their texts, each text by its first child, and a value asks for every beginning of its own. The
+// children must not be changed by others meanwhile.
+class GroupFiling {
+ public:
+    enum class Match {
+        BeginsWith,  // the value begins with the child's text, the case of letters aside
+        Equal,       // case counts
+    };
+    GroupFiling(Jukebox& jukebox, Folder& group, Match match, const SystemText& text);
+
+    Folder& FolderFor(const std::string& value);
+
+ private:
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const {
+            return std::hash<std::string_view>()(text);
+        }
+    };
+    std::string KeyOf(const std::string& text) const;
+    void Know(const Folder& child);
+    const std::size_t* MaybeIndexOf(std::string_view key) const;
+
+    Jukebox& m_jukebox;
+    Folder& m_group;
+    Match m_match;
+    const SystemText& m_text;
+    std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_firstChild;
+};
+
+}  // namespace tobbin
