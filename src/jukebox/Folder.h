@@ -12,10 +12,12 @@ namespace tobbin {
 // so that half a million of them are no burden.
 struct SongItem {
     std::uint32_t nameId = 0;       // its text, see Jukebox::TextOf
-    std::int32_t recordNumber = 0;  // the catalogue record's own number, from 1
+    std::int32_t recordNumber = 0;  // the catalogue record's own number, from 1; below 1 for a
+                                    // song that the catalogue doesn't have
     std::int8_t image = 0;          // the rank when the item was made or last ranked, 2 to 7
     std::int8_t selectedImage = 0;
     bool operator==(const SongItem&) const = default;
+    bool IsMissing() const { return recordNumber < 1; }
 };
 
 // One folder of the tree, with its child folders and its ordered songs. Owned by its parent; made

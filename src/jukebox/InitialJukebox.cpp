@@ -58,7 +58,7 @@ void CopyJukebox(const Jukebox& from, Jukebox& to) {
             to.AddChild(parent, folder->Text(), folder->Image(), folder->SelectedImage());
         std::vector<SongItem> songs = folder->Songs();
         for (SongItem& song : songs)
-            song.nameId = to.MakeItem(from.TextOf(song), 0, 0).nameId;
+            song = to.CopyItem(from, song);
         to.AppendSongs(copy, songs);
         if (folder->ChildCount() > 0)
             copies[folder] = &copy;

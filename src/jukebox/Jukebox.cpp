@@ -81,6 +81,28 @@ SongItem Jukebox::MakeItem(std::string_view text, std::int32_t recordNumber, int
             static_cast<std::int8_t>(image)};
 }
 
+SongItem Jukebox::MakeMissingItem(std::string_view text, const MissingSong& song, int image) {
+    m_missing.push_back({song.recordNumber, m_names.Add(song.folder), m_names.Add(song.fileName)});
+    return MakeItem(text, -static_cast<std::int32_t>(m_missing.size()), image);
+}
+
+MissingSong Jukebox::MissingSongOf(const SongItem& item) const {
+    const auto index = -static_cast<std::int64_t>(item.recordNumber) - 1;
+    CHECK(index >= 0 && index < static_cast<std::int64_t>(m_missing.size()));
+    const Missing& song = m_missing[static_cast<std::size_t>(index)];
+    return {song.recordNumber, m_names.Text(song.folderId), m_names.Text(song.fileNameId)};
+}
+
+SongItem Jukebox::CopyItem(const Jukebox& from, const SongItem& item) {
+    SongItem copy = item;
+    if (item.IsMissing())
+        copy = MakeMissingItem(from.TextOf(item), from.MissingSongOf(item), item.image);
+    else
+        copy.nameId = m_names.Add(from.TextOf(item));
+    copy.selectedImage = item.selectedImage;
+    return copy;
+}
+
 void Jukebox::AppendSongs(Folder& folder, const std::vector<SongItem>& songs) {
     if (songs.empty())
         return;

@@ -16,6 +16,14 @@ namespace tobbin {
 inline constexpr char kNameHeading[] = "Name    --        (click to sort)";
 inline constexpr char kKeyHeading[] = "Key";
 
+// What is kept of a song that the catalogue doesn't have: its number, folder (ending in "\") and
+// file name when it last had it.
+struct MissingSong {
+    std::int32_t recordNumber = 0;
+    std::string_view folder;
+    std::string_view fileName;
+};
+
 // The user's document: a tree of named folders, each with an ordered list of songs, and what the
 // jukebox window knows about it. A change of the tree, its texts or its songs sets IsFormDirty and
 // is told to the listeners; a song item's text is stored once however often the song appears.
@@ -40,10 +48,15 @@ class Jukebox {
 
     // The songs of a folder.
     SongItem MakeItem(std::string_view text, std::int32_t recordNumber, int image);
+    // An item for a song that can't be found now; it keeps what it takes to find it again.
+    SongItem MakeMissingItem(std::string_view text, const MissingSong& song, int image);
+    // An item for this jukebox that is like one of another.
+    SongItem CopyItem(const Jukebox& from, const SongItem& item);
     void AppendSongs(Folder& folder, const std::vector<SongItem>& songs);
     void SetSongs(Folder& folder, std::vector<SongItem> songs);
-    // Valid as long as the jukebox.
+    // Texts are valid as long as the jukebox.
     std::string_view TextOf(const SongItem& item) const { return m_names.Text(item.nameId); }
+    MissingSong MissingSongOf(const SongItem& item) const;  // of an item that IsMissing
 
     // The folder behind `folder` in the order of the tree as if all were open (parents before
     // their children); null after the last. A null argument asks for the first.
@@ -79,9 +92,16 @@ class Jukebox {
     void TellChange(Call call);
     Folder& OrRoot(Folder* folder) { return folder != nullptr ? *folder : m_root; }
 
+    struct Missing {
+        std::int32_t recordNumber = 0;
+        std::uint32_t folderId = 0;  // texts in m_names
+        std::uint32_t fileNameId = 0;
+    };
+
     Folder m_root;
     std::size_t m_folderCount = 0;
     TextPool m_names;
+    std::vector<Missing> m_missing;  // item.recordNumber is -1 for the first one
     std::string m_caption;
     std::string m_fileLocation;
     bool m_dirty = false;

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -84,7 +85,11 @@ class FakePrograms : public Programs {
 class FakeEventPump : public EventPump {
  public:
     int count = 0;
-    void LetEventsThrough() override { ++count; }
+    std::function<void()> onEvents = [] {};  // what a person does meanwhile
+    void LetEventsThrough() override {
+        ++count;
+        onEvents();
+    }
 };
 
 class FakeClockAndChance : public ClockAndChance {

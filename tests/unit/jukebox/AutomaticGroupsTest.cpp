@@ -1,0 +1,223 @@
+#include "jukebox/AutomaticGroups.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "jukebox/InitialJukebox.h"
+#include "unit/jukebox/JukeboxFixture.h"
+
+namespace tobbin {
+namespace {
+
+class AutomaticGroupsTest : public JukeboxFixture {
+ protected:
+    void BuildAll() { groups.BuildAutomaticGroups(0, true, ""); }
+    void BuildSample() { BuildInitialJukebox(jukebox, groups, progress); }
+};
+
+TEST_F(AutomaticGroupsTest, FilesYearsByTheirThirdCharacter) {
+    AddSong("a", TaggedSong("", "1985"));
+    AddSong("b", TaggedSong("", "1905"));
+    AddSong("c", TaggedSong("", "1915"));
+    AddSong("d", TaggedSong("", "2005"));
+    AddSong("e", TaggedSong("", "0"));
+    AddSong("f", TaggedSong("", ""));
+    AddSong("g", TaggedSong("", "", 255, '\0'));
+    AddSong("h", TaggedSong("", "x985"));
+    AddSong("i", TaggedSong("", " 85x"));
+    AddSong("j", TaggedSong("", "[93]"));
+    AddSong("k", TaggedSong("", "00.0"));
+    AddSong("l", TaggedSong("", "19\xE9"));
+    BuildSample();
+    EXPECT_EQ(Inside("Year"), "1985/ 1905/ 1915/ 2005/ 85x/ 93/ 19\xC3\xA9/ ");
+    EXPECT_EQ(Inside("Year", "1985"), "a ");
+    EXPECT_EQ(Inside("Decades"), "20's/ 30's/ 40's/ 50's/ 60's/ 70's/ 80's/ 90's/ 00's/ ");
+    EXPECT_EQ(Inside("Decades", "80's"), "a ");
+    EXPECT_EQ(Inside("Decades", "00's"), "b d ");
+    EXPECT_EQ(Inside("Decades", "90's"), "");
+    EXPECT_EQ(Inside("All Songs"), "a b c d e f g h i j k l ");
+}
+
+TEST_F(AutomaticGroupsTest, FilesArtistsWithoutPaddingAndBrackets) {
+    AddSong("a", TaggedSong("[Live] Band", ""));
+    AddSong("b", TaggedSong("Abba", "", 255, '\0'));
+    AddSong("c", TaggedSong("Abba", ""));
+    AddSong("d", TaggedSong("aBBacadabra", ""));
+    AddSong("e", TaggedSong("Bj\xF6rk", ""));
+    AddSong("f", TaggedSong("BJ\xD6RK", ""));
+    AddSong("g", TaggedSong(std::string("Abba\0rest", 9), ""));
+    AddSong("h", TaggedSong("[]", ""));
+    BuildSample();
+    EXPECT_EQ(Inside("Artist"), "Live  Band/ Abba/ Bj\xC3\xB6rk/ ");
+    EXPECT_EQ(Inside("Artist", "Abba"), "b c d g ");
+    EXPECT_EQ(Inside("Artist", "Bj\xC3\xB6rk"), "e f ");
+}
+
+TEST_F(AutomaticGroupsTest, FilesGenresByTheirNamesAndLeavesOutTheRest) {
+    AddSong("rock", TaggedSong("", "", 17));
+    AddSong("roll", TaggedSong("", "", 78));
+    AddSong("none", TaggedSong("", "", 255));
+    AddSong("beyond", TaggedSong("", "", 148));
+    AddSong("untagged");
+    AddSong("missing", TaggedSong("Gone", "1985", 17));
+    catalogue.Mp3Info(clsMain::kPresence, 6, "0");
+    BuildSample();
+    EXPECT_EQ(Inside("Genre"), "Rock/ Rock n Roll/ ");
+    EXPECT_EQ(Inside("Genre", "Rock"), "rock ");
+    EXPECT_EQ(Inside("Artist"), "");
+    EXPECT_EQ(Inside("All Songs"), "rock roll none beyond untagged ");
+    EXPECT_EQ(Inside("New"), Inside("All Songs"));
+}
+
+TEST_F(AutomaticGroupsTest, AnItemCarriesTheRecordsNumberAndRank) {
+    AddSong("a");
+    AddSong("b");
+    catalogue.Mp3Info(clsMain::kRank, 2, "6");
+    BuildSample();
+    const SongItem item = jukebox.MaybeFind("All Songs")->Songs().at(1);
+    EXPECT_EQ(item.recordNumber, 2);
+    EXPECT_EQ(item.image, 6);
+    EXPECT_EQ(item.selectedImage, 6);
+}
+
+TEST_F(AutomaticGroupsTest, ALaterRunAddsOnlyWhatIsNew) {
+    AddSong("a", TaggedSong("Abba", "1985", 17));
+    BuildSample();
+    jukebox.IsFormDirty(false);
+    fake.disk.ClearLog();
+    BuildAll();
+    EXPECT_TRUE(jukebox.IsFormDirty());
+    EXPECT_TRUE(fake.disk.Log().empty());  // no tag is read again
+    EXPECT_EQ(Inside("All Songs") + Inside("New"), "a a ");
+
+    AddSong("b", TaggedSong("Abba", "1985", 17));
+    EXPECT_EQ(groups.NewRecordRange(jukebox).first, 2);
+    EXPECT_EQ(groups.NewRecordRange(jukebox).last, 2);
+    groups.BuildAutomaticGroups(1, true, "");
+    EXPECT_EQ(Inside("All Songs"), "a b ");
+    EXPECT_EQ(Inside("New"), "a ");
+    EXPECT_EQ(Inside("Artist", "Abba") + Inside("Year", "1985") + Inside("Decades", "80's") +
+                  Inside("Genre", "Rock"),
+              "a b a b a b a b ");
+}
+
+TEST_F(AutomaticGroupsTest, AMissingGroupIsLeftAlone) {
+    AddSong("a", TaggedSong("Abba", "1985", 17));
+    AddFolders({"All Songs", "Decades", "Artist"});
+    jukebox.AddChild(jukebox.MaybeFind("Decades"), "80's");
+    BuildAll();
+    EXPECT_EQ(jukebox.RootCount(), 3U);
+    EXPECT_EQ(Inside("Artist", "Abba"), "a ");
+    EXPECT_EQ(Inside("Decades", "80's"), "");  // decades need "Year"
+
+    AddSong("b", TaggedSong("Abba", "1995", 17));
+    AddFolders({"Year", "Genre"});
+    BuildAll();
+    EXPECT_EQ(Inside("Decades"), "80's/ ");
+    EXPECT_EQ(Inside("Year") + Inside("Genre"), "1995/ Rock/ ");
+
+    AddSong("c", TaggedSong("Abba", "1985", 17));
+    jukebox.Remove(*jukebox.MaybeFind("All Songs"));
+    jukebox.AddChild(jukebox.MaybeFind("Artist"), "All Songs");
+    jukebox.IsFormDirty(false);
+    BuildAll();
+    EXPECT_EQ(Inside("All Songs") + Inside("Artist", "Abba"), "a b ");
+    EXPECT_TRUE(jukebox.IsFormDirty());
+    EXPECT_EQ(groups.NewRecordRange(jukebox).last, 0);
+}
+
+TEST_F(AutomaticGroupsTest, TheCaptionPicksTheJukeboxes) {
+    AddSong("a", TaggedSong("Abba", ""));
+    Jukebox other;
+    other.AddChild(nullptr, "All Songs");
+    other.DaCaption("MIX");
+    other.IsFormDirty(false);
+    jukeboxes.open.push_back(&other);
+    AddFolders({"All Songs"});
+    groups.BuildAutomaticGroups(0, true, "mix");
+    EXPECT_FALSE(other.IsFormDirty());
+    groups.BuildAutomaticGroups(0, true, "MIX");
+    EXPECT_EQ(Inside(other, other.Root(0)), "a ");
+    EXPECT_EQ(Inside("All Songs"), "");
+    groups.BuildAutomaticGroups(0, true, "");
+    EXPECT_EQ(Inside("All Songs"), "a ");
+    EXPECT_EQ(Inside(other, other.Root(0)), "a ");
+}
+
+TEST_F(AutomaticGroupsTest, APersonMayCloseAndDeleteWhileTagsAreRead) {
+    AddSong("a", TaggedSong("Abba", ""));
+    Jukebox other;
+    other.AddChild(nullptr, "All Songs");
+    jukeboxes.open.push_back(&other);
+    AddFolders({"All Songs", "Artist", "New"});
+    fake.events.onEvents = [&] {
+        std::erase(jukeboxes.open, &other);
+        if (Folder* const artist = jukebox.MaybeFind("Artist"))
+            jukebox.Remove(*artist);
+    };
+    BuildAll();
+    EXPECT_EQ(Inside(other, other.Root(0)), "");
+    EXPECT_EQ(Inside("New"), "a ");
+    EXPECT_EQ(Inside("Artist"), "no such folder");
+}
+
+TEST_F(AutomaticGroupsTest, EachFolderIsChangedOnce) {
+    struct Counter : JukeboxListener {
+        int songsChanged = 0;
+        void OnSongsChanged(Folder&) override { ++songsChanged; }
+    } counter;
+    for (const char* name : {"a", "b", "c"})
+        AddSong(name, TaggedSong("Abba", "1985"));
+    jukebox.AddListener(counter);
+    BuildSample();
+    EXPECT_EQ(counter.songsChanged, 5);  // All Songs, New, Abba, 1985, 80's
+}
+
+TEST_F(AutomaticGroupsTest, TheSampleJukeboxIsAsDescribed) {
+    BuildSample();
+    std::string tree;
+    for (const Folder* f = jukebox.Next(nullptr); f != nullptr; f = jukebox.Next(f))
+        tree += (f->Parent() != nullptr ? "-" : "") + f->Text() + "|";
+    EXPECT_EQ(tree,
+              "All Songs|Artist|Year|Genre|New|"
+              "Decades|-20's|-30's|-40's|-50's|-60's|-70's|-80's|-90's|-00's|"
+              "By Mood|-Happy|-Sad|-Smokey|-Romantic|-New Age/ Spiritual|-Powerful|-Soothing|"
+              "-Up Lifting|My Favorite Play Lists|-Super Hits 1|-Super Hits 2|Dad's|"
+              "Seasonal|-Christmas|-Valentines Day|-Hanukah|-Halloween|"
+              "My Sweetie's favorites|Best friend's favorites|");
+    EXPECT_EQ(jukebox.DaCaption(), "Jukebox One  (sample Jukebox you can use as a starting point)");
+    EXPECT_EQ(jukebox.Columns(),
+              (std::vector<std::string>{"Name    --        (click to sort)", "Key"}));
+    EXPECT_EQ(jukebox.FileLocation(), "");
+    EXPECT_EQ(progress.texts,
+              (std::vector<std::string>{
+                  "No saved Jukebox found, building initial Jukebox - may take a while. . . "}));
+}
+
+TEST_F(AutomaticGroupsTest, ACopyHoldsTheWholeTreeAtAnyDepth) {
+    Folder* folder = nullptr;
+    for (int i = 0; i < 100'000; ++i)
+        folder = &jukebox.AddChild(folder, "f" + std::to_string(i % 7), 3, 4);
+    jukebox.AppendSongs(*folder, {jukebox.MakeItem("deep", 5, 6),
+                                  jukebox.MakeMissingItem("lost", {9, "C:\\M\\", "x.mp3"}, 2)});
+    jukebox.AddChild(nullptr, "last");
+    Jukebox copy;
+    CopyJukebox(jukebox, copy);
+    const Folder* theirs = jukebox.Next(nullptr);
+    const Folder* ours = copy.Next(nullptr);
+    for (; theirs != nullptr && ours != nullptr;
+         theirs = jukebox.Next(theirs), ours = copy.Next(ours)) {
+        ASSERT_EQ(ours->Text(), theirs->Text());
+        ASSERT_EQ(ours->Image(), theirs->Image());
+        ASSERT_EQ(Inside(copy, *ours), Inside(jukebox, *theirs));
+        if (!ours->Songs().empty()) {
+            EXPECT_EQ(ours->Songs()[0].recordNumber, 5);
+            EXPECT_EQ(copy.MissingSongOf(ours->Songs()[1]).fileName, "x.mp3");
+        }
+    }
+    EXPECT_EQ(ours, theirs);
+}
+
+}  // namespace
+}  // namespace tobbin

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "catalogue/clsMain.h"
+#include "fakes/FakeOutside.h"
+#include "fakes/TaggedSong.h"
+#include "jukebox/AutomaticGroups.h"
+#include "jukebox/Jukebox.h"
+
+namespace tobbin {
+
+class SomeJukeboxes : public OpenJukeboxes {
+ public:
+    std::vector<Jukebox*> open;
+    std::size_t Count() const override { return open.size(); }
+    Jukebox& At(std::size_t index) const override { return *open[index]; }
+};
+
+// A catalogue on a disk in memory, and one open jukebox.
+class JukeboxFixture : public testing::Test {
+ protected:
+    FakeOutside fake;
+    clsINI settings{fake.outside, "C:\\T\\"};
+    SortCity sorter{fake.text};
+    FakeProgress progress;
+    clsMain catalogue{fake.outside, settings, sorter, progress};
+    SomeJukeboxes jukeboxes;
+    AutomaticGroups groups{fake.outside, catalogue, jukeboxes};
+    Jukebox jukebox;
+
+    JukeboxFixture() { jukeboxes.open.push_back(&jukebox); }
+
+    // Puts a song on the disk and into the catalogue.
+    void AddSong(const std::string& name, const std::string& bytes = "no tag") {
+        fake.disk.AddFile("C:\\M\\" + name, bytes);
+        catalogue.OnSongFound("C:\\M\\", name);
+    }
+    void AddFolders(const std::vector<std::string>& texts) {
+        for (const std::string& text : texts)
+            jukebox.AddChild(nullptr, text);
+    }
+    // The texts of a folder's children and songs: "child/ song ".
+    static std::string Inside(const Jukebox& of, const Folder& folder) {
+        std::string inside;
+        for (std::size_t i = 0; i < folder.ChildCount(); ++i)
+            inside += folder.Child(i).Text() + "/ ";
+        for (const SongItem& song : folder.Songs())
+            inside += std::string(of.TextOf(song)) + " ";
+        return inside;
+    }
+    std::string Inside(const std::string& folder, const std::string& child = "") const {
+        const Folder* found = jukebox.MaybeFind(folder);
+        if (found != nullptr && !child.empty())
+            found = found->MaybeChild(child);
+        return found == nullptr ? "no such folder" : Inside(jukebox, *found);
+    }
+};
+
+}  // namespace tobbin
