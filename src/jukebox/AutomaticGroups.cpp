@@ -205,9 +205,10 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         if (!selection[static_cast<std::size_t>(record)] || tag == tags.byRecord.end())
             continue;
         const std::int32_t number =
-            MaybeToLong(m_catalogue.Mp3Info(clsMain::kNumber, record)).value_or(record);
-        const SongItem song = jukebox.MakeItem(m_catalogue.Mp3Info(clsMain::kFileName, record),
-                                               number, m_catalogue.Rank(record));
+            MaybeToLong(m_catalogue.Mp3Info(clsMain::kNumber, record)).value_or(0);
+        const SongItem song =
+            jukebox.MakeItem(m_catalogue.Mp3Info(clsMain::kFileName, record),
+                             number >= 1 ? number : record, m_catalogue.Rank(record));
         additions.Add(allSongs, song);
         if (newIsTopLevel)
             additions.Add(*maybeNew, song);

@@ -87,9 +87,10 @@ SongItem Jukebox::MakeMissingItem(std::string_view text, const MissingSong& song
 }
 
 MissingSong Jukebox::MissingSongOf(const SongItem& item) const {
-    const auto index = -static_cast<std::int64_t>(item.recordNumber) - 1;
-    CHECK(index >= 0 && index < static_cast<std::int64_t>(m_missing.size()));
-    const Missing& song = m_missing[static_cast<std::size_t>(index)];
+    const auto index = static_cast<std::size_t>(-(item.recordNumber + 1));
+    if (item.recordNumber >= 0 || index >= m_missing.size())
+        return {};
+    const Missing& song = m_missing[index];
     return {song.recordNumber, m_names.Text(song.folderId), m_names.Text(song.fileNameId)};
 }
 

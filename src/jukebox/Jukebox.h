@@ -56,7 +56,8 @@ class Jukebox {
     void SetSongs(Folder& folder, std::vector<SongItem> songs);
     // Texts are valid as long as the jukebox.
     std::string_view TextOf(const SongItem& item) const { return m_names.Text(item.nameId); }
-    MissingSong MissingSongOf(const SongItem& item) const;  // of an item that IsMissing
+    // What is kept of an item's song; nothing unless it IsMissing.
+    MissingSong MissingSongOf(const SongItem& item) const;
 
     // The folder behind `folder` in the order of the tree as if all were open (parents before
     // their children); null after the last. A null argument asks for the first.

@@ -18,7 +18,7 @@ class StartUpView {
     virtual Progress& LoadSplash() = 0;
     virtual void UnloadSplash() = 0;
 
-    // The splash's label and its stop button.
+    // The splash's label and its stop button. Showing them takes back an earlier stop.
     virtual void ShowProgressArea(bool visible) = 0;
 
     // Opens a jukebox window on a jukebox that is filled already. It is seen once the main frame
@@ -46,12 +46,15 @@ class StartUp {
     void CheckRuntimeLibrary();
     bool PrepareDataFolders();
     void PrepareSettings();
+    void UseOwnDataFolderIfTheirsIsGone();
+    bool PlayerIsThere();
     void FindPlayer();
-    void PrepareCatalogue();
-    void SearchForFirstSongs();
-    void OpenFirstJukebox();
-    bool OpenLastJukebox();
     void ForgetMissingPlayer();
+    void PrepareCatalogue();
+    void BringCatalogueUpToDate();
+    void SearchForSongs();
+    void OpenFirstJukebox();
+    Jukebox* MaybeLastJukebox();
 
     Application& m_application;
     StartUpView& m_view;

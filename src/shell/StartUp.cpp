@@ -1,0 +1,216 @@
+#include "shell/StartUp.h"
+
+#include <memory>
+#include <utility>
+
+#include "catalogue/CatalogueRepair.h"
+#include "jukebox/InitialJukebox.h"
+#include "jukebox/JukeboxFile.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kRuntimeLibrary[] = "msvbvm50.dll";
+constexpr char kRuntimeMessage[] =
+    "You are missing a file Tobbin needs to run correctly.  msvbvm50.dll is missing.  For all "
+    "operating systems please go to https://support.microsoft.com and download the 'VB 5 runtime "
+    "module', unzip it and double click the exe.  It will automatically install the file you need. "
+    " This information is also in the readme.txt file.";
+
+// The per-user setting that turns the message off when it is "0".
+constexpr char kRuntimeCheckKey[] = "Runtime Library Check";
+
+// A new file can be made in the folder.
+DiskStatus TryToWriteIn(Disk& disk, const std::string& folder) {
+    const std::string path = folder + "TheOrganizer.tmp";
+    std::unique_ptr<File> file;
+    DiskStatus status = disk.Open(path, OpenMode::Create, file);
+    if (status.Ok())
+        status = file->Close();
+    file.reset();
+    const DiskStatus removed = disk.Remove(path);
+    return status.Ok() ? removed : status;
+}
+
+}  // namespace
+
+StartUp::StartUp(Application& application, StartUpView& view)
+    : m_application(application), m_view(view), m_outside(application.TheOutside()) {}
+
+bool StartUp::Run() {
+    CheckRuntimeLibrary();
+    m_application.LongWork().Window(&m_view.LoadSplash());
+    const bool canWork = PrepareDataFolders();
+    if (canWork) {
+        PrepareSettings();
+        FindPlayer();
+        PrepareCatalogue();
+        OpenFirstJukebox();
+        ForgetMissingPlayer();
+    }
+    m_application.LongWork().Window(nullptr);
+    m_view.UnloadSplash();
+    if (canWork) {
+        m_view.HandOver();
+        m_view.ShowTips();
+    }
+    return canWork;
+}
+
+void StartUp::CheckRuntimeLibrary() {
+    const ProgramFolders& folders = m_application.Folders();
+    if (m_outside.userSettings.MaybeRead(kRuntimeCheckKey) == "0" ||
+        FileExists(m_outside.disk, folders.system + kRuntimeLibrary))
+        return;
+    m_outside.dialogs.Tell(kRuntimeMessage);
+    m_outside.programs.Start(folders.system + "notepad.exe",
+                             "\"" + folders.application + "readme.txt\"", ShowProgram::Normal);
+}
+
+bool StartUp::PrepareDataFolders() {
+    const std::string dataFolder = m_application.DataFolder();
+    for (const std::string& folder : {dataFolder, dataFolder + "System\\"}) {
+        DiskStatus status;
+        if (!FolderExists(m_outside.disk, folder))
+            status = m_outside.disk.CreateFolder(folder);
+        if (status.Ok())
+            status = TryToWriteIn(m_outside.disk, folder);
+        if (!status.Ok()) {
+            m_outside.dialogs.Tell(
+                "Tobbin can't write to its data folder \"" + folder + "\": " + status.Reason() +
+                    ".  Move Tobbin's own folder to a place where you may write, or get the right "
+                    "to write there, and start Tobbin again.",
+                BoxIcon::Stop);
+            return false;
+        }
+    }
+    return true;
+}
+
+void StartUp::PrepareSettings() {
+    clsINI& settings = m_application.Settings();
+    const std::string path = settings.SettingsPath();
+    const LoadResult result = FileExists(m_outside.disk, path)
+                                  ? settings.GetandLoadIniInfo(path)
+                                  : LoadResult{LoadOutcome::NotThere, {}};
+    if (result.outcome == LoadOutcome::Loaded) {
+        UseOwnDataFolderIfTheirsIsGone();
+        return;
+    }
+    std::string message = result.message;
+    if (result.outcome != LoadOutcome::NotThere) {
+        std::string keptAs;
+        const DiskStatus status = KeepDamagedFileAside(m_outside.disk, path, keptAs);
+        message += status.Ok()
+                       ? "  The file is kept as \"" + keptAs + "\", and new settings are made."
+                       : "  Tobbin goes on with new settings.";
+    }
+    settings.CreateNewIniFile(path);
+    if (!message.empty())
+        m_outside.dialogs.Tell(message, BoxIcon::Warning);
+}
+
+// The program's folder was moved, or copied to another computer, with its data.
+void StartUp::UseOwnDataFolderIfTheirsIsGone() {
+    clsINI& settings = m_application.Settings();
+    if (FolderExists(m_outside.disk, settings.LocOfGroupingDir()))
+        return;
+    settings.LocOfGroupingDir(m_application.DataFolder());
+    settings.FileContainingTargetDirectories(m_application.DataFolder() +
+                                             "System\\LocOfMainTargetFiles.lmz");
+    settings.Save(settings.SettingsPath());
+}
+
+bool StartUp::PlayerIsThere() {
+    const std::string& player = m_application.Settings().LocOfWinAmpExe();
+    return !player.empty() && FileExists(m_outside.disk, player);
+}
+
+void StartUp::FindPlayer() {
+    if (PlayerIsThere())
+        return;
+    m_view.ShowProgressArea(true);
+    m_application.Discovery().Search(m_application.LongWork());
+    m_view.ShowProgressArea(false);
+}
+
+void StartUp::ForgetMissingPlayer() {
+    clsINI& settings = m_application.Settings();
+    if (PlayerIsThere())
+        return;
+    settings.LocOfWinAmpExe("");
+    settings.Save(settings.SettingsPath());
+}
+
+void StartUp::PrepareCatalogue() {
+    clsMain& catalogue = m_application.Catalogue();
+    const CatalogueStart start =
+        LoadCatalogueAtStart(m_outside, m_application.Settings(), catalogue);
+    switch (start.finding) {
+        case CatalogueFinding::FirstRun:
+            SearchForSongs();
+            break;
+        case CatalogueFinding::Loaded:
+            BringCatalogueUpToDate();
+            break;
+        case CatalogueFinding::Damaged:
+            BringCatalogueUpToDate();
+            [[fallthrough]];
+        case CatalogueFinding::Gone:
+            if (m_outside.dialogs.Ask(
+                    start.message + "  Do you want to search the hard drives for your songs now?",
+                    Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
+                SearchForSongs();
+            break;
+        case CatalogueFinding::Unreadable:
+            m_outside.dialogs.Tell(
+                start.message +
+                    "  Tobbin goes on without it and leaves it as it is.  Close the "
+                    "program that uses it, and start Tobbin again.",
+                BoxIcon::Warning);
+            break;
+    }
+}
+
+void StartUp::BringCatalogueUpToDate() {
+    clsMain& catalogue = m_application.Catalogue();
+    if (!catalogue.Mp3MainHasSomeMembers())
+        return;
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
+}
+
+void StartUp::SearchForSongs() {
+    m_view.ShowProgressArea(true);
+    m_application.Catalogue().SearchHardDrives();
+    m_view.ShowProgressArea(false);
+}
+
+void StartUp::OpenFirstJukebox() {
+    Jukebox* jukebox = MaybeLastJukebox();
+    if (jukebox == nullptr) {
+        m_view.ShowProgressArea(true);  // Building tells what it does.
+        jukebox = &m_application.AddJukebox(std::make_unique<Jukebox>());
+        BuildInitialJukebox(*jukebox, m_application.Groups(), m_application.LongWork());
+        m_view.ShowProgressArea(false);
+    }
+    m_view.OpenJukeboxWindow(*jukebox);
+}
+
+Jukebox* StartUp::MaybeLastJukebox() {
+    const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
+    if (path.empty() || !FileExists(m_outside.disk, path))
+        return nullptr;
+    std::unique_ptr<Jukebox> loaded;
+    const LoadResult result =
+        LoadJukeboxFile(m_outside.disk, path, m_application.Catalogue(), m_outside.text, loaded);
+    if (loaded == nullptr) {
+        m_outside.statusLine.Say(result.message);
+        return nullptr;
+    }
+    Jukebox& jukebox = m_application.AddJukebox(std::move(loaded));
+    m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
+    return &jukebox;
+}
+
+}  // namespace tobbin

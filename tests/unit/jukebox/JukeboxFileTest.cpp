@@ -1,0 +1,235 @@
+#include "jukebox/JukeboxFile.h"
+
+#include <gtest/gtest.h>
+
+#include "jukebox/JukeboxLines.h"
+#include "unit/jukebox/JukeboxFixture.h"
+#include "util/Crc32.h"
+
+namespace tobbin {
+namespace {
+
+// What JukeboxFileTest::MakeExample makes; the sum is by zlib.
+constexpr char kExample[] =
+    "Tobbin jukebox 1\r\n"
+    "column\tName\r\n"
+    "column\tKey\r\n"
+    "folder\t0\t1\t0\tAll Songs\r\n"
+    "place\tC:\\5cM\\5c\r\n"
+    "song\t1\t2\t2\t1\ta.mp3\r\n"
+    "song\t2\t7\t3\t1\tb.mp3\tBee\r\n"
+    "folder\t1\t1\t0\tBest \\09 of\r\n"
+    "folder\t0\t5\t6\tEmpty\r\n"
+    "end\t9\t5ba8b062\r\n";
+
+class JukeboxFileTest : public JukeboxFixture {
+ protected:
+    std::unique_ptr<Jukebox> loaded;
+
+    void MakeExample() {
+        AddSong("a.mp3");
+        AddSong("b.mp3");
+        jukebox.AddColumn("Name");
+        jukebox.AddColumn("Key");
+        Folder& all = jukebox.AddChild(nullptr, "All Songs");
+        SongItem bee = jukebox.MakeItem("Bee", 2, 7);
+        bee.selectedImage = 3;
+        jukebox.AppendSongs(all, {jukebox.MakeItem("a.mp3", 1, 2), bee});
+        jukebox.AddChild(&all, "Best \t of");
+        jukebox.AddChild(nullptr, "Empty", 5, 6);
+    }
+    LoadResult Read(std::string_view bytes) {
+        return ReadJukebox(bytes, "C:\\J\\mix.juk", catalogue, fake.text, loaded);
+    }
+    // Reads lines behind the first one, with an end line that fits them.
+    std::string Fault(const std::string& lines) {
+        const std::string before = "Tobbin jukebox 1\r\n" + lines;
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = before.find("\r\n", at)) != std::string::npos; at += 2)
+            ++count;
+        const LoadResult result = Read(before + JukeboxEndLine(count, before) + "\r\n");
+        EXPECT_EQ(result.outcome == LoadOutcome::Loaded, loaded != nullptr);
+        return result.message;
+    }
+    // The whole tree of a jukebox with everything that a file keeps.
+    static std::string Dump(const Jukebox& of) {
+        std::string dump;
+        for (const std::string& column : of.Columns())
+            dump += "[" + column + "]";
+        for (const Folder* f = of.Next(nullptr); f != nullptr; f = of.Next(f)) {
+            dump += "\n" + std::to_string(f->Level()) + "," + std::to_string(f->Image()) + "," +
+                    std::to_string(f->SelectedImage()) + "," + f->Text() + ":";
+            for (const SongItem& song : f->Songs()) {
+                const MissingSong lost = song.IsMissing() ? of.MissingSongOf(song) : MissingSong{};
+                dump += std::string(of.TextOf(song)) + "#" + std::to_string(song.recordNumber) +
+                        "," + std::to_string(song.image) + "," +
+                        std::to_string(song.selectedImage) + "," +
+                        std::to_string(lost.recordNumber) + std::string(lost.folder) + "|" +
+                        std::string(lost.fileName) + ";";
+            }
+        }
+        return dump;
+    }
+};
+
+TEST_F(JukeboxFileTest, IsWrittenAsDescribedAndReadBack) {
+    EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);  // the check value of this sum
+    MakeExample();
+    const std::string bytes = WriteJukebox(jukebox, catalogue);
+    EXPECT_EQ(bytes, kExample);
+    ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+    EXPECT_FALSE(loaded->IsFormDirty());
+}
+
+TEST_F(JukeboxFileTest, ACutOrAlteredFileIsRefusedWhole) {
+    MakeExample();
+    const std::string whole = WriteJukebox(jukebox, catalogue);
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        ASSERT_EQ(Read(whole.substr(0, length)).outcome, LoadOutcome::Damaged) << length;
+        ASSERT_EQ(loaded, nullptr) << length;
+    }
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        for (int bits = 1; bits < 256; ++bits) {
+            std::string altered = whole;
+            altered[at] = static_cast<char>(altered[at] ^ bits);
+            ASSERT_EQ(Read(altered).outcome, LoadOutcome::Damaged) << at << " " << bits;
+            ASSERT_EQ(loaded, nullptr) << at;
+        }
+    }
+    EXPECT_EQ(Read(whole + "\r\n").outcome, LoadOutcome::Damaged);
+    EXPECT_EQ(Read(whole + whole).outcome, LoadOutcome::Damaged);
+}
+
+TEST_F(JukeboxFileTest, MessagesNameFileLineAndFault) {
+    const std::string file = "The jukebox \"C:\\J\\mix.juk\" was not opened: in line ";
+    EXPECT_EQ(Read("Tobbin jukebox 2\r\nanything").message,
+              file +
+                  "1, a newer Tobbin wrote it in version 2, and this one reads versions up to "
+                  "1.");
+    EXPECT_EQ(Read("RIFF").message, file + "1, it is not the first line of a jukebox.");
+    EXPECT_EQ(Read("Tobbin jukebox 0\r\n").message, file + "1, it gives no version of a jukebox.");
+    EXPECT_EQ(Read("Tobbin jukebox 1\r\nfolder\t0\t1\t0\tA\r\n").message,
+              file + "2, the file is cut behind it: its last line is missing.");
+    EXPECT_EQ(Read("Tobbin jukebox 1\r\nfolder\t0\t1").message, file + "2, the file is cut in it.");
+    EXPECT_EQ(Read("Tobbin jukebox 1\r\nend\t1\t00000000\r\n").message,
+              file + "2, the file was altered: what it says of the lines before it is not so.");
+}
+
+TEST_F(JukeboxFileTest, LinesThatTobbinDoesNotWriteAreRefused) {
+    const std::string folder = "folder\t0\t1\t0\tA\r\n";
+    const std::string place = "place\tC:\\5c\r\n";
+    EXPECT_EQ(Fault(folder + place + "song\t1\t2\t2\t1\ta\r\n"), "");
+    const auto expectFaultInLine = [&](int line, const std::string& lines) {
+        EXPECT_NE(Fault(lines).find(" in line " + std::to_string(line) + ","), std::string::npos)
+            << lines;
+    };
+    expectFaultInLine(2, "colunm\tName\r\n");
+    expectFaultInLine(2, "column\r\n");
+    expectFaultInLine(2, "\r\n");
+    expectFaultInLine(2, "folder\t1\t1\t0\tA\r\n");
+    expectFaultInLine(2, "folder\t0\t1\t0\r\n");
+    expectFaultInLine(2, "folder\t0\t1\tx\tA\r\n");
+    expectFaultInLine(2, "folder\t0\t1\t99999999999\tA\r\n");
+    expectFaultInLine(2, "folder\t-1\t1\t0\tA\r\n");
+    expectFaultInLine(3, folder + "folder\t2\t1\t0\tB\r\n");
+    expectFaultInLine(3, place + "song\t1\t2\t2\t1\ta\r\n");
+    expectFaultInLine(3, folder + "song\t1\t2\t2\t1\ta\r\n");
+    expectFaultInLine(4, folder + place + "song\t1\t2\t2\t2\ta\r\n");
+    expectFaultInLine(4, folder + place + "song\t1\t2\t2\t0\ta\r\n");
+    expectFaultInLine(4, folder + place + "song\t1\t200\t2\t1\ta\r\n");
+    expectFaultInLine(4, folder + place + "song\t1\t2\t2\t1\ta\tb\tc\r\n");
+    for (const char* text : {"\\", "\\0", "\\0x", "\\0A", "\\41", "\x01", "a\nb"})
+        expectFaultInLine(2, "folder\t0\t1\t0\t" + std::string(text) + "\r\n");
+}
+
+TEST_F(JukeboxFileTest, OddTextsComeBack) {
+    const std::vector<std::string> texts = {"",
+                                            " ",
+                                            "end\t0\t0",
+                                            "\r\n",
+                                            std::string("\0\x1F\x7F", 3),
+                                            "\\",
+                                            "\\5c",
+                                            "\xCE\xA9\xE3\x81\x82\xF0\x9F\x8E\xB5",
+                                            "\xED\xA0\x80 half a pair",
+                                            "a\tb"};
+    for (const std::string& text : texts) {
+        jukebox.AddColumn(text);
+        Folder& folder = jukebox.AddChild(nullptr, text);
+        catalogue.OnSongFound("C:\\" + text + "\\", text);
+        const std::int32_t record = catalogue.UBoundOfMp3Array();
+        jukebox.AppendSongs(
+            folder, {jukebox.MakeItem(text, record, 2), jukebox.MakeItem(text + "!", record, -128),
+                     jukebox.MakeMissingItem(text, {99, text, text}, 127)});
+    }
+    ASSERT_EQ(Read(WriteJukebox(jukebox, catalogue)).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+}
+
+TEST_F(JukeboxFileTest, AnyDepthIsSafe) {
+    Folder* folder = nullptr;
+    for (int i = 0; i < 100'000; ++i)
+        folder = &jukebox.AddChild(folder, "f");
+    jukebox.AppendSongs(*folder, {jukebox.MakeItem("deep", 12, 2)});
+    jukebox.AddChild(jukebox.Root(0).Parent(), "last");
+    const std::string bytes = WriteJukebox(jukebox, catalogue);
+    ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(loaded->FolderCount(), 100'001U);
+    EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
+}
+
+TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger) {
+    for (const char* name : {"a.mp3", "b.mp3", "c.mp3", "gone.mp3"})
+        AddSong(name);
+    Folder& mine = jukebox.AddChild(nullptr, "Mine");
+    for (std::int32_t record = 1; record <= 4; ++record)
+        jukebox.AppendSongs(mine, {jukebox.MakeItem("Song " + std::to_string(record), record, 5)});
+    const std::string bytes = WriteJukebox(jukebox, catalogue);
+
+    // The catalogue is built anew: other numbers, a folder's letters changed, one song gone.
+    FakeOutside otherFake;
+    clsINI otherSettings(otherFake.outside, "C:\\T\\");
+    clsMain rebuilt(otherFake.outside, otherSettings, sorter, progress);
+    rebuilt.OnSongFound("C:\\M\\", "stranger.mp3");
+    rebuilt.OnSongFound("c:\\m\\", "C.mp3");
+    rebuilt.OnSongFound("C:\\M\\", "b.mp3");
+    rebuilt.OnSongFound("0", "0");
+    rebuilt.Mp3Info(clsMain::kPresence, 4, "0");
+    rebuilt.OnSongFound("C:\\M\\", "a.mp3");
+    ASSERT_EQ(ReadJukebox(bytes, "mix", rebuilt, fake.text, loaded).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(Dump(*loaded),
+              "\n0,1,0,Mine:Song 1#5,5,5,0|;Song 2#3,5,5,0|;Song 3#2,5,5,0|;"
+              "Song 4#-1,5,5,4C:\\M\\|gone.mp3;");
+
+    // Saved and opened with the first catalogue again, the missing song is itself once more.
+    const std::string again = WriteJukebox(*loaded, rebuilt);
+    ASSERT_EQ(ReadJukebox(again, "mix", catalogue, fake.text, loaded).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+}
+
+TEST_F(JukeboxFileTest, SavingAndLoadingAreWholeOrNothing) {
+    const std::string path = "C:\\J\\Mix \xCE\xB1.juk";
+    MakeExample();
+    fake.disk.AddFile(path, "old");
+    fake.disk.FailAt(3, DiskError::DiskFull, true);
+    EXPECT_EQ(SaveJukeboxFile(fake.disk, path, jukebox, catalogue).Error(), DiskError::DiskFull);
+    EXPECT_EQ(fake.disk.Content(path), "old");
+    EXPECT_TRUE(SaveJukeboxFile(fake.disk, path, jukebox, catalogue).Ok());
+    ASSERT_EQ(LoadJukeboxFile(fake.disk, path, catalogue, fake.text, loaded).outcome,
+              LoadOutcome::Loaded);
+    EXPECT_EQ(loaded->DaCaption(), "MIX \xCE\x91");
+    EXPECT_EQ(loaded->FileLocation(), "C:\\J\\");
+    EXPECT_EQ(loaded->Columns(),
+              (std::vector<std::string>{"Name    --        (click to sort)", "Key"}));
+    fake.disk.Lock(path);
+    EXPECT_EQ(LoadJukeboxFile(fake.disk, path, catalogue, fake.text, loaded).outcome,
+              LoadOutcome::Unreadable);
+    EXPECT_EQ(loaded, nullptr);
+    EXPECT_EQ(LoadJukeboxFile(fake.disk, "C:\\no.juk", catalogue, fake.text, loaded).outcome,
+              LoadOutcome::NotThere);
+    EXPECT_EQ(JukeboxTitle(fake.text, "juk"), "");
+}
+
+}  // namespace
+}  // namespace tobbin

@@ -1,0 +1,342 @@
+#include "shell/StartUp.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "fakes/FakeOutside.h"
+#include "fakes/TaggedSong.h"
+#include "jukebox/JukeboxFile.h"
+
+namespace tobbin {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr char kSettings[] = "C:\\App\\Grouping\\System\\TheOrganizer.ini";
+constexpr char kCatalogue[] = "C:\\App\\Grouping\\FileLocNames.lmz";
+constexpr char kFolderList[] = "C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz";
+
+// Writes down what is to be seen, in one list with the texts of the label. Stopped while a text
+// that begins with `stopAt` is shown.
+class FakeStartUpView : public StartUpView, private Progress {
+ public:
+    Lines seen;
+    std::string stopAt;
+    Jukebox* jukebox = nullptr;
+
+    Progress& LoadSplash() override { return seen.push_back("splash"), *this; }
+    void UnloadSplash() override { seen.push_back("splash gone"); }
+    void ShowProgressArea(bool visible) override {
+        seen.push_back(visible ? "area" : "no area");
+        m_stopped = false;
+    }
+    void OpenJukeboxWindow(Jukebox& opened) override {
+        seen.push_back("window " + opened.DaCaption());
+        jukebox = &opened;
+    }
+    void HandOver() override { seen.push_back("frame"); }
+    void ShowTips() override { seen.push_back("tips"); }
+
+ private:
+    void Show(const std::string& text) override {
+        seen.push_back(text);
+        m_stopped = m_stopped || (!stopAt.empty() && text.starts_with(stopAt));
+    }
+    bool StopRequested() const override { return m_stopped; }
+    bool m_stopped = false;
+};
+
+class StartUpTest : public testing::Test {
+ protected:
+    FakeOutside fake;
+    FakeStartUpView view;
+    std::optional<Application> application;
+
+    StartUpTest() {
+        fake.disk.AddFile("C:\\App\\Tobbin.exe");
+        fake.disk.AddFile("C:\\Windows\\System32\\msvbvm50.dll");
+        fake.disk.AddFile("C:\\Music\\b.mp3", TaggedSong("Abba", "1985", 17));
+    }
+    bool Run() {
+        view.seen.clear();
+        application.emplace(fake.outside, ProgramFolders{"C:\\App\\", "C:\\Windows\\System32\\"});
+        return StartUp(*application, view).Run();
+    }
+    std::string Songs(const std::string& folder, const std::string& child = "") const {
+        const Folder* found = view.jukebox->MaybeFind(folder);
+        if (!child.empty())
+            found = found->MaybeChild(child);
+        std::string songs;
+        for (const SongItem& song : found->Songs())
+            songs += std::string(view.jukebox->TextOf(song)) + " ";
+        return songs;
+    }
+    Lines Boxes() const {
+        Lines texts;
+        for (const FakeDialogs::Box& box : fake.dialogs.boxes)
+            texts.push_back(box.text);
+        return texts;
+    }
+    bool Saw(const std::string& line) const { return std::ranges::count(view.seen, line) > 0; }
+
+    // A saved jukebox with one folder of the user's, opened at the next start.
+    void SaveJukebox(const std::string& path) {
+        Jukebox& jukebox = *view.jukebox;
+        Folder& mine = jukebox.AddChild(nullptr, "Mine");
+        jukebox.AppendSongs(mine, jukebox.MaybeFind("All Songs")->Songs());
+        jukebox.SetColumn(0, "By Rank -- best to worst");
+        ASSERT_TRUE(SaveJukeboxFile(fake.disk, path, jukebox, application->Catalogue()).Ok());
+        application->Settings().LocOfLastSavedJukeBox(path);
+        application->Settings().Save(kSettings);
+    }
+};
+
+TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
+    fake.disk.AddFile("C:\\Music\\a.mp3", TaggedSong("Abbacadabra", "2005"));
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(
+        view.seen,
+        (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area", "area",
+               "Looking for Mp3s in C:\\", "Found 1 Mp3s", "Found 2 Mp3s", "no area", "area",
+               "No saved Jukebox found, building initial Jukebox - may take a while. . . ",
+               "no area", "window Jukebox One  (sample Jukebox you can use as a starting point)",
+               "splash gone", "frame", "tips"}));
+    EXPECT_TRUE(Boxes().empty());
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 a.mp3 ");
+    EXPECT_EQ(Songs("Artist", "Abba"), "b.mp3 a.mp3 ");
+    EXPECT_EQ(Songs("Decades", "80's") + Songs("Year", "2005"), "b.mp3 a.mp3 ");
+    EXPECT_TRUE(view.jukebox->IsFormDirty());
+
+    const std::string spares(14, '\0');
+    EXPECT_EQ(fake.disk.Content(kCatalogue), std::string("\x05\0b.mp3\x09\0C:\\Music\\\x01\0"
+                                                         "1\x01\0"
+                                                         "1\x01\0"
+                                                         "2",
+                                                         27) +
+                                                 spares +
+                                                 std::string("\x05\0a.mp3\x09\0C:\\Music\\\x01\0"
+                                                             "2\x01\0"
+                                                             "1\x01\0"
+                                                             "2",
+                                                             27) +
+                                                 spares);
+    EXPECT_EQ(fake.disk.Content(kFolderList), "C:\\Music\\\r\n");
+    EXPECT_EQ(fake.disk.Content(kSettings),
+              "C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nC:\\App\\Grouping\\\r\n"
+              " 2 \r\n\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
+    EXPECT_EQ(fake.disk.FilesIn("C:\\App\\Grouping"), (Lines{"FileLocNames.lmz"}));
+    EXPECT_EQ(fake.disk.FilesIn("C:\\App\\Grouping\\System"),
+              (Lines{"LocOfMainTargetFiles.lmz", "TheOrganizer.ini"}));
+}
+
+TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
+    Run();
+    SaveJukebox("C:\\App\\Grouping\\mix.juk");
+    const std::string catalogue = fake.disk.Content(kCatalogue);
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(view.seen, (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area",
+                                "Found 2 Mp3s", "window MIX", "splash gone", "frame", "tips"}));
+    EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue);
+    EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
+    EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");
+    EXPECT_EQ(view.jukebox->Columns()[0], "Name    --        (click to sort)");
+    EXPECT_TRUE(view.jukebox->IsFormDirty());
+
+    fake.disk.AddFile("C:\\Music\\c.mp3", TaggedSong("Cher", "1999"));
+    fake.disk.Erase("C:\\Music\\b.mp3");
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(Songs("New") + Songs("Artist", "Cher"), "b.mp3 c.mp3 c.mp3 ");
+    EXPECT_EQ(application->Catalogue().Mp3Info(1, 1) + application->Catalogue().Mp3Info(2, 1) +
+                  application->Catalogue().Mp3Info(3, 1),
+              "000");
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\FileLocNames.bak"), catalogue);
+}
+
+TEST_F(StartUpTest, AJukeboxThatCanNotBeOpenedIsPassedOver) {
+    Run();
+    SaveJukebox("C:\\App\\Grouping\\mix.juk");
+    std::string file = fake.disk.Content("C:\\App\\Grouping\\mix.juk");
+    file.resize(file.size() / 2);
+    fake.disk.AddFile("C:\\App\\Grouping\\mix.juk", file);
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(view.jukebox->RootCount(), 12U);
+    EXPECT_EQ(application->Count(), 1U);
+    ASSERT_FALSE(fake.statusLine.lines.empty());
+    EXPECT_NE(fake.statusLine.lines.back().find("C:\\App\\Grouping\\mix.juk"), std::string::npos);
+
+    fake.disk.Erase("C:\\App\\Grouping\\mix.juk");
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(view.jukebox->RootCount(), 12U);
+}
+
+TEST_F(StartUpTest, AMissingRuntimeLibraryIsToldUnlessTurnedOff) {
+    fake.disk.Erase("C:\\Windows\\System32\\msvbvm50.dll");
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(Boxes(),
+              (Lines{"You are missing a file Tobbin needs to run correctly.  msvbvm50.dll is "
+                     "missing.  For all operating systems please go to "
+                     "https://support.microsoft.com and download the 'VB 5 runtime module', unzip "
+                     "it and double click the exe.  It will automatically install the file you "
+                     "need.  This information is also in the readme.txt file."}));
+    ASSERT_EQ(fake.programs.started.size(), 1U);
+    EXPECT_EQ(fake.programs.started[0].program, "C:\\Windows\\System32\\notepad.exe");
+    EXPECT_EQ(fake.programs.started[0].arguments, "\"C:\\App\\readme.txt\"");
+    EXPECT_EQ(view.seen.back(), "tips");
+
+    fake.userSettings.values["Runtime Library Check"] = "0";
+    Run();
+    EXPECT_EQ(Boxes().size(), 1U);
+}
+
+TEST_F(StartUpTest, AFolderThatCanNotBeWrittenEndsTheProgram) {
+    const auto expectEnd = [&](const std::string& folder) {
+        fake.dialogs.boxes.clear();
+        EXPECT_FALSE(Run());
+        ASSERT_EQ(Boxes().size(), 1U);
+        EXPECT_TRUE(
+            Boxes()[0].starts_with("Tobbin can't write to its data folder \"" + folder + "\": "))
+            << Boxes()[0];
+        EXPECT_EQ(view.seen, (Lines{"splash", "splash gone"}));
+    };
+    fake.disk.AddFile("C:\\App\\Grouping", "a file where the folder should be");
+    expectEnd("C:\\App\\Grouping\\");
+    fake.disk.Erase("C:\\App\\Grouping");
+    fake.disk.AddFile("C:\\App\\Grouping\\TheOrganizer.tmp");
+    fake.disk.Lock("C:\\App\\Grouping\\TheOrganizer.tmp", DiskError::AccessDenied);
+    expectEnd("C:\\App\\Grouping\\");
+    fake.disk.Erase("C:\\App\\Grouping\\TheOrganizer.tmp");
+    fake.disk.AddFile("C:\\App\\Grouping\\System");
+    expectEnd("C:\\App\\Grouping\\System\\");
+}
+
+TEST_F(StartUpTest, DamagedSettingsAreKeptAsideAndMadeAnew) {
+    Run();
+    const std::string damaged = "list\r\nC:\\App\\Grouping\\\r\nmany\r\nC:\\p\\winamp.exe\r\n";
+    fake.disk.AddFile(kSettings, damaged);
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\System\\TheOrganizer.bad"), damaged);
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_NE(Boxes()[0].find("line 3"), std::string::npos);
+    EXPECT_NE(Boxes()[0].find("TheOrganizer.bad"), std::string::npos);
+    EXPECT_EQ(application->Settings().NumerOfRecordsInTheMain(), 1);
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+}
+
+TEST_F(StartUpTest, SettingsOfFourLinesAndAWrongCountLoseNothing) {
+    Run();
+    const std::string catalogue = fake.disk.Content(kCatalogue);
+    for (const char* count : {"0", "1", "7"}) {
+        fake.disk.AddFile(kSettings, std::string(kFolderList) + "\r\nC:\\App\\Grouping\\\r\n" +
+                                         count + "\r\n\r\n");
+        ASSERT_TRUE(Run());
+        EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue) << count;
+        EXPECT_EQ(Songs("All Songs"), "b.mp3 ") << count;
+    }
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(StartUpTest, AProgramFolderThatWasMovedUsesItsOwnData) {
+    Run();
+    fake.disk.AddFile(kSettings,
+                      "D:\\Old\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\n"
+                      "D:\\Old\\Grouping\\\r\n 1 \r\n\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(application->Settings().LocOfGroupingDir(), "C:\\App\\Grouping\\");
+    EXPECT_EQ(application->Settings().FileContainingTargetDirectories(), kFolderList);
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(StartUpTest, ThePlayerIsSearchedForWhenItIsNotWhereItWas) {
+    fake.disk.AddFile("C:\\Player\\WinAmp.exe");
+    fake.drives.treeFinds["C:\\"] = "C:\\Player\\WinAmp.exe";
+    Run();
+    EXPECT_TRUE(Saw("Found WinAmp!!"));
+    EXPECT_EQ(application->Settings().LocOfWinAmpExe(), "c:\\player\\winamp.exe");
+    Run();
+    EXPECT_FALSE(Saw("Looking for WinAmp in C:\\"));
+
+    fake.disk.Erase("C:\\Player\\WinAmp.exe");
+    fake.drives.treeFinds.clear();
+    Run();
+    EXPECT_TRUE(Saw("Looking for WinAmp in C:\\"));
+    EXPECT_EQ(application->Settings().LocOfWinAmpExe(), "");
+    EXPECT_EQ(fake.disk.Content(kSettings).find("winamp"), std::string::npos);
+}
+
+TEST_F(StartUpTest, ALostOrDamagedCatalogueOffersASearch) {
+    Run();
+    fake.disk.Erase(kCatalogue);
+    Run();
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(fake.dialogs.boxes[0].buttons, Buttons::YesNo);
+    EXPECT_NE(Boxes()[0].find(kCatalogue), std::string::npos);
+    EXPECT_FALSE(fake.disk.Has(kCatalogue));  // the answer was No
+    EXPECT_EQ(Songs("All Songs"), "");
+
+    Run();  // counts no songs any more: a first run
+    const std::string whole = fake.disk.Content(kCatalogue);
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+
+    const std::string damaged = whole + "\x05";
+    fake.disk.AddFile(kCatalogue, damaged);
+    fake.disk.AddFile("D:\\Far\\d.mp3");
+    fake.drives.drives.push_back({"D:\\", 3U});
+    fake.dialogs.answers = {Answer::Yes};
+    Run();
+    ASSERT_EQ(Boxes().size(), 2U);
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\FileLocNames.bad"), damaged);
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 d.mp3 ");
+}
+
+TEST_F(StartUpTest, ALockedCatalogueIsLeftAsItIs) {
+    Run();
+    SaveJukebox("C:\\App\\Grouping\\mix.juk");
+    const std::string catalogue = fake.disk.Content(kCatalogue);
+    fake.disk.Lock(kCatalogue);
+    ASSERT_TRUE(Run());
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_NE(Boxes()[0].find(kCatalogue), std::string::npos);
+    EXPECT_TRUE(view.jukebox->MaybeFind("Mine")->Songs().at(0).IsMissing());
+    EXPECT_EQ(Songs("Mine"), "b.mp3 ");
+    fake.disk.Unlock(kCatalogue);
+    EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue);
+    Run();
+    EXPECT_FALSE(view.jukebox->MaybeFind("Mine")->Songs().at(0).IsMissing());
+    EXPECT_EQ(Songs("All Songs") + Songs("New"), "b.mp3 b.mp3 ");
+}
+
+TEST_F(StartUpTest, AStoppedSearchKeepsWhatItFoundAndStopsNoOther) {
+    fake.disk.AddFile("D:\\Far\\d.mp3");
+    fake.drives.drives.push_back({"D:\\", 3U});
+    view.stopAt = "Looking for WinAmp in C:\\";
+    Run();
+    EXPECT_FALSE(Saw("Looking for WinAmp in D:\\"));
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 d.mp3 ");
+
+    fake.disk.Erase("C:\\App\\Grouping");
+    view.stopAt = "Found 1 Mp3s";
+    Run();
+    EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+    EXPECT_TRUE(fake.disk.Has(kFolderList));
+}
+
+TEST(LoadedWindows, AreKnownByNameInAnyCase) {
+    const FakeText text;
+    LoadedWindows windows(text);
+    Lines unloaded;
+    const int first = windows.Add("frmMain", [&] { unloaded.push_back("first"); });
+    windows.Add("frmMain", [&] {
+        unloaded.push_back("second");
+        windows.Remove(first);
+    });
+    EXPECT_TRUE(windows.IsLoaded("FRMMAIN"));
+    EXPECT_FALSE(windows.IsLoaded("frmMai"));
+    windows.UnloadAll();
+    EXPECT_EQ(unloaded, (Lines{"second"}));  // the first was taken off with it
+}
+
+}  // namespace
+}  // namespace tobbin
