@@ -30,8 +30,10 @@ void SystemEventPump::LetEventsThrough() {
 
 int SystemEventPump::RunUntilQuit() {
     MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0) > 0)
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         Handle(message);
+        m_betweenMessages();
+    }
     m_quitRequested = true;
     return static_cast<int>(message.wParam);
 }

@@ -17,6 +17,10 @@ class SystemEventPump : public EventPump {
     using Filter = std::function<bool(MSG&)>;
     void SetFilter(Filter filter) { m_filter = std::move(filter); }
 
+    // Called in the main loop after each message, when no handler of a message is at work: the
+    // moment to release windows that were closed.
+    void SetBetweenMessages(std::function<void()> call) { m_betweenMessages = std::move(call); }
+
     // Looks at the queue no more often than every few milliseconds. Once the program is asked to
     // quit it stops there; the request stays in the queue for the main loop.
     void LetEventsThrough() override;
@@ -30,6 +34,7 @@ class SystemEventPump : public EventPump {
     void Handle(MSG& message);
 
     Filter m_filter;
+    std::function<void()> m_betweenMessages = [] {};
     std::uint64_t m_lastLook = 0;  // GetTickCount64
     bool m_quitRequested = false;
 };

@@ -1,0 +1,249 @@
+#include "ui/JukeboxView_win32.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/Twips_win32.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+constexpr int kLastRankImage = 7;
+
+constexpr int kKeyColumn = 1;
+
+}  // namespace
+
+JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller)
+    : m_controller(controller), m_explorer(controller.Model(), *this, *this) {
+    m_controller.SetView(this);
+    m_controller.Model().AddListener(*this);
+}
+
+JukeboxMdiChild::~JukeboxMdiChild() {
+    Destroy();
+    m_controller.Model().RemoveListener(*this);
+    m_controller.SetView(nullptr);
+}
+
+bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, std::function<void()> closed) {
+    m_closed = std::move(closed);
+    ClassLook look;
+    look.name = kClassName;
+    look.icon =
+        static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
+                                      IMAGE_ICON, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+    look.background = GetSysColorBrush(COLOR_BTNFACE);
+    Placement placement;
+    placement.style = WS_CHILD | WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN |
+                      WS_CLIPSIBLINGS | (maximised ? WS_MAXIMIZE : 0);
+    placement.exStyle = WS_EX_MDICHILD;
+    placement.parent = mdiClient;
+    return Create(look, m_controller.DaCaption(), placement);
+}
+
+LRESULT JukeboxMdiChild::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefMDIChildProcW(Handle(), message, wParam, lParam);
+}
+
+LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CREATE:
+            return OnCreate() ? 0 : -1;
+        case WM_SIZE:
+            OnSize();
+            break;  // the system keeps account of MDI children's sizes
+        case WM_SETFOCUS:
+            Default(message, wParam, lParam);
+            OnFocus();
+            return 0;
+        case WM_CLOSE:
+            m_controller.AskBeforeClosing();
+            break;
+        case WM_DESTROY:
+            OnDestroy();
+            return 0;
+        default:
+            break;
+    }
+    return Default(message, wParam, lParam);
+}
+
+bool JukeboxMdiChild::OnCreate() {
+    if (!m_explorer.CreateIn(Handle()))
+        return false;
+    m_explorer.onMenu = [this](HWND pane, POINT screen, bool byMouse) {
+        OnMenu(pane, screen, byMouse);
+    };
+    OnColumnsChanged();
+    return true;
+}
+
+void JukeboxMdiChild::OnSize() {
+    if (m_explorer.Handle() == nullptr)
+        return;
+    RECT outer = {};
+    GetWindowRect(Handle(), &outer);
+    m_explorerSize =
+        ResizeControl(m_explorerSize, PixelsToTwips(outer.right - outer.left, Handle()),
+                      PixelsToTwips(outer.bottom - outer.top, Handle()));
+    SetWindowPos(m_explorer.Handle(), nullptr, 0, 0, TwipsToPixels(m_explorerSize.width, Handle()),
+                 TwipsToPixels(m_explorerSize.height, Handle()), SWP_NOZORDER | SWP_NOACTIVATE);
+    m_explorer.Layout();
+    if (!m_columnsFitted && !IsIconic(Handle()))
+        m_explorer.List().FitColumns();
+}
+
+void JukeboxMdiChild::OnDpiChanged() {
+    m_explorer.OnDpiChanged();
+    OnSize();
+}
+
+void JukeboxMdiChild::OnFocus() {
+    const bool list = m_controller.CurrentPaneWFocus() == Pane::List;
+    SetFocus(list ? m_explorer.List().Handle() : m_explorer.Tree().Handle());
+}
+
+void JukeboxMdiChild::OnDestroy() {
+    m_controller.Model().RemoveListener(*this);
+    m_closed();
+}
+
+void JukeboxMdiChild::RestorePanes(int splitterPlace, const std::vector<int>& columnWidths) {
+    m_explorer.SplitterPlace(splitterPlace);
+    m_explorer.List().SetColumnWidths(columnWidths);
+    m_columnsFitted = !columnWidths.empty();
+}
+
+// A right click beside every row, or on none, opens the menu for what is selected.
+void JukeboxMdiChild::OnMenu(HWND pane, POINT screen, bool byMouse) {
+    if (pane == m_explorer.List().Handle()) {
+        ShowPopUpMenu(static_cast<int>(Pane::List), screen);
+        return;
+    }
+    if (byMouse)
+        if (Folder* const folder = m_explorer.Tree().MaybeFolderAt(screen); folder != nullptr)
+            m_explorer.Tree().SelectFolder(folder);
+    ShowPopUpMenu(static_cast<int>(Pane::Tree), screen);
+}
+
+void JukeboxMdiChild::ShowPopUpMenu(int pane, POINT screen) {
+    const bool tree = pane == static_cast<int>(Pane::Tree);
+    const int first = tree ? IDM_FOLDER_POPUP : IDM_SONG_POPUP;
+    const int count = tree ? kFolderMenuEntries : kSongMenuEntries;
+    const UniqueMenu menu(LoadMenuW(GetModuleHandleW(nullptr),
+                                    MAKEINTRESOURCEW(tree ? IDR_FOLDER_POPUP : IDR_SONG_POPUP)));
+    for (int command = 1; command <= count; ++command)
+        EnableMenuItem(menu.Get(), static_cast<UINT>(first + command),
+                       m_controller.IsEnabled(command, pane) ? MF_ENABLED : MF_GRAYED);
+    const int chosen =
+        TrackPopupMenuEx(GetSubMenu(menu.Get(), 0), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_LEFTALIGN,
+                         screen.x, screen.y, Handle(), nullptr);
+    if (chosen != 0)
+        m_controller.ActOnPopUpClick(chosen - first, pane, m_controller.SelectedFolder());
+}
+
+void JukeboxMdiChild::OnSongsChanged(Folder& folder) {
+    if (&folder == m_controller.SelectedFolder())
+        m_explorer.List().Refresh();
+}
+
+void JukeboxMdiChild::OnColumnsChanged() {
+    m_explorer.List().SetColumns(m_controller.Model().Columns());
+}
+
+void JukeboxMdiChild::OnCaptionChanged() {
+    SetWindowTextW(Handle(), Wide(m_controller.DaCaption()).c_str());
+}
+
+void JukeboxMdiChild::SelectFolder(Folder* folder) {
+    m_explorer.Tree().SelectFolder(folder);
+}
+
+void JukeboxMdiChild::ExpandFolder(Folder& folder, bool open) {
+    m_explorer.Tree().ExpandFolder(folder, open);
+}
+
+void JukeboxMdiChild::EditFolderText(Folder& folder) {
+    m_explorer.Tree().EditText(folder);
+}
+
+std::vector<std::size_t> JukeboxMdiChild::SelectedRows() const {
+    return m_explorer.List().SelectedRows();
+}
+
+std::size_t JukeboxMdiChild::SelectedCount() const {
+    return m_explorer.List().SelectedCount();
+}
+
+void JukeboxMdiChild::SelectRows(const std::vector<std::size_t>& rows) {
+    m_explorer.List().SelectRows(rows);
+}
+
+void JukeboxMdiChild::MakeRowVisible(std::size_t row) {
+    m_explorer.List().MakeVisible(row);
+}
+
+void JukeboxMdiChild::Activate() {
+    const HWND client = GetParent(Handle());
+    if (IsIconic(Handle()))
+        SendMessageW(client, WM_MDIRESTORE, reinterpret_cast<WPARAM>(Handle()), 0);
+    SendMessageW(client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
+}
+
+void JukeboxMdiChild::Close() {
+    SendMessageW(Handle(), WM_CLOSE, 0, 0);
+}
+
+void JukeboxMdiChild::OnFolderSelected(Folder* folder) {
+    m_controller.OnFolderSelected(folder);
+    m_explorer.List().Reset();
+}
+
+void JukeboxMdiChild::OnTreeFocused() {
+    m_controller.CurrentPaneWFocus(Pane::Tree);
+}
+
+bool JukeboxMdiChild::MayEditText(const Folder& folder) {
+    return JukeboxWindow::MayEditText(folder);
+}
+
+bool JukeboxMdiChild::OnTextEdited(Folder& folder, const std::string& text) {
+    return m_controller.OnFolderTextEdited(folder, text);
+}
+
+std::size_t JukeboxMdiChild::RowCount() const {
+    const Folder* const folder = m_controller.SelectedFolder();
+    return folder != nullptr ? folder->Songs().size() : 0;
+}
+
+std::string JukeboxMdiChild::RowText(std::size_t row, int column) const {
+    const SongItem& song = m_controller.SelectedFolder()->Songs()[row];
+    if (column == kKeyColumn)
+        return std::to_string(song.recordNumber);
+    return column == 0 ? std::string(m_controller.Model().TextOf(song)) : std::string();
+}
+
+int JukeboxMdiChild::RowImage(std::size_t row) const {
+    return std::clamp<int>(m_controller.SelectedFolder()->Songs()[row].image, 0, kLastRankImage);
+}
+
+std::string JukeboxMdiChild::EmptyText() const {
+    return m_controller.EmptyText();
+}
+
+void JukeboxMdiChild::OnRowsSelected() {
+    m_controller.OnRowsSelected();
+}
+
+void JukeboxMdiChild::OnListFocused() {
+    m_controller.CurrentPaneWFocus(Pane::List);
+}
+
+void JukeboxMdiChild::OnRowOpened() {
+    m_controller.OnRowOpened();
+}
+
+}  // namespace tobbin

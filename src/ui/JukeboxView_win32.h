@@ -1,0 +1,88 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
+#include "platform/WindowBase_win32.h"
+#include "ui/ExplorerControl_win32.h"
+#include "ui/JukeboxView.h"
+#include "ui/JukeboxWindow.h"
+
+namespace tobbin {
+
+// The MDI child window of one jukebox, of the class "frmMain". Its caption is the jukebox's.
+class JukeboxMdiChild : public WindowBase,
+                        public JukeboxView,
+                        private JukeboxListener,
+                        private TreePaneDelegate,
+                        private ListPaneDelegate {
+ public:
+    static constexpr wchar_t kClassName[] = L"frmMain";
+
+    explicit JukeboxMdiChild(JukeboxWindow& controller);
+    ~JukeboxMdiChild() override;
+
+    // `closed` is called when the window is gone; the owner then releases this object and its
+    // controller from its message loop.
+    bool Open(HWND mdiClient, bool maximised, std::function<void()> closed);
+
+    JukeboxWindow& Controller() const { return m_controller; }
+    ExplorerControl& Explorer() { return m_explorer; }
+    void OnDpiChanged();
+
+    // Puts the widths of the panes and columns back as they were left.
+    void RestorePanes(int splitterPlace, const std::vector<int>& columnWidths);
+
+    void SelectFolder(Folder* folder) override;
+    void ExpandFolder(Folder& folder, bool open) override;
+    void EditFolderText(Folder& folder) override;
+    std::vector<std::size_t> SelectedRows() const override;
+    std::size_t SelectedCount() const override;
+    void SelectRows(const std::vector<std::size_t>& rows) override;
+    void MakeRowVisible(std::size_t row) override;
+    void Activate() override;
+    void Close() override;
+    bool IsVisible() const override { return IsWindowVisible(Handle()) != FALSE; }
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+    bool OnCreate();
+    void OnSize();
+    void OnFocus();
+    void OnDestroy();
+    void OnMenu(HWND pane, POINT screen, bool byMouse);
+    void ShowPopUpMenu(int pane, POINT screen);
+
+    void OnSongsChanged(Folder& folder) override;
+    void OnColumnsChanged() override;
+    void OnCaptionChanged() override;
+
+    void OnFolderSelected(Folder* folder) override;
+    void OnTreeFocused() override;
+    bool MayEditText(const Folder& folder) override;
+    bool OnTextEdited(Folder& folder, const std::string& text) override;
+
+    std::size_t RowCount() const override;
+    std::string RowText(std::size_t row, int column) const override;
+    int RowImage(std::size_t row) const override;
+    std::string EmptyText() const override;
+    void OnRowsSelected() override;
+    void OnListFocused() override;
+    void OnRowOpened() override;
+
+    JukeboxWindow& m_controller;
+    ExplorerControl m_explorer;
+    std::function<void()> m_closed = [] {};
+    ControlSize m_explorerSize;  // in twips
+    bool m_columnsFitted = false;
+};
+
+}  // namespace tobbin

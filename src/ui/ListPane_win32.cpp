@@ -1,0 +1,243 @@
+#include "ui/ListPane_win32.h"
+
+#include <uxtheme.h>
+
+#include <algorithm>
+#include <cwchar>
+
+#include "platform/ImageStrip_win32.h"
+#include "platform/Twips_win32.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+constexpr int kNumberColumnWidth = 72;  // pixels at 96 to the inch
+constexpr int kSmallestNameWidth = 120;
+constexpr int kEmptyTextMargin = 12;
+
+}  // namespace
+
+bool ListPane::Create(HWND parent, int number) {
+    m_handle =
+        CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"Songs",
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | LVS_REPORT |
+                            LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
+                        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
+                        GetModuleHandleW(nullptr), nullptr);
+    if (m_handle == nullptr)
+        return false;
+    ListView_SetExtendedListViewStyle(
+        m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
+    OnDpiChanged();
+    return true;
+}
+
+void ListPane::OnDpiChanged() {
+    UniqueImageList icons = LoadImageStrip(IDB_RANKS, m_handle);
+    ListView_SetImageList(m_handle, icons.Get(), LVSIL_SMALL);
+    m_icons = std::move(icons);
+}
+
+void ListPane::SetColumns(const std::vector<std::string>& headings) {
+    const int count = static_cast<int>(headings.size());
+    for (int i = 0; i < count; ++i) {
+        std::wstring text = Wide(headings[static_cast<std::size_t>(i)]);
+        LVCOLUMNW column = {};
+        column.mask = LVCF_TEXT;
+        column.pszText = text.data();
+        if (i < m_columns) {
+            SendMessageW(m_handle, LVM_SETCOLUMNW, static_cast<WPARAM>(i),
+                         reinterpret_cast<LPARAM>(&column));
+            continue;
+        }
+        const bool isNumber = i > 0 && i == count - 1;
+        column.mask |= LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
+        column.fmt = isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.cx = ScalePixels(isNumber ? kNumberColumnWidth : kSmallestNameWidth, m_handle);
+        column.iSubItem = i;
+        SendMessageW(m_handle, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
+                     reinterpret_cast<LPARAM>(&column));
+    }
+    while (m_columns > count)
+        ListView_DeleteColumn(m_handle, --m_columns);
+    m_columns = count;
+}
+
+void ListPane::SetColumnWidths(const std::vector<int>& widths) {
+    for (std::size_t i = 0; i < widths.size() && static_cast<int>(i) < m_columns; ++i)
+        if (widths[i] > 0)
+            ListView_SetColumnWidth(m_handle, static_cast<int>(i),
+                                    ScalePixels(widths[i], m_handle));
+}
+
+std::vector<int> ListPane::ColumnWidths() const {
+    std::vector<int> widths;
+    const int dpi = static_cast<int>(GetDpiForWindow(m_handle));
+    for (int i = 0; i < m_columns; ++i)
+        widths.push_back(MulDiv(ListView_GetColumnWidth(m_handle, i), 96, dpi));
+    return widths;
+}
+
+void ListPane::FitColumns() {
+    RECT window;
+    GetWindowRect(m_handle, &window);
+    const auto dpi = GetDpiForWindow(m_handle);
+    int left = window.right - window.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) -
+               2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    for (int i = 1; i < m_columns; ++i)
+        left -= ListView_GetColumnWidth(m_handle, i);
+    ListView_SetColumnWidth(m_handle, 0, std::max(left, ScalePixels(kSmallestNameWidth, m_handle)));
+}
+
+void ListPane::Reset() {
+    ListView_SetItemState(m_handle, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(), 0);
+    if (m_delegate.RowCount() > 0)
+        ListView_EnsureVisible(m_handle, 0, FALSE);
+    InvalidateRect(m_handle, nullptr, TRUE);
+}
+
+void ListPane::Refresh() {
+    SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(),
+                 LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+    InvalidateRect(m_handle, nullptr, TRUE);
+}
+
+std::vector<std::size_t> ListPane::SelectedRows() const {
+    std::vector<std::size_t> rows;
+    rows.reserve(SelectedCount());
+    for (int row = -1; (row = ListView_GetNextItem(m_handle, row, LVNI_SELECTED)) >= 0;)
+        rows.push_back(static_cast<std::size_t>(row));
+    return rows;
+}
+
+std::size_t ListPane::SelectedCount() const {
+    return m_handle != nullptr ? ListView_GetSelectedCount(m_handle) : 0;
+}
+
+void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
+    ListView_SetItemState(m_handle, -1, 0, LVIS_SELECTED);
+    UINT state = LVIS_SELECTED | LVIS_FOCUSED;  // the focus goes to the first
+    for (const std::size_t row : rows) {
+        ListView_SetItemState(m_handle, static_cast<int>(row), state, state);
+        state = LVIS_SELECTED;
+    }
+}
+
+void ListPane::MakeVisible(std::size_t row) {
+    ListView_EnsureVisible(m_handle, static_cast<int>(row), FALSE);
+}
+
+POINT ListPane::MenuPlace() const {
+    POINT point = {0, 0};
+    int row = ListView_GetNextItem(m_handle, -1, LVNI_FOCUSED | LVNI_SELECTED);
+    if (row < 0)
+        row = ListView_GetNextItem(m_handle, -1, LVNI_SELECTED);
+    RECT place = {};
+    RECT client = {};
+    GetClientRect(m_handle, &client);
+    if (row >= 0)
+        ListView_EnsureVisible(m_handle, row, FALSE);
+    if (row >= 0 && ListView_GetItemRect(m_handle, row, &place, LVIR_LABEL))
+        point = {std::max(place.left, client.left), place.bottom};
+    ClientToScreen(m_handle, &point);
+    return point;
+}
+
+LRESULT ListPane::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            OnGetInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
+            return 0;
+        case LVN_ODFINDITEMW:
+            return OnFind(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case LVN_GETEMPTYMARKUP:
+            return OnEmptyMarkup(reinterpret_cast<NMLVEMPTYMARKUP&>(header));
+        case NM_CUSTOMDRAW:
+            return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+        case LVN_ITEMCHANGED:
+        case LVN_ODSTATECHANGED:
+            m_delegate.OnRowsSelected();
+            return 0;
+        case LVN_COLUMNCLICK:
+            m_delegate.OnColumnClicked(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+            return 0;
+        case LVN_ITEMACTIVATE:
+            m_delegate.OnRowOpened();
+            return 0;
+        case LVN_KEYDOWN:
+            return m_delegate.OnListKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
+        case NM_SETFOCUS:
+            m_delegate.OnListFocused();
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {
+    const auto row = static_cast<std::size_t>(info.item.iItem);
+    if (row >= m_delegate.RowCount())
+        return;
+    if ((info.item.mask & LVIF_TEXT) != 0 && info.item.cchTextMax > 0) {
+        const std::wstring text = Wide(m_delegate.RowText(row, info.item.iSubItem));
+        lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
+    }
+    if ((info.item.mask & LVIF_IMAGE) != 0)
+        info.item.iImage = m_delegate.RowImage(row);
+}
+
+// What the person types looks for the next row that begins so, and goes round once.
+LRESULT ListPane::OnFind(const NMLVFINDITEMW& find) const {
+    const auto count = static_cast<int>(m_delegate.RowCount());
+    if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || count == 0)
+        return -1;
+    const std::wstring_view wanted = find.lvfi.psz;
+    const int start = std::clamp(find.iStart, 0, count - 1);
+    for (int i = 0; i < count; ++i) {
+        const int row = (start + i) % count;
+        const std::wstring text = Wide(m_delegate.RowText(static_cast<std::size_t>(row), 0));
+        if (text.size() >= wanted.size() &&
+            CompareStringOrdinal(text.data(), static_cast<int>(wanted.size()), wanted.data(),
+                                 static_cast<int>(wanted.size()), TRUE) == CSTR_EQUAL)
+            return row;
+    }
+    return -1;
+}
+
+LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {
+    m_controlShowsEmptyText = true;
+    markup.dwFlags = EMF_CENTERED;
+    lstrcpynW(markup.szMarkup, Wide(m_delegate.EmptyText()).c_str(),
+              static_cast<int>(std::size(markup.szMarkup)));
+    return TRUE;
+}
+
+// Systems whose control does not ask for the empty text get it painted over the empty pane.
+LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+    if (m_controlShowsEmptyText || m_delegate.RowCount() > 0)
+        return CDRF_DODEFAULT;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYPOSTPAINT;
+    if (draw.nmcd.dwDrawStage != CDDS_POSTPAINT)
+        return CDRF_DODEFAULT;
+    RECT place = {};
+    GetClientRect(m_handle, &place);
+    RECT heading = {};
+    GetWindowRect(ListView_GetHeader(m_handle), &heading);
+    const int margin = ScalePixels(kEmptyTextMargin, m_handle);
+    place.top += heading.bottom - heading.top + margin;
+    InflateRect(&place, -margin, 0);
+    const int saved = SaveDC(draw.nmcd.hdc);
+    SelectObject(draw.nmcd.hdc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
+    SetTextColor(draw.nmcd.hdc, GetSysColor(COLOR_GRAYTEXT));
+    SetBkMode(draw.nmcd.hdc, TRANSPARENT);
+    DrawTextW(draw.nmcd.hdc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
+              DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    RestoreDC(draw.nmcd.hdc, saved);
+    return CDRF_DODEFAULT;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
+
+namespace tobbin {
+
+// What a list pane shows and who hears of what the person does in it; empty and do-nothing by
+// default. Rows and columns count from 0.
+class ListPaneDelegate {
+ public:
+    virtual ~ListPaneDelegate() = default;
+    virtual std::size_t RowCount() const { return 0; }
+    virtual std::string RowText(std::size_t /*row*/, int /*column*/) const { return {}; }
+    virtual int RowImage(std::size_t /*row*/) const { return 0; }
+    // What stands in the pane while it has no row.
+    virtual std::string EmptyText() const { return {}; }
+
+    virtual void OnRowsSelected() {}
+    virtual void OnListFocused() {}
+    virtual void OnColumnClicked(int /*column*/) {}
+    virtual void OnRowOpened() {}  // a double click, or the Enter key
+    // Returns whether the key was dealt with.
+    virtual bool OnListKey(UINT /*key*/) { return false; }
+};
+
+// A list in columns with an icon in the first: a virtual SysListView32, which asks for the rows it
+// paints, so that a million of them open at once.
+class ListPane {
+ public:
+    explicit ListPane(ListPaneDelegate& delegate) : m_delegate(delegate) {}
+    ListPane(const ListPane&) = delete;
+    ListPane& operator=(const ListPane&) = delete;
+
+    bool Create(HWND parent, int number);
+    HWND Handle() const { return m_handle; }
+
+    LRESULT OnNotify(NMHDR& header);
+    void OnDpiChanged();
+    void OnDestroy() { m_handle = nullptr; }
+
+    // The headings; the last of several columns is one of numbers, on the right.
+    void SetColumns(const std::vector<std::string>& headings);
+    // In pixels at 96 to the inch; 0 leaves a column as it is.
+    void SetColumnWidths(const std::vector<int>& widths);
+    std::vector<int> ColumnWidths() const;
+    // Gives the first column the room that the others leave.
+    void FitColumns();
+
+    // The rows are other ones now: none is selected, the first is in view.
+    void Reset();
+    // The rows have changed, or their number, while they are shown.
+    void Refresh();
+
+    std::vector<std::size_t> SelectedRows() const;
+    std::size_t SelectedCount() const;
+    void SelectRows(const std::vector<std::size_t>& rows);
+    void MakeVisible(std::size_t row);
+
+    // Where a menu for the selection belongs, in screen coordinates.
+    POINT MenuPlace() const;
+
+ private:
+    void OnGetInfo(NMLVDISPINFOW& info) const;
+    LRESULT OnFind(const NMLVFINDITEMW& find) const;
+    LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
+    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+
+    ListPaneDelegate& m_delegate;
+    HWND m_handle = nullptr;
+    UniqueImageList m_icons;
+    int m_columns = 0;
+    bool m_controlShowsEmptyText = false;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,214 @@
+#include "ui/TreePane_win32.h"
+
+#include <uxtheme.h>
+
+#include "jukebox/SpecialFolders.h"
+#include "platform/ImageStrip_win32.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+Folder* Sibling(const Jukebox& jukebox, const Folder& folder, std::size_t index) {
+    return folder.Parent() != nullptr ? &folder.Parent()->Child(index) : &jukebox.Root(index);
+}
+
+// The folders that the program fills have the pictures behind those of the others.
+int KindOffset(const Folder& folder) {
+    return IsSpecialFolder(folder) ? 2 : 0;
+}
+
+int CALLBACK CompareByIndex(LPARAM a, LPARAM b, LPARAM /*unused*/) {
+    const std::size_t first = reinterpret_cast<const Folder*>(a)->Index();
+    const std::size_t second = reinterpret_cast<const Folder*>(b)->Index();
+    return first < second ? -1 : first > second ? 1 : 0;
+}
+
+}  // namespace
+
+TreePane::TreePane(Jukebox& jukebox, TreePaneDelegate& delegate)
+    : m_jukebox(jukebox), m_delegate(delegate) {
+    m_jukebox.AddListener(*this);
+}
+
+TreePane::~TreePane() {
+    m_jukebox.RemoveListener(*this);
+}
+
+bool TreePane::Create(HWND parent, int number) {
+    m_handle = CreateWindowExW(
+        WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"Folders",
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TVS_HASLINES | TVS_LINESATROOT |
+            TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_EDITLABELS | TVS_INFOTIP,
+        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
+        GetModuleHandleW(nullptr), nullptr);
+    if (m_handle == nullptr)
+        return false;
+    TreeView_SetExtendedStyle(m_handle, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    OnDpiChanged();
+    Fill();
+    return true;
+}
+
+void TreePane::OnDpiChanged() {
+    UniqueImageList icons = LoadImageStrip(IDB_FOLDERS, m_handle);
+    TreeView_SetImageList(m_handle, icons.Get(), TVSIL_NORMAL);
+    m_icons = std::move(icons);
+}
+
+void TreePane::OnDestroy() {
+    m_jukebox.RemoveListener(*this);
+    m_handle = nullptr;
+    m_items.clear();
+}
+
+void TreePane::Fill() {
+    SendMessageW(m_handle, WM_SETREDRAW, FALSE, 0);
+    for (Folder* folder = m_jukebox.Next(nullptr); folder != nullptr;
+         folder = m_jukebox.Next(folder))
+        OnFolderAdded(*folder);
+    SendMessageW(m_handle, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(m_handle, nullptr, TRUE);
+}
+
+HTREEITEM TreePane::Insert(Folder& folder, HTREEITEM parent, HTREEITEM after) {
+    std::wstring text = Wide(folder.Text());
+    TVINSERTSTRUCTW insert = {};
+    insert.hParent = parent;
+    insert.hInsertAfter = after;
+    insert.itemex.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+    insert.itemex.pszText = text.data();
+    insert.itemex.iImage = folder.Image() + KindOffset(folder);
+    insert.itemex.iSelectedImage = folder.SelectedImage() + KindOffset(folder);
+    insert.itemex.lParam = reinterpret_cast<LPARAM>(&folder);
+    return reinterpret_cast<HTREEITEM>(
+        SendMessageW(m_handle, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+}
+
+void TreePane::OnFolderAdded(Folder& folder) {
+    if (m_handle == nullptr)
+        return;
+    const HTREEITEM parent = folder.Parent() != nullptr ? ItemOf(folder.Parent()) : TVI_ROOT;
+    const HTREEITEM after =
+        folder.Index() > 0 ? ItemOf(Sibling(m_jukebox, folder, folder.Index() - 1)) : TVI_FIRST;
+    m_items[&folder] = Insert(folder, parent, after);
+}
+
+void TreePane::OnFolderRemoving(Folder& folder) {
+    if (const HTREEITEM item = ItemOf(&folder); item != nullptr)
+        TreeView_DeleteItem(m_handle, item);  // which tells of each item below
+}
+
+void TreePane::OnFolderTextChanged(Folder& folder) {
+    std::wstring text = Wide(folder.Text());
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    item.hItem = ItemOf(&folder);
+    item.pszText = text.data();
+    item.iImage = folder.Image() + KindOffset(folder);
+    item.iSelectedImage = folder.SelectedImage() + KindOffset(folder);
+    if (item.hItem != nullptr)
+        SendMessageW(m_handle, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void TreePane::OnChildrenReordered(Folder* parent) {
+    TVSORTCB sort = {};
+    sort.hParent = parent != nullptr ? ItemOf(parent) : TVI_ROOT;
+    sort.lpfnCompare = &CompareByIndex;
+    if (m_handle != nullptr && sort.hParent != nullptr)
+        SendMessageW(m_handle, TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
+}
+
+LRESULT TreePane::OnNotify(const NMHDR& header) {
+    switch (header.code) {
+        case TVN_SELCHANGEDW:
+            m_delegate.OnFolderSelected(reinterpret_cast<Folder*>(
+                reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
+            return 0;
+        case TVN_DELETEITEMW:
+            m_items.erase(reinterpret_cast<const Folder*>(
+                reinterpret_cast<const NMTREEVIEWW&>(header).itemOld.lParam));
+            return 0;
+        case TVN_BEGINLABELEDITW: {
+            const auto& info = reinterpret_cast<const NMTVDISPINFOW&>(header);
+            const auto* const folder = reinterpret_cast<const Folder*>(info.item.lParam);
+            return folder == nullptr || !m_delegate.MayEditText(*folder);
+        }
+        case TVN_ENDLABELEDITW:
+            return OnEndLabelEdit(reinterpret_cast<const NMTVDISPINFOW&>(header));
+        case TVN_KEYDOWN:
+            return m_delegate.OnTreeKey(reinterpret_cast<const NMTVKEYDOWN&>(header).wVKey);
+        case NM_SETFOCUS:
+            m_delegate.OnTreeFocused();
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+// The jukebox's own signal sets the item's text.
+LRESULT TreePane::OnEndLabelEdit(const NMTVDISPINFOW& info) {
+    if (info.item.pszText != nullptr)
+        if (Folder* const folder = FolderOf(info.item.hItem); folder != nullptr)
+            m_delegate.OnTextEdited(*folder, Utf8(info.item.pszText));
+    return FALSE;
+}
+
+HTREEITEM TreePane::ItemOf(const Folder* folder) const {
+    const auto found = m_items.find(folder);
+    return found != m_items.end() ? found->second : nullptr;
+}
+
+Folder* TreePane::FolderOf(HTREEITEM handle) const {
+    if (handle == nullptr)
+        return nullptr;
+    TVITEMW item = {};
+    item.mask = TVIF_PARAM;
+    item.hItem = handle;
+    SendMessageW(m_handle, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return reinterpret_cast<Folder*>(item.lParam);
+}
+
+Folder* TreePane::SelectedFolder() const {
+    return FolderOf(TreeView_GetSelection(m_handle));
+}
+
+void TreePane::SelectFolder(Folder* folder) {
+    TreeView_SelectItem(m_handle, ItemOf(folder));
+}
+
+void TreePane::ExpandFolder(const Folder& folder, bool open) {
+    if (const HTREEITEM item = ItemOf(&folder); item != nullptr)
+        TreeView_Expand(m_handle, item, open ? TVE_EXPAND : TVE_COLLAPSE);
+}
+
+void TreePane::EditText(const Folder& folder) {
+    if (const HTREEITEM item = ItemOf(&folder); item != nullptr) {
+        SetFocus(m_handle);
+        SendMessageW(m_handle, TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item));
+    }
+}
+
+POINT TreePane::MenuPlace() const {
+    RECT place = {};
+    POINT point = {0, 0};
+    const HTREEITEM item = TreeView_GetSelection(m_handle);
+    if (item != nullptr) {
+        TreeView_EnsureVisible(m_handle, item);
+        if (TreeView_GetItemRect(m_handle, item, &place, TRUE))
+            point = {place.left, place.bottom};
+    }
+    ClientToScreen(m_handle, &point);
+    return point;
+}
+
+Folder* TreePane::MaybeFolderAt(POINT screen) const {
+    TVHITTESTINFO hit = {};
+    hit.pt = screen;
+    ScreenToClient(m_handle, &hit.pt);
+    TreeView_HitTest(m_handle, &hit);
+    return (hit.flags & TVHT_ONITEM) != 0 ? FolderOf(hit.hItem) : nullptr;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <unordered_map>
+
+#include "jukebox/Jukebox.h"
+#include "platform/UniqueHandle_win32.h"
+
+namespace tobbin {
+
+// Hears of what the person does in the tree pane; does nothing by default.
+class TreePaneDelegate {
+ public:
+    virtual ~TreePaneDelegate() = default;
+    virtual void OnFolderSelected(Folder* /*folder*/) {}
+    virtual void OnTreeFocused() {}
+    virtual bool MayEditText(const Folder& /*folder*/) { return false; }
+    // Returns whether the new text was taken.
+    virtual bool OnTextEdited(Folder& /*folder*/, const std::string& /*text*/) { return false; }
+    // Returns whether the key was dealt with.
+    virtual bool OnTreeKey(UINT /*key*/) { return false; }
+};
+
+// The tree of a jukebox's folders: a SysTreeView32 that follows the jukebox's changes. Every folder
+// is an item from the start, so that a screen reader and a test program find all of them.
+class TreePane : private JukeboxListener {
+ public:
+    TreePane(Jukebox& jukebox, TreePaneDelegate& delegate);
+    ~TreePane() override;
+    TreePane(const TreePane&) = delete;
+    TreePane& operator=(const TreePane&) = delete;
+
+    // Creates the control and fills it.
+    bool Create(HWND parent, int number);
+    HWND Handle() const { return m_handle; }
+
+    // A notification of the control, which its parent hands on.
+    LRESULT OnNotify(const NMHDR& header);
+    void OnDpiChanged();
+    // The control is being destroyed with its parent.
+    void OnDestroy();
+
+    Folder* SelectedFolder() const;
+    void SelectFolder(Folder* folder);
+    void ExpandFolder(const Folder& folder, bool open);
+    void EditText(const Folder& folder);
+
+    // Where a menu for the selected folder belongs, in screen coordinates.
+    POINT MenuPlace() const;
+    // The folder under a point of the screen; null beside all.
+    Folder* MaybeFolderAt(POINT screen) const;
+
+ private:
+    void OnFolderAdded(Folder& folder) override;
+    void OnFolderRemoving(Folder& folder) override;
+    void OnFolderTextChanged(Folder& folder) override;
+    void OnChildrenReordered(Folder* parent) override;
+
+    void Fill();
+    HTREEITEM Insert(Folder& folder, HTREEITEM parent, HTREEITEM after);
+    HTREEITEM ItemOf(const Folder* folder) const;
+    Folder* FolderOf(HTREEITEM item) const;
+    LRESULT OnEndLabelEdit(const NMTVDISPINFOW& info);
+
+    Jukebox& m_jukebox;
+    TreePaneDelegate& m_delegate;
+    HWND m_handle = nullptr;
+    UniqueImageList m_icons;
+    std::unordered_map<const Folder*, HTREEITEM> m_items;
+};
+
+}  // namespace tobbin
