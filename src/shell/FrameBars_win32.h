@@ -1,0 +1,51 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "platform/UniqueHandle_win32.h"
+
+namespace tobbin {
+
+// The toolbar `Toolbar1` of the main frame.
+class FrameToolbar {
+ public:
+    // Buttons count from 1.
+    bool Create(HWND frame);
+    HWND Handle() const { return m_handle; }
+    int Height() const;
+    void OnDpiChanged();
+    void Update(const std::function<bool(int button)>& isEnabled);
+
+ private:
+    HWND m_handle = nullptr;
+    UniqueImageList m_pictures;
+    UniqueFont m_font;
+};
+
+// The status bar: what the last command could not do, or the progress of long work; what the active
+// jukebox holds; what is selected in it.
+class FrameStatusBar {
+ public:
+    bool Create(HWND frame);
+    HWND Handle() const { return m_handle; }
+    int Height() const;
+    void OnDpiChanged();
+    void OnSize();
+
+    void ShowLine(const std::string& line);
+    void ShowJukebox(const std::string& text);
+    void ShowSelection(const std::string& text);
+
+ private:
+    enum Part : int { kLine, kJukebox, kSelection, kParts };
+    void ShowPart(Part part, const std::string& text);
+
+    HWND m_handle = nullptr;
+    UniqueFont m_font;
+    std::wstring m_texts[kParts];
+};
+
+}  // namespace tobbin

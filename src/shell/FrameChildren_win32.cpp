@@ -1,0 +1,52 @@
+#include "shell/FrameChildren_win32.h"
+
+#include <utility>
+
+namespace tobbin {
+
+FrameChildren::FrameChildren(Application& application, JukeboxWindowHost& host)
+    : m_application(application), m_host(host) {}
+
+JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
+    const bool first = m_opened++ == 0;
+    Child& child = *m_children.emplace_back(std::make_unique<Child>());
+    child.jukebox = &jukebox;
+    child.controller = std::make_unique<JukeboxWindow>(m_application.TheOutside(), jukebox, m_host);
+    child.window = std::make_unique<JukeboxMdiChild>(*child.controller);
+    child.loadedNumber =
+        m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });
+    child.window->Open(mdiClient, first, [this, &child] { OnClosed(child); });
+    return *child.window;
+}
+
+void FrameChildren::OnClosed(Child& child) {
+    child.closed = true;
+    m_application.Windows().Remove(child.loadedNumber);
+}
+
+void FrameChildren::ReleaseClosed() {
+    for (std::size_t i = m_children.size(); i-- > 0;) {
+        if (!m_children[i]->closed)
+            continue;
+        const std::unique_ptr<Child> child = std::move(m_children[i]);
+        m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(i));
+        child->window.reset();
+        child->controller.reset();
+        m_application.RemoveJukebox(*child->jukebox);
+    }
+}
+
+JukeboxMdiChild* FrameChildren::MaybeAt(HWND window) const {
+    for (const auto& child : m_children)
+        if (!child->closed && window != nullptr && child->window->Handle() == window)
+            return child->window.get();
+    return nullptr;
+}
+
+void FrameChildren::ForEach(const std::function<void(JukeboxMdiChild&)>& call) const {
+    for (std::size_t i = 0; i < m_children.size(); ++i)
+        if (!m_children[i]->closed)
+            call(*m_children[i]->window);
+}
+
+}  // namespace tobbin

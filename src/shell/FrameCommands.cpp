@@ -1,0 +1,217 @@
+#include "shell/FrameCommands.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "jukebox/InitialJukebox.h"
+#include "util/Text.h"
+
+namespace tobbin {
+
+const char* const kToolTips[kToolbarButtons] = {
+    "Play Selected Songs",
+    "Play All Songs in Folder",
+    "Play Next Track",
+    "Play Previous Track",
+    "Pause",
+    "Un-Pause",
+    "Stop After Current Track",
+    "",
+    "Add Folder To Root",
+    "Add Folder To Current",
+    "New Juke Box",
+    "Find Song",
+    "",
+    "Bring In New Songs (Search Normal Directories)",
+    "Bring In New Songs (Search entire computer)",
+    "Background Picture",
+    "Help",
+};
+
+namespace {
+
+// A command that the active jukebox window carries out: its numbers for `ActOnPopUpClick` while the
+// tree pane or the list pane has the focus; 0 where it does nothing.
+struct JukeboxCommand {
+    FrameCommand command;
+    Pane paneWhenTree;
+    int numberWhenTree;
+    Pane paneWhenList;
+    int numberWhenList;
+};
+
+constexpr JukeboxCommand kJukeboxCommands[] = {
+    {FrameCommand::Cut, Pane::Tree, 6, Pane::List, 4},
+    {FrameCommand::Copy, Pane::Tree, 7, Pane::List, 5},
+    {FrameCommand::Paste, Pane::Tree, 8, Pane::List, 6},
+    {FrameCommand::Delete, Pane::Tree, 9, Pane::List, 7},
+    {FrameCommand::AddFolderToSelectedFolder, Pane::Tree, 4, Pane::Tree, 4},
+    {FrameCommand::AddFolderToRoot, Pane::Tree, 5, Pane::Tree, 5},
+    {FrameCommand::PlaySelectedSongs, Pane::List, 2, Pane::List, 2},
+    {FrameCommand::PlayAllSongsInFolder, Pane::List, 1, Pane::List, 1},
+    {FrameCommand::ChangePicture, Pane::List, 16, Pane::List, 16},
+};
+
+struct PopUpEntry {
+    int number;
+    Pane pane;
+};
+
+// What the command means in a window; nothing when it is no such command or no pane has the focus.
+std::optional<PopUpEntry> MaybeEntry(FrameCommand command, const JukeboxWindow& window) {
+    const auto* const found =
+        std::ranges::find(kJukeboxCommands, command, &JukeboxCommand::command);
+    if (found == std::end(kJukeboxCommands))
+        return std::nullopt;
+    switch (window.CurrentPaneWFocus()) {
+        case Pane::Tree:
+            return PopUpEntry{found->numberWhenTree, found->paneWhenTree};
+        case Pane::List:
+            return PopUpEntry{found->numberWhenList, found->paneWhenList};
+        default:
+            return std::nullopt;
+    }
+}
+
+// The menu command behind each button; nothing for a separator.
+constexpr std::optional<FrameCommand> kButtons[kToolbarButtons] = {
+    FrameCommand::PlaySelectedSongs,
+    FrameCommand::PlayAllSongsInFolder,
+    FrameCommand::NextTrack,
+    FrameCommand::PreviousTrack,
+    FrameCommand::Pause,
+    FrameCommand::Play,
+    FrameCommand::StopAfterTrack,
+    std::nullopt,
+    FrameCommand::AddFolderToRoot,
+    FrameCommand::AddFolderToSelectedFolder,
+    FrameCommand::New,
+    FrameCommand::Find,
+    std::nullopt,
+    FrameCommand::NewSongsNormalLocations,
+    FrameCommand::NewSongsWholeComputer,
+    FrameCommand::ChangePicture,
+    FrameCommand::Help,
+};
+
+std::optional<FrameCommand> MaybeButtonCommand(int button) {
+    return button >= 1 && button <= kToolbarButtons ? kButtons[button - 1] : std::nullopt;
+}
+
+}  // namespace
+
+FrameCommands::FrameCommands(Application& application, FrameView& view)
+    : m_application(application), m_view(view) {}
+
+bool FrameCommands::IsEnabled(FrameCommand command) const {
+    switch (command) {
+        case FrameCommand::New:
+        case FrameCommand::Exit:
+        case FrameCommand::Help:
+        case FrameCommand::About:
+            return true;
+        case FrameCommand::Close:
+            return m_view.MaybeActiveJukebox() != nullptr;
+        case FrameCommand::Cascade:
+        case FrameCommand::Tile:
+            return m_view.HasChildren();
+        case FrameCommand::ArrangeIcons:
+            return m_view.HasMinimisedChildren();
+        default:
+            return IsJukeboxCommandEnabled(command);
+    }
+}
+
+void FrameCommands::Do(FrameCommand command) {
+    if (!IsEnabled(command) || DoJukeboxCommand(command))
+        return;
+    switch (command) {
+        case FrameCommand::New:
+            NewJukeboxWindow();
+            break;
+        case FrameCommand::Close:
+            m_view.MaybeActiveJukebox()->View().Close();
+            break;
+        case FrameCommand::Exit:
+            m_view.CloseFrame();
+            break;
+        case FrameCommand::Cascade:
+            m_view.MinimisePlayerPanel();
+            m_view.Arrange(Arrangement::Cascade);
+            break;
+        case FrameCommand::Tile:
+            m_view.MinimisePlayerPanel();
+            m_view.Arrange(Arrangement::TileHorizontally);
+            break;
+        case FrameCommand::ArrangeIcons:
+            m_view.Arrange(Arrangement::Icons);
+            break;
+        case FrameCommand::Help:
+            StartHelp();
+            break;
+        case FrameCommand::About:
+            m_view.ShowAbout();
+            break;
+        default:
+            break;
+    }
+}
+
+bool FrameCommands::IsButtonEnabled(int button) const {
+    const std::optional<FrameCommand> command = MaybeButtonCommand(button);
+    return command && IsEnabled(*command);
+}
+
+void FrameCommands::ClickButton(int button) {
+    if (const std::optional<FrameCommand> command = MaybeButtonCommand(button))
+        Do(*command);
+}
+
+bool FrameCommands::IsJukeboxCommandEnabled(FrameCommand command) const {
+    const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
+    if (window == nullptr || window->SelectedFolder() == nullptr)
+        return false;
+    const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
+    return entry && window->IsEnabled(entry->number, static_cast<int>(entry->pane));
+}
+
+bool FrameCommands::DoJukeboxCommand(FrameCommand command) {
+    JukeboxWindow* const window = m_view.MaybeActiveJukebox();
+    if (window == nullptr)
+        return false;
+    const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
+    if (entry)
+        window->ActOnPopUpClick(entry->number, static_cast<int>(entry->pane),
+                                window->SelectedFolder());
+    return entry.has_value();
+}
+
+// With no jukebox open, the sample jukebox is built first and opens in a window of its own.
+void FrameCommands::NewJukeboxWindow() {
+    if (m_application.Count() == 0) {
+        Jukebox& sample = m_application.AddJukebox(std::make_unique<Jukebox>());
+        BuildInitialJukebox(sample, m_application.Groups(), m_application.LongWork());
+        m_view.OpenJukeboxWindow(sample);
+    }
+    auto jukebox = std::make_unique<Jukebox>();
+    AddListColumns(*jukebox);
+    CopyJukebox(m_application.At(0), *jukebox);
+    jukebox->DaCaption("JukeBox" + std::to_string(m_view.JukeboxWindowsOpened() + 1));
+    m_view.OpenJukeboxWindow(m_application.AddJukebox(std::move(jukebox)));
+}
+
+// The help program lies in the folder above the system's own. It tells of a missing help file
+// itself.
+void FrameCommands::StartHelp() {
+    Outside& outside = m_application.TheOutside();
+    std::string_view folder = m_application.Folders().system;
+    folder.remove_suffix(std::min<std::size_t>(folder.size(), 1));
+    const std::string program = FolderOfPath(folder) + "WinHelp.exe";
+    if (!outside.programs.Start(program, m_application.HelpFile(), ShowProgram::Normal))
+        outside.statusLine.Say("The help program " + program + " could not be started.");
+}
+
+}  // namespace tobbin

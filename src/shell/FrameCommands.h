@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+
+#include "shell/Application.h"
+#include "shell/FrameView.h"
+
+namespace tobbin {
+
+// The commands of the main frame's menus; the numbers are those in assets/resource.h.
+enum class FrameCommand : int {
+    New = 1001,
+    Open,
+    Close,
+    Save,
+    SaveAs,
+    Exit,
+    Cut = 1101,
+    Copy,
+    Paste,
+    Delete,
+    Find,
+    AddFolderToRoot,
+    AddFolderToSelectedFolder,
+    NewSongsNormalLocations = 1201,
+    NewSongsWholeComputer,
+    PlaySelectedSongs,
+    PlayAllSongsInFolder,
+    NextTrack,
+    PreviousTrack,
+    Pause,
+    Play,
+    Stop,
+    StopAfterTrack,
+    ClosePlayer,
+    ChangePicture = 1301,
+    NoPicture,
+    ToggleTile,
+    NextPicture,
+    PreviousPicture,
+    Cascade = 1401,
+    Tile,
+    ArrangeIcons,
+    Help = 1501,
+    Tip,
+    About,
+};
+
+// Decides for each command of the main frame whether it can act now, and does it. A command that
+// can't act does nothing and shows nothing.
+class FrameCommands {
+ public:
+    FrameCommands(Application& application, FrameView& view);
+
+    bool IsEnabled(FrameCommand command) const;
+    void Do(FrameCommand command);
+
+    // Buttons of the toolbar count from 1.
+    bool IsButtonEnabled(int button) const;
+    void ClickButton(int button);
+
+ private:
+    bool IsJukeboxCommandEnabled(FrameCommand command) const;
+    bool DoJukeboxCommand(FrameCommand command);
+    void NewJukeboxWindow();
+    void StartHelp();
+
+    Application& m_application;
+    FrameView& m_view;
+};
+
+// The tool-tips of the toolbar's 17 buttons, the first at 0; empty for a separator.
+inline constexpr int kToolbarButtons = 17;
+extern const char* const kToolTips[kToolbarButtons];
+
+}  // namespace tobbin

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+
+#include "jukebox/Jukebox.h"
+#include "ui/JukeboxWindow.h"
+
+namespace tobbin {
+
+enum class Arrangement { Cascade, TileHorizontally, Icons };
+
+// What the commands of the main frame need of its window.
+class FrameView {
+ public:
+    virtual ~FrameView() = default;
+
+    // The active child when it is a jukebox window; null otherwise.
+    virtual JukeboxWindow* MaybeActiveJukebox() const = 0;
+
+    // Whether any child window is open, and whether one of them is minimised.
+    virtual bool HasChildren() const = 0;
+    virtual bool HasMinimisedChildren() const = 0;
+
+    // Opens a window on a jukebox, shows it and makes it the active one.
+    virtual void OpenJukeboxWindow(Jukebox& jukebox) = 0;
+    // How many have been opened since the program began.
+    virtual int JukeboxWindowsOpened() const = 0;
+
+    // Minimises the player panel if it is loaded; the second: only if it is the active child.
+    virtual void MinimisePlayerPanel() = 0;
+    virtual void MinimiseActivePlayerPanel() = 0;
+    virtual void Arrange(Arrangement arrangement) = 0;
+
+    // Modal dialogs.
+    virtual void ShowAbout() = 0;
+    virtual void ShowTips() = 0;
+
+    // Closes the frame as the person does it.
+    virtual void CloseFrame() = 0;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,324 @@
+#include "shell/MainFrame_win32.h"
+
+#include <algorithm>
+
+#include "platform/DialogBase_win32.h"
+#include "platform/Twips_win32.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+#include "shell/SingleInstance_win32.h"
+#include "shell/StatusTexts.h"
+
+namespace tobbin {
+namespace {
+
+static_assert(static_cast<int>(FrameCommand::New) == IDM_NEW);
+static_assert(static_cast<int>(FrameCommand::Exit) == IDM_EXIT);
+static_assert(static_cast<int>(FrameCommand::AddFolderToSelectedFolder) ==
+              IDM_ADD_FOLDER_TO_SELECTED);
+static_assert(static_cast<int>(FrameCommand::ClosePlayer) == IDM_CLOSE_PLAYER);
+static_assert(static_cast<int>(FrameCommand::PreviousPicture) == IDM_PREVIOUS_PICTURE);
+static_assert(static_cast<int>(FrameCommand::ArrangeIcons) == IDM_ARRANGE_ICONS);
+static_assert(static_cast<int>(FrameCommand::About) == IDM_ABOUT);
+
+constexpr char kCaption[] = "Tobbin MP3 Organizer";
+
+// The first size, in pixels at 96 to the inch.
+constexpr int kFirstWidth = 1000;
+constexpr int kFirstHeight = 700;
+
+bool IsFrameCommand(int command) {
+    return command >= IDM_NEW && command <= IDM_ABOUT;
+}
+
+// Where a text is being edited, the keys for it are the edit control's.
+bool IsEditing() {
+    wchar_t name[16] = L"";
+    GetClassNameW(GetFocus(), name, static_cast<int>(std::size(name)));
+    return lstrcmpiW(name, WC_EDITW) == 0;
+}
+
+HICON ProgramIcon(int size) {
+    return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
+                                         IMAGE_ICON, size, size, LR_SHARED));
+}
+
+}  // namespace
+
+MainFrame::MainFrame(Application& application, WindowsOutside& outside)
+    : m_application(application),
+      m_outside(outside),
+      m_commands(application, *this),
+      m_children(application, *this) {}
+
+MainFrame::~MainFrame() {
+    m_outside.Status().SetListener({});
+    Destroy();
+    m_children.ReleaseClosed();
+}
+
+bool MainFrame::Open() {
+    m_menu = UniqueMenu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_FRAME_MENU)));
+    m_keys = UniqueAccelerators(
+        LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS)));
+    ClassLook look;
+    look.name = kClassName;
+    look.icon = ProgramIcon(GetSystemMetrics(SM_CXICON));
+    look.smallIcon = ProgramIcon(GetSystemMetrics(SM_CXSMICON));
+    Placement placement;
+    placement.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    placement.x = placement.y = placement.width = placement.height = 0;
+    if (!Create(look, kCaption, placement))
+        return false;
+    SetMenu(Handle(), m_menu.Get());
+    RECT area = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const int width = std::min<int>(ScalePixels(kFirstWidth, Handle()), area.right - area.left);
+    const int height = std::min<int>(ScalePixels(kFirstHeight, Handle()), area.bottom - area.top);
+    SetWindowPos(Handle(), nullptr, (area.left + area.right - width) / 2,
+                 (area.top + area.bottom - height) / 2, width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
+    return true;
+}
+
+void MainFrame::Appear() {
+    ShowWindow(Handle(), SW_SHOWDEFAULT);
+    UpdateWindow(Handle());
+    SetForegroundWindow(Handle());
+    UpdateBars();
+}
+
+LRESULT MainFrame::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefFrameProcW(Handle(), m_client, message, wParam, lParam);
+}
+
+LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CREATE:
+            return OnCreate() ? 0 : -1;
+        case WM_SIZE:
+            OnSize();
+            return 0;  // the system would give the client window all of the frame
+        case WM_COMMAND:
+            if (LOWORD(wParam) >= IDM_FIRST_CHILD || LOWORD(wParam) >= 0xF000)
+                break;
+            OnCommand(LOWORD(wParam));
+            return 0;
+        case WM_INITMENUPOPUP:
+            OnInitMenu(reinterpret_cast<HMENU>(wParam), HIWORD(lParam) != 0);
+            break;
+        case WM_HELP:
+            OnCommand(IDM_HELP);
+            return TRUE;
+        case WM_DPICHANGED:
+            OnDpiChanged(*reinterpret_cast<const RECT*>(lParam));
+            return 0;
+        case WM_COPYDATA:
+            return OnCopyData(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+        case WM_QUERYENDSESSION:
+            return OnQueryEndSession();
+        case WM_CLOSE:
+            OnClose();
+            return 0;
+        case WM_DESTROY:
+            OnDestroy();
+            return 0;
+        default:
+            break;
+    }
+    return Default(message, wParam, lParam);
+}
+
+bool MainFrame::OnCreate() {
+    if (!m_toolbar.Create(Handle()) || !m_statusBar.Create(Handle()))
+        return false;
+    CLIENTCREATESTRUCT creation = {};
+    creation.hWindowMenu = GetSubMenu(m_menu.Get(), MENU_WINDOW);
+    creation.idFirstChild = IDM_FIRST_CHILD;
+    m_client = CreateWindowExW(
+        WS_EX_CLIENTEDGE, L"MDICLIENT", nullptr,
+        WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0,
+        0, 0, Handle(), nullptr, GetModuleHandleW(nullptr), &creation);
+    m_outside.Boxes().SetMainWindow(Handle());
+    m_outside.Status().SetListener([this](const std::string& line) { m_statusBar.ShowLine(line); });
+    return m_client != nullptr;
+}
+
+void MainFrame::OnSize() {
+    if (m_client == nullptr || IsIconic(Handle()))
+        return;
+    SendMessageW(m_toolbar.Handle(), TB_AUTOSIZE, 0, 0);
+    m_statusBar.OnSize();
+    RECT client = {};
+    GetClientRect(Handle(), &client);
+    const int top = m_toolbar.Height();
+    MoveWindow(m_client, 0, top, client.right,
+               std::max<int>(0, client.bottom - top - m_statusBar.Height()), TRUE);
+}
+
+void MainFrame::OnDpiChanged(const RECT& place) {
+    m_toolbar.OnDpiChanged();
+    m_statusBar.OnDpiChanged();
+    m_children.ForEach([](JukeboxMdiChild& child) { child.OnDpiChanged(); });
+    SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    OnSize();
+}
+
+void MainFrame::OnCommand(int command) {
+    m_outside.Status().Clear();
+    if (command > IDM_TOOLBAR && command <= IDM_TOOLBAR + kToolbarButtons)
+        m_commands.ClickButton(command - IDM_TOOLBAR);
+    else if (IsFrameCommand(command))
+        m_commands.Do(static_cast<FrameCommand>(command));
+    m_barsOutdated = true;
+}
+
+void MainFrame::OnInitMenu(HMENU menu, bool isSystemMenu) {
+    if (isSystemMenu)
+        return;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        const UINT command = GetMenuItemID(menu, i);
+        if (command != static_cast<UINT>(-1) && IsFrameCommand(static_cast<int>(command)))
+            EnableMenuItem(
+                menu, command,
+                m_commands.IsEnabled(static_cast<FrameCommand>(command)) ? MF_ENABLED : MF_GRAYED);
+    }
+}
+
+// A second start of the program. While this one is still starting, its splash window is what there
+// is to bring forward.
+bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
+    const std::optional<std::vector<std::string>> files = SingleInstance::MaybeFiles(data);
+    if (!files)
+        return false;
+    if (IsIconic(Handle()))
+        ShowWindow(Handle(), SW_RESTORE);
+    if (IsWindowVisible(Handle()))
+        SetForegroundWindow(GetLastActivePopup(Handle()));
+    OpenFiles(*files);
+    return true;
+}
+
+void MainFrame::OpenFiles(const std::vector<std::string>& /*paths*/) {}
+
+bool MainFrame::TranslateKeys(MSG& message) {
+    if (Handle() == nullptr || !IsWindowVisible(Handle()))
+        return false;
+    if (TranslateMDISysAccel(m_client, &message))
+        return true;
+    const bool own = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
+    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0;
+}
+
+void MainFrame::BetweenMessages() {
+    m_children.ReleaseClosed();
+    if (m_barsOutdated)
+        UpdateBars();
+}
+
+void MainFrame::UpdateBars() {
+    m_barsOutdated = false;
+    if (Handle() == nullptr)
+        return;
+    m_toolbar.Update([this](int button) { return m_commands.IsButtonEnabled(button); });
+    const JukeboxWindow* const window = MaybeActiveJukebox();
+    m_statusBar.ShowJukebox(window != nullptr ? JukeboxText(window->Model()) : std::string());
+    m_statusBar.ShowSelection(window != nullptr ? SelectionText(*window) : std::string());
+}
+
+// The end of the Windows session asks what the closing of the frame asks.
+bool MainFrame::OnQueryEndSession() {
+    m_children.ForEach([](JukeboxMdiChild& child) { child.Close(); });
+    return true;
+}
+
+void MainFrame::OnClose() {
+    if (m_closing)
+        return;
+    m_closing = true;
+    m_application.Windows().UnloadAll();
+}
+
+void MainFrame::OnDestroy() {
+    m_application.Windows().Remove(m_loadedNumber);
+    m_outside.Status().SetListener({});
+    m_outside.Boxes().SetMainWindow(nullptr);
+    PostQuitMessage(0);
+}
+
+HWND MainFrame::ActiveChild() const {
+    return m_client != nullptr
+               ? reinterpret_cast<HWND>(SendMessageW(m_client, WM_MDIGETACTIVE, 0, 0))
+               : nullptr;
+}
+
+JukeboxWindow* MainFrame::MaybeActiveJukebox() const {
+    JukeboxMdiChild* const child = m_children.MaybeAt(ActiveChild());
+    return child != nullptr ? &child->Controller() : nullptr;
+}
+
+bool MainFrame::HasChildren() const {
+    return ActiveChild() != nullptr;
+}
+
+bool MainFrame::HasMinimisedChildren() const {
+    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (IsIconic(child))
+            return true;
+    return false;
+}
+
+void MainFrame::OpenJukeboxWindow(Jukebox& jukebox) {
+    JukeboxMdiChild& child = m_children.Open(m_client, jukebox);
+    if (jukebox.RootCount() > 0)
+        child.SelectFolder(&jukebox.Root(0));
+    m_barsOutdated = true;
+}
+
+void MainFrame::MinimisePlayerPanel() {}
+
+void MainFrame::MinimiseActivePlayerPanel() {}
+
+void MainFrame::Arrange(Arrangement arrangement) {
+    switch (arrangement) {
+        case Arrangement::Cascade:
+            SendMessageW(m_client, WM_MDICASCADE, 0, 0);
+            break;
+        case Arrangement::TileHorizontally:
+            SendMessageW(m_client, WM_MDITILE, MDITILE_HORIZONTAL, 0);
+            break;
+        case Arrangement::Icons:
+            SendMessageW(m_client, WM_MDIICONARRANGE, 0, 0);
+            break;
+    }
+}
+
+void MainFrame::ShowAbout() {
+    DialogBase().ShowModal(Handle(), IDD_ABOUT);
+}
+
+void MainFrame::ShowTips() {}
+
+void MainFrame::CloseFrame() {
+    SendMessageW(Handle(), WM_CLOSE, 0, 0);
+}
+
+void MainFrame::PlayAllSongsInFolder(JukeboxWindow& /*window*/) {}
+
+void MainFrame::PlaySelectedSongs(JukeboxWindow& /*window*/) {}
+
+void MainFrame::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {}
+
+void MainFrame::SaveBeforeClosing(JukeboxWindow& window) {
+    window.View().Activate();
+    m_commands.Do(FrameCommand::Save);
+}
+
+void MainFrame::OnSelectionChanged(JukeboxWindow& /*window*/) {
+    m_barsOutdated = true;
+}
+
+}  // namespace tobbin

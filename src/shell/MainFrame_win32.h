@@ -1,0 +1,95 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
+#include "platform/WindowBase_win32.h"
+#include "platform/WindowsOutside_win32.h"
+#include "shell/Application.h"
+#include "shell/FrameBars_win32.h"
+#include "shell/FrameChildren_win32.h"
+#include "shell/FrameCommands.h"
+#include "shell/FrameView.h"
+
+namespace tobbin {
+
+// The program's one top-level window `frmMDIForm1`: menus, toolbar, status bar and, between them,
+// the client window of the jukebox windows and the player panel.
+class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHost {
+ public:
+    static constexpr wchar_t kClassName[] = L"frmMDIForm1";
+
+    MainFrame(Application& application, WindowsOutside& outside);
+    ~MainFrame() override;
+
+    // Creates the frame, not yet to be seen.
+    bool Open();
+    // Shows it.
+    void Appear();
+
+    FrameView& View() { return *this; }
+    void ShowTipsAtStartUp() {}
+
+    // Opens jukebox files by their full paths.
+    void OpenFiles(const std::vector<std::string>& paths);
+
+    // For the message loop: the keys of menus and MDI, and the moment between two messages.
+    bool TranslateKeys(MSG& message);
+    void BetweenMessages();
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+    bool OnCreate();
+    void OnSize();
+    void OnCommand(int command);
+    void OnInitMenu(HMENU menu, bool isSystemMenu);
+    void OnDpiChanged(const RECT& place);
+    bool OnCopyData(const COPYDATASTRUCT& data);
+    bool OnQueryEndSession();
+    void OnClose();
+    void OnDestroy();
+    void UpdateBars();
+
+    JukeboxWindow* MaybeActiveJukebox() const override;
+    bool HasChildren() const override;
+    bool HasMinimisedChildren() const override;
+    void OpenJukeboxWindow(Jukebox& jukebox) override;
+    int JukeboxWindowsOpened() const override { return m_children.OpenedSoFar(); }
+    void MinimisePlayerPanel() override;
+    void MinimiseActivePlayerPanel() override;
+    void Arrange(Arrangement arrangement) override;
+    void ShowAbout() override;
+    void ShowTips() override;
+    void CloseFrame() override;
+
+    bool CanPlay() const override { return false; }
+    bool CanChangePicture() const override { return false; }
+    void PlayAllSongsInFolder(JukeboxWindow& window) override;
+    void PlaySelectedSongs(JukeboxWindow& window) override;
+    void ChangeBackgroundPicture(JukeboxWindow& window) override;
+    void SaveBeforeClosing(JukeboxWindow& window) override;
+    void OnSelectionChanged(JukeboxWindow& window) override;
+
+    HWND ActiveChild() const;
+
+    Application& m_application;
+    WindowsOutside& m_outside;
+    FrameCommands m_commands;
+    FrameChildren m_children;
+    FrameToolbar m_toolbar;
+    FrameStatusBar m_statusBar;
+    UniqueMenu m_menu;
+    UniqueAccelerators m_keys;
+    HWND m_client = nullptr;
+    int m_loadedNumber = 0;
+    bool m_barsOutdated = true;
+    bool m_closing = false;
+};
+
+}  // namespace tobbin

@@ -1,0 +1,92 @@
+#include "shell/SingleInstance_win32.h"
+
+#include <algorithm>
+
+#include "platform/Wide_win32.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+constexpr ULONG_PTR kFilesMessage = 0x546F6266;  // "Tobf"
+constexpr int kTries = 100;
+constexpr DWORD kTryPause = 50;      // milliseconds
+constexpr UINT kAnswerLimit = 5000;  // milliseconds
+constexpr std::size_t kMostBytes = 1 << 20;
+
+struct Search {
+    const std::wstring& property;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    if (GetPropW(window, search.property.c_str()) == nullptr)
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+// The name under which programs of one folder know each other: a mutex and a window property, whose
+// names may not hold a "\" (nor the property's more than 255 units).
+std::wstring NameFor(const std::string& applicationFolder) {
+    std::wstring folder = Wide(applicationFolder);
+    CharLowerBuffW(folder.data(), static_cast<DWORD>(folder.size()));
+    std::ranges::replace(folder, L'\\', L'/');
+    if (folder.size() > 200)
+        folder.erase(0, folder.size() - 200);
+    return L"Tobbin:" + folder;
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const std::string& applicationFolder)
+    : m_name(NameFor(applicationFolder)) {
+    m_mutex = UniqueKernelObject(CreateMutexW(nullptr, FALSE, (L"Local\\" + m_name).c_str()));
+    m_first = !m_mutex || GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
+void SingleInstance::MarkWindow(HWND window) const {
+    SetPropW(window, m_name.c_str(), reinterpret_cast<HANDLE>(1));
+}
+
+HWND SingleInstance::MaybeFirstWindow() const {
+    Search search{m_name};
+    EnumWindows(&LookAtWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool SingleInstance::HandOver(const std::vector<std::string>& files) const {
+    HWND window = MaybeFirstWindow();
+    for (int i = 0; window == nullptr && i < kTries; ++i) {
+        Sleep(kTryPause);
+        window = MaybeFirstWindow();
+    }
+    if (window == nullptr)
+        return false;
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    AllowSetForegroundWindow(process);
+    std::string text;
+    for (const std::string& file : files)
+        text += file + "\n";
+    COPYDATASTRUCT data = {};
+    data.dwData = kFilesMessage;
+    data.cbData = static_cast<DWORD>(text.size());
+    data.lpData = text.data();
+    DWORD_PTR answer = 0;
+    return SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_NORMAL,
+                               kAnswerLimit, &answer) != 0;
+}
+
+std::optional<std::vector<std::string>> SingleInstance::MaybeFiles(const COPYDATASTRUCT& data) {
+    if (data.dwData != kFilesMessage || data.cbData > kMostBytes)
+        return std::nullopt;
+    const std::string_view text(static_cast<const char*>(data.lpData), data.cbData);
+    std::vector<std::string> files;
+    for (const std::string_view line : SplitLines(text))
+        files.emplace_back(line);
+    return files;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,186 @@
+#include "shell/Splash_win32.h"
+
+#include <algorithm>
+
+#include "platform/SystemFont_win32.h"
+#include "platform/Twips_win32.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+// Pixels at 96 to the inch.
+constexpr int kWidth = 460;
+constexpr int kHeight = 190;
+constexpr int kMargin = 20;
+constexpr int kPicture = 64;
+constexpr int kTitleHeight = 40;
+constexpr int kLineHeight = 20;
+constexpr int kButtonWidth = 80;
+constexpr int kButtonHeight = 26;
+
+constexpr UINT_PTR kTextTimer = 1;
+constexpr UINT kTextPeriod = 16;  // milliseconds: no more than one picture of the screen
+
+}  // namespace
+
+Splash::~Splash() {
+    Destroy();
+}
+
+bool Splash::Open() {
+    ClassLook look;
+    look.name = kClassName;
+    look.background = GetSysColorBrush(COLOR_WINDOW);
+    look.cursor = LoadCursorW(nullptr, IDC_APPSTARTING);
+    look.icon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN));
+    Placement placement;
+    placement.style = WS_POPUP | WS_BORDER | WS_CLIPCHILDREN;
+    placement.exStyle = WS_EX_APPWINDOW | WS_EX_CONTROLPARENT;
+    placement.x = placement.y = placement.width = placement.height = 0;
+    if (!Create(look, "Tobbin MP3 Organizer", placement))
+        return false;
+    RECT area = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const int width = ScalePixels(kWidth, Handle());
+    const int height = ScalePixels(kHeight, Handle());
+    SetWindowPos(Handle(), nullptr, (area.left + area.right - width) / 2,
+                 (area.top + area.bottom - height) / 2, width, height, SWP_NOZORDER);
+    ShowWindow(Handle(), SW_SHOW);
+    UpdateWindow(Handle());
+    return true;
+}
+
+LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CREATE:
+            OnCreate();
+            return 0;
+        case WM_SIZE:
+            Layout();
+            return 0;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == cmdStop || LOWORD(wParam) == IDCANCEL)
+                OnStop();
+            return 0;
+        case WM_CLOSE:  // Alt+F4: the start itself goes on
+            OnStop();
+            return 0;
+        case WM_TIMER:
+            OnTimer();
+            return 0;
+        case WM_PAINT:
+            OnPaint();
+            return 0;
+        case WM_CTLCOLORSTATIC:
+            SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
+            SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
+            return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+        default:
+            return Default(message, wParam, lParam);
+    }
+}
+
+void Splash::OnCreate() {
+    const auto add = [this](const wchar_t* windowClass, const wchar_t* text, DWORD style,
+                            int number) {
+        CreateWindowExW(0, windowClass, text, WS_CHILD | style, 0, 0, 0, 0, Handle(),
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
+                        GetModuleHandleW(nullptr), nullptr);
+    };
+    add(L"STATIC", L"", SS_NOPREFIX | SS_PATHELLIPSIS, lblProgress);
+    add(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
+    m_font = MessageFont(Handle());
+    LOGFONTW title = {};
+    GetObjectW(m_font.Get(), sizeof(title), &title);
+    title.lfHeight = title.lfHeight * 9 / 4;
+    m_titleFont = UniqueFont(CreateFontIndirectW(&title));
+    UseFont(GetDlgItem(Handle(), lblProgress), m_font);
+    UseFont(GetDlgItem(Handle(), cmdStop), m_font);
+}
+
+void Splash::Layout() {
+    const auto scale = [this](int pixels) { return ScalePixels(pixels, Handle()); };
+    RECT client = {};
+    GetClientRect(Handle(), &client);
+    const int margin = scale(kMargin);
+    const int buttonTop = client.bottom - margin - scale(kButtonHeight);
+    const int buttonLeft = client.right - margin - scale(kButtonWidth);
+    MoveWindow(GetDlgItem(Handle(), cmdStop), buttonLeft, buttonTop, scale(kButtonWidth),
+               scale(kButtonHeight), TRUE);
+    MoveWindow(GetDlgItem(Handle(), lblProgress), margin,
+               buttonTop + (scale(kButtonHeight) - scale(kLineHeight)) / 2, buttonLeft - 2 * margin,
+               scale(kLineHeight), TRUE);
+}
+
+void Splash::OnPaint() {
+    const auto scale = [this](int pixels) { return ScalePixels(pixels, Handle()); };
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(Handle(), &paint);
+    RECT client = {};
+    GetClientRect(Handle(), &client);
+    const int margin = scale(kMargin);
+    const int picture = scale(kPicture);
+    const UniqueIcon icon(static_cast<HICON>(LoadImageW(
+        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN), IMAGE_ICON, picture, picture, 0)));
+    DrawIconEx(dc, margin, margin, icon.Get(), picture, picture, 0, nullptr, DI_NORMAL);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    RECT place = {2 * margin + picture, margin, client.right - margin,
+                  margin + scale(kTitleHeight)};
+    const HGDIOBJ oldFont = SelectObject(dc, m_titleFont.Get());
+    DrawTextW(dc, L"Tobbin MP3 Organizer", -1, &place,
+              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    SelectObject(dc, m_font.Get());
+    SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+    place.top = place.bottom;
+    place.bottom += scale(kLineHeight) + scale(4);
+    DrawTextW(dc, L"Your songs, in jukeboxes of your own", -1, &place,
+              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    SelectObject(dc, oldFont);
+    EndPaint(Handle(), &paint);
+}
+
+void Splash::ShowProgressArea(bool visible) {
+    if (visible)
+        m_stop = false;
+    EnableWindow(GetDlgItem(Handle(), cmdStop), visible);
+    for (const int control : {lblProgress, cmdStop})
+        ShowWindow(GetDlgItem(Handle(), control), visible ? SW_SHOWNA : SW_HIDE);
+    if (visible)
+        SetFocus(GetDlgItem(Handle(), cmdStop));
+    UpdateWindow(Handle());
+}
+
+void Splash::Show(const std::string& text) {
+    m_text = text;
+    const std::uint64_t now = GetTickCount64();
+    if (now - m_lastShown >= kTextPeriod) {
+        ShowText();
+        m_lastShown = now;
+    } else if (!m_textWaits) {
+        m_textWaits = true;
+        SetTimer(Handle(), kTextTimer, kTextPeriod, nullptr);
+    }
+}
+
+void Splash::ShowText() {
+    const HWND label = GetDlgItem(Handle(), lblProgress);
+    SetWindowTextW(label, Wide(m_text).c_str());
+    UpdateWindow(label);
+}
+
+void Splash::OnTimer() {
+    KillTimer(Handle(), kTextTimer);
+    m_textWaits = false;
+    m_lastShown = GetTickCount64();
+    ShowText();
+}
+
+void Splash::OnStop() {
+    m_stop = true;
+    EnableWindow(GetDlgItem(Handle(), cmdStop), FALSE);
+}
+
+}  // namespace tobbin

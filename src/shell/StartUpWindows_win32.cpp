@@ -1,0 +1,33 @@
+#include "shell/StartUpWindows_win32.h"
+
+namespace tobbin {
+
+Progress& StartUpWindows::LoadSplash() {
+    m_splash = std::make_unique<Splash>();
+    m_splash->Open();
+    m_splashNumber = m_application.Windows().Add("frmSplash", [this] { UnloadSplash(); });
+    return *m_splash;
+}
+
+void StartUpWindows::UnloadSplash() {
+    m_application.Windows().Remove(m_splashNumber);
+    m_splash.reset();
+}
+
+void StartUpWindows::ShowProgressArea(bool visible) {
+    m_splash->ShowProgressArea(visible);
+}
+
+void StartUpWindows::OpenJukeboxWindow(Jukebox& jukebox) {
+    m_frame.View().OpenJukeboxWindow(jukebox);
+}
+
+void StartUpWindows::HandOver() {
+    m_frame.Appear();
+}
+
+void StartUpWindows::ShowTips() {
+    m_frame.ShowTipsAtStartUp();
+}
+
+}  // namespace tobbin

@@ -1,0 +1,40 @@
+#include "shell/StatusTexts.h"
+
+#include "jukebox/SpecialFolders.h"
+
+namespace tobbin {
+namespace {
+
+std::string Counted(std::size_t number, const std::string& noun) {
+    return GroupedNumber(number) + " " + noun + (number == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string GroupedNumber(std::size_t number) {
+    std::string digits = std::to_string(number);
+    for (std::size_t left = digits.size(); left > 3; left -= 3)
+        digits.insert(left - 3, 1, ',');
+    return digits;
+}
+
+// The songs are those of "All Songs", which holds each song of the jukebox once.
+std::string JukeboxText(const Jukebox& jukebox) {
+    std::string text = Counted(jukebox.FolderCount(), "folder");
+    if (const Folder* const all = jukebox.MaybeFind(kAllSongs); all != nullptr)
+        text += ", " + Counted(all->Songs().size(), "song");
+    return text;
+}
+
+std::string SelectionText(const JukeboxWindow& window) {
+    const Folder* const folder = window.SelectedFolder();
+    if (folder == nullptr)
+        return {};
+    std::string text = folder->Text() + ": " + Counted(folder->Songs().size(), "song");
+    const std::size_t selected = window.HasView() ? window.View().SelectedCount() : 0;
+    if (selected > 0)
+        text += ", " + GroupedNumber(selected) + " selected";
+    return text;
+}
+
+}  // namespace tobbin

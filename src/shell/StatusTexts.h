@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "ui/JukeboxWindow.h"
+
+namespace tobbin {
+
+// A whole number with a comma between each three digits: "12,345".
+std::string GroupedNumber(std::size_t number);
+
+// What the status bar says of the active jukebox: how many folders and songs it holds, such as
+// "61 folders, 1,204 songs".
+std::string JukeboxText(const Jukebox& jukebox);
+
+// What is selected, such as "Artist: 12 songs, 3 selected". Empty without a selected folder.
+std::string SelectionText(const JukeboxWindow& window);
+
+}  // namespace tobbin
