@@ -9,6 +9,7 @@ export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 
 native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix)
+music_packages=(lame ffmpeg id3v2)
 wine_packages=(wine wine64 xvfb xauth x11-utils fonts-wine xdotool imagemagick)
 
 say() { printf '\n== %s\n' "$*"; }
@@ -98,4 +99,46 @@ make_application_folder() {
         # Windows' own editor wants CR LF, and older ones the ANSI code page.
         sed 's/$/\r/' "$root/assets/$text" >"$1/$text"
     done
+}
+
+# Installs the program in the prefix in use, as the installer does, and the stand-in for the
+# external player where a player would be.
+install_program() {
+    local player="$WINEPREFIX/drive_c/Program Files/Winamp"
+    make_application_folder "$WINEPREFIX/drive_c/Tobbin"
+    mkdir -p "$player"
+    cp "$root/build/windows-release/tests/winamp.exe" "$player/"
+    set_option "Runtime Library Check" 0
+}
+
+# Stores one of the program's per-user settings.
+set_option() {
+    "$wine" reg add 'HKCU\Software\Tobbin\Options' /v "$1" /d "$2" /f >/dev/null 2>&1
+}
+
+# Makes a folder a hard drive of the prefix in use: use_drive LETTER FOLDER
+use_drive() {
+    ln -sfn "$2" "$WINEPREFIX/dosdevices/$1:"
+    "$wine" reg add 'HKLM\Software\Wine\Drives' /v "$1:" /d hd /f >/dev/null 2>&1
+    wineserver -w  # the drives are looked at when Wine starts
+}
+
+# Uses the running program from outside; see tests/driver/.
+driver() {
+    mkdir -p "$WINEPREFIX/drive_c/driver"
+    cp -u "$root/build/windows-release/tests/tobbin_driver.exe" "$WINEPREFIX/drive_c/driver/"
+    "$wine" 'C:\driver\tobbin_driver.exe' "$@" | tr -d '\r'
+}
+
+# Takes a picture of the whole display once it no longer changes.
+picture() {
+    local last=$root/build/last-picture.png end=$((SECONDS + 15))
+    import -window root "$1"
+    while [ "$SECONDS" -lt "$end" ]; do
+        mv "$1" "$last"
+        sleep 0.3
+        import -window root "$1"
+        [ "$(compare -metric AE "$last" "$1" null: 2>&1)" != 0 ] || break
+    done
+    rm -f "$last"
 }
