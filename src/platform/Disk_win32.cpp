@@ -126,16 +126,17 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
     const std::wstring source = LongPath(from);
     const std::wstring target = LongPath(to);
-    if (const DWORD old = GetFileAttributesW(target.c_str()); old != INVALID_FILE_ATTRIBUTES) {
-        // Not every file system protects a read-only file from being replaced.
-        if ((old & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
-            return StatusOf(ERROR_ACCESS_DENIED);
-        if ((old & kKept) != 0)
-            SetFileAttributesW(source.c_str(), (old & kKept) | FILE_ATTRIBUTE_ARCHIVE);
-    }
+    const DWORD old = GetFileAttributesW(target.c_str());
+    const bool replaces = old != INVALID_FILE_ATTRIBUTES;
+    // Not every file system protects a read-only file from being replaced.
+    if (replaces && (old & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
+        return StatusOf(ERROR_ACCESS_DENIED);
     if (!MoveFileExW(source.c_str(), target.c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return WhyNotReplaced(GetLastError(), target);
+    // Afterwards: a hidden file left over by a crash before it could not be written anew.
+    if (replaces && (old & kKept) != 0)
+        SetFileAttributesW(target.c_str(), (old & kKept) | FILE_ATTRIBUTE_ARCHIVE);
     return {};
 }
 

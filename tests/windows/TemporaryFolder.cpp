@@ -8,6 +8,12 @@
 namespace tobbin {
 namespace {
 
+// A program that a test started may still be about to end.
+void RemoveOnceFree(SystemDisk& disk, const std::string& path) {
+    for (int tries = 0; tries < 500 && !disk.Remove(path).Ok(); ++tries)
+        Sleep(10);
+}
+
 void RemoveAll(const std::string& folder) {
     SystemDisk disk;
     FolderListing listing;
@@ -18,7 +24,7 @@ void RemoveAll(const std::string& folder) {
         if (entry.isFolder)
             RemoveAll(path);
         else
-            static_cast<void>(disk.Remove(path));
+            RemoveOnceFree(disk, path);
     }
     RemoveDirectoryW(LongPath(folder).c_str());
 }
@@ -29,9 +35,13 @@ TemporaryFolder::TemporaryFolder() {
     static int number = 0;
     wchar_t folder[MAX_PATH + 1] = L"";
     GetTempPathW(MAX_PATH + 1, folder);
-    m_path = Utf8(folder) + "tobbin " + std::to_string(GetCurrentProcessId()) + " " +
-             std::to_string(++number) + "\\";
-    EXPECT_TRUE(SystemDisk().CreateFolder(m_path).Ok()) << m_path;
+    SystemDisk disk;
+    DiskStatus status;
+    do {
+        m_path = Utf8(folder) + "tobbin " + std::to_string(++number) + "\\";
+        status = disk.CreateFolder(m_path);
+    } while (status.Error() == DiskError::AlreadyExists);
+    EXPECT_TRUE(status.Ok()) << m_path << ": " << status.Reason();
 }
 
 TemporaryFolder::~TemporaryFolder() {
