@@ -1,0 +1,78 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/Process_win32.h"
+#include "platform/Wide_win32.h"
+#include "platform/WindowsOutside_win32.h"
+#include "shell/Application.h"
+#include "shell/MainFrame_win32.h"
+#include "shell/SingleInstance_win32.h"
+#include "shell/StartUp.h"
+#include "shell/StartUpWindows_win32.h"
+
+namespace tobbin {
+namespace {
+
+void PrepareControls() {
+    INITCOMMONCONTROLSEX controls = {};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES |
+                     ICC_STANDARD_CLASSES | ICC_USEREX_CLASSES;
+    InitCommonControlsEx(&controls);
+}
+
+// The files named on the command line, as full paths.
+std::vector<std::string> FilesToOpen() {
+    std::vector<std::string> files;
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; arguments != nullptr && i < count; ++i) {
+        std::wstring full(GetFullPathNameW(arguments[i], 0, nullptr, nullptr), L'\0');
+        full.resize(
+            GetFullPathNameW(arguments[i], static_cast<DWORD>(full.size()), full.data(), nullptr));
+        if (!full.empty())
+            files.push_back(Utf8(full));
+    }
+    LocalFree(arguments);
+    return files;
+}
+
+int Run() {
+    PrepareProcess();
+    PrepareControls();
+    const std::string folder = ProgramFolder();
+    const SingleInstance instance(folder);
+    const std::vector<std::string> files = FilesToOpen();
+    if (!instance.IsFirst() && instance.HandOver(files))
+        return 0;
+
+    WindowsOutside outside;
+    Application application(outside.Interfaces(), {folder, SystemFolder()});
+    MainFrame frame(application, outside);
+    if (!frame.Open())
+        return 1;
+    instance.MarkWindow(frame.Handle());
+    StartUpWindows windows(application, frame);
+    outside.Events().SetFilter([&](MSG& message) {
+        const HWND splash = windows.SplashHandle();
+        return (splash != nullptr && IsDialogMessageW(splash, &message)) ||
+               frame.TranslateKeys(message);
+    });
+    outside.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
+    if (!StartUp(application, windows).Run())
+        return 1;
+    frame.OpenFiles(files);
+    return outside.Events().RunUntilQuit();
+}
+
+}  // namespace
+}  // namespace tobbin
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
+    return tobbin::Run();
+}
