@@ -1,0 +1,300 @@
+// Uses the program from outside, through its windows, as a person or a screen reader does. One
+// command for each run; answers are lines of UTF-8 whose fields are parted by tabs. Exit code 0
+// when the command did what it says, 1 with a line on the error output when it didn't.
+//
+//   windows                        every window of every program: class, text, "visible" or
+//   "hidden" wait CLASS [TEXT] [SECONDS]    waits for a visible window of the class whose text, or
+//   the text of
+//                                  a window in it, matches TEXT (wildcards * and ?); prints its
+//                                  text
+//   gone CLASS [SECONDS]           waits until there is no such window
+//   texts CLASS                    the texts of the windows in it: class, text
+//   press CLASS BUTTON [TEXT]      presses a button by its caption, without its "&"
+//   close CLASS                    asks the window to close
+//   menu CAPTION...                picks a command of the frame's menu: menu File Exit
+//   tree                           the active jukebox's folders: depth, text, image number
+//   open FOLDER...                 opens and selects a folder by its path: open Artist Abba
+//   rows [LIMIT]                   the song list: one line of captions, then image, "x" if
+//   selected,
+//                                  cells
+//   rowcount                       how many rows the song list has
+//   select ROW...                  selects rows of the song list, counted from 0
+//   status                         the text of the frame's status bar
+//   freeze CLASS TEXT [SECONDS]    waits as "wait" does, then stops the program in that moment
+//   thaw CLASS                     lets it go on
+#include <windows.h>
+
+#include <shellapi.h>
+#include <shlwapi.h>
+#include <tlhelp32.h>
+
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/Wide_win32.h"
+#include "RemoteControls_win32.h"
+
+namespace tobbin::driver {
+
+namespace {
+
+using Words = std::vector<std::wstring>;
+
+constexpr int defaultLimit = 60;  // seconds
+
+void Print(const Words& fields) {
+    std::string line;
+    for (const std::wstring& field : fields)
+        line += (&field == fields.data() ? "" : "\t") + Utf8(field);
+    line += "\n";
+    std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[256] = L"";
+    GetClassNameW(window, name, 256);
+    return name;
+}
+
+// The text as the window itself gives it, which is more than GetWindowText gives for a control of
+// another process. Empty for a window that doesn't answer.
+std::wstring TextOf(HWND window) {
+    wchar_t text[1024] = L"";
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text),
+                        SMTO_NORMAL | SMTO_ABORTIFHUNG, 2'000, &length);
+    return {text, length};
+}
+
+std::vector<HWND> WindowsIn(HWND parent) {
+    std::vector<HWND> found;
+    const auto add = [](HWND window, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+        return TRUE;
+    };
+    if (parent == nullptr)
+        EnumWindows(add, reinterpret_cast<LPARAM>(&found));
+    else
+        EnumChildWindows(parent, add, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+bool Matches(HWND window, const std::wstring& pattern) {
+    if (pattern.empty() || PathMatchSpecExW(TextOf(window).c_str(), pattern.c_str(), 0) == S_OK)
+        return true;
+    for (const HWND inside : WindowsIn(window))
+        if (PathMatchSpecExW(TextOf(inside).c_str(), pattern.c_str(), 0) == S_OK)
+            return true;
+    return false;
+}
+
+// The visible window of the class that matches, at the top level or inside a window there.
+HWND MaybeWindow(const std::wstring& windowClass, const std::wstring& pattern) {
+    for (const HWND top : WindowsIn(nullptr)) {
+        std::vector<HWND> candidates = WindowsIn(top);
+        candidates.insert(candidates.begin(), top);
+        for (const HWND window : candidates)
+            if (IsWindowVisible(window) && ClassOf(window) == windowClass &&
+                Matches(window, pattern))
+                return window;
+    }
+    return nullptr;
+}
+
+HWND WindowOf(const std::wstring& windowClass, const std::wstring& pattern = L"") {
+    const HWND window = MaybeWindow(windowClass, pattern);
+    if (window == nullptr)
+        throw std::runtime_error("no window " + Utf8(windowClass) + " " + Utf8(pattern));
+    return window;
+}
+
+void WaitUntil(int seconds, const std::string& what, const std::function<bool()>& condition) {
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds) * 1'000;
+    while (!condition()) {
+        if (GetTickCount64() > end)
+            throw std::runtime_error("waited in vain for " + what);
+        Sleep(2);
+    }
+}
+
+HWND Wait(const std::wstring& windowClass, const std::wstring& pattern, int seconds) {
+    HWND window = nullptr;
+    WaitUntil(seconds, Utf8(windowClass) + " " + Utf8(pattern), [&] {
+        window = MaybeWindow(windowClass, pattern);
+        return window != nullptr;
+    });
+    return window;
+}
+
+// A control of the active jukebox window, by its class.
+HWND Pane(const wchar_t* controlClass) {
+    const HWND client = FindWindowExW(WindowOf(L"frmMDIForm1"), nullptr, L"MDIClient", nullptr);
+    const auto active = reinterpret_cast<HWND>(Ask(client, WM_MDIGETACTIVE, 0, 0));
+    for (const HWND window : WindowsIn(active))
+        if (ClassOf(window) == controlClass)
+            return window;
+    throw std::runtime_error("the active window has no " + Utf8(controlClass));
+}
+
+std::wstring WithoutAccessKey(std::wstring caption) {
+    std::erase(caption, L'&');
+    return caption.substr(0, caption.find(L'\t'));
+}
+
+void Press(HWND dialog, const std::wstring& caption) {
+    for (const HWND button : WindowsIn(dialog))
+        if (ClassOf(button) == L"Button" && WithoutAccessKey(TextOf(button)) == caption) {
+            PostMessageW(button, BM_CLICK, 0, 0);
+            return;
+        }
+    throw std::runtime_error("no button " + Utf8(caption));
+}
+
+void PickFromMenu(const Words& captions) {
+    const HWND frame = WindowOf(L"frmMDIForm1");
+    HMENU menu = GetMenu(frame);
+    for (std::size_t level = 0; level < captions.size(); ++level) {
+        const int count = GetMenuItemCount(menu);
+        int place = 0;
+        for (; place < count; ++place) {
+            wchar_t text[256] = L"";
+            GetMenuStringW(menu, static_cast<UINT>(place), text, 256, MF_BYPOSITION);
+            if (WithoutAccessKey(text) == captions[level])
+                break;
+        }
+        if (place >= count)
+            throw std::runtime_error("no menu entry " + Utf8(captions[level]));
+        if (level + 1 == captions.size())
+            PostMessageW(frame, WM_COMMAND, GetMenuItemID(menu, place), 0);
+        else
+            menu = GetSubMenu(menu, place);
+    }
+}
+
+void PrintTree() {
+    for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
+        Print({std::to_wstring(row.depth), row.text, std::to_wstring(row.image)});
+}
+
+void OpenFolder(const Words& path) {
+    const HWND tree = Pane(WC_TREEVIEWW);
+    std::size_t level = 0;
+    for (const TreeRow& row : ReadTree(tree)) {
+        if (row.depth < static_cast<int>(level))
+            break;
+        if (row.depth != static_cast<int>(level) || row.text != path[level])
+            continue;
+        Ask(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(row.item));
+        if (++level == path.size()) {
+            Ask(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(row.item));
+            return;
+        }
+    }
+    throw std::runtime_error("no folder " + Utf8(path[level]));
+}
+
+void PrintRows(int limit) {
+    const HWND list = Pane(WC_LISTVIEWW);
+    Print(ReadColumns(list));
+    for (const ListRow& row : ReadList(list, limit)) {
+        Words fields = {std::to_wstring(row.image), row.selected ? L"x" : L""};
+        fields.insert(fields.end(), row.cells.begin(), row.cells.end());
+        Print(fields);
+    }
+}
+
+// Stops or continues every thread of the window's process.
+void Halt(HWND window, bool stop) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    const UniqueFile snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Thread32First(snapshot.Get(), &entry); more;
+         more = Thread32Next(snapshot.Get(), &entry)) {
+        if (entry.th32OwnerProcessID != process)
+            continue;
+        const UniqueKernelObject thread(
+            OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID));
+        if (stop)
+            SuspendThread(thread.Get());
+        else
+            ResumeThread(thread.Get());
+    }
+}
+
+void SelectListed(const Words& words) {
+    std::vector<int> rows;
+    for (const std::wstring& word : words)
+        rows.push_back(std::stoi(word));
+    SelectRows(Pane(WC_LISTVIEWW), rows);
+}
+
+void Run(const std::wstring& command, const Words& words) {
+    const auto word = [&](std::size_t i) { return i < words.size() ? words[i] : std::wstring(); };
+    const auto number = [&](std::size_t i, int otherwise) {
+        return i < words.size() ? std::stoi(words[i]) : otherwise;
+    };
+    if (command == L"windows") {
+        for (const HWND window : WindowsIn(nullptr))
+            Print({ClassOf(window), TextOf(window),
+                   IsWindowVisible(window) ? L"visible" : L"hidden"});
+    } else if (command == L"wait") {
+        Print({TextOf(Wait(word(0), word(1), number(2, defaultLimit)))});
+    } else if (command == L"gone") {
+        WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
+                  [&] { return MaybeWindow(word(0), L"") == nullptr; });
+    } else if (command == L"texts") {
+        for (const HWND window : WindowsIn(WindowOf(word(0))))
+            Print({ClassOf(window), TextOf(window)});
+    } else if (command == L"press") {
+        Press(WindowOf(word(0), word(2)), word(1));
+    } else if (command == L"close") {
+        PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
+    } else if (command == L"menu") {
+        PickFromMenu(words);
+    } else if (command == L"tree") {
+        PrintTree();
+    } else if (command == L"open" && !words.empty()) {
+        OpenFolder(words);
+    } else if (command == L"rows") {
+        PrintRows(number(0, 1'000));
+    } else if (command == L"rowcount") {
+        Print({std::to_wstring(Ask(Pane(WC_LISTVIEWW), LVM_GETITEMCOUNT, 0, 0))});
+    } else if (command == L"select") {
+        SelectListed(words);
+    } else if (command == L"status") {
+        const HWND bar =
+            FindWindowExW(WindowOf(L"frmMDIForm1"), nullptr, STATUSCLASSNAMEW, nullptr);
+        Print({ReadStatus(bar, 0)});
+    } else if (command == L"freeze") {
+        Halt(Wait(word(0), word(1), number(2, defaultLimit)), true);
+    } else if (command == L"thaw") {
+        Halt(WindowOf(word(0)), false);
+    } else {
+        throw std::runtime_error("not a command: " + Utf8(command));
+    }
+}
+
+}  // namespace
+
+}  // namespace tobbin::driver
+
+int main() {
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const tobbin::driver::Words words(arguments + 1, arguments + count);
+    try {
+        if (words.empty())
+            throw std::runtime_error("name a command");
+        tobbin::driver::Run(words[0], {words.begin() + 1, words.end()});
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tobbin_driver: %s\n", error.what());
+        return 1;
+    }
+}
