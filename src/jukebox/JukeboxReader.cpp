@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -112,21 +113,51 @@ class JukeboxReader {
         const auto number = m_lines.MaybeNumber(1, -kMostNumber, kMostNumber);
         const auto image = m_lines.MaybeNumber(2, -128, 127);
         const auto selectedImage = m_lines.MaybeNumber(3, -128, 127);
+        if (!number || !image || !selectedImage)
+            return WrongNumber();
+        SongItem item;
+        if (auto fault = ItemFault(jukebox, *number, item))
+            return fault;
+        item.image = static_cast<std::int8_t>(*image);
+        item.selectedImage = static_cast<std::int8_t>(*selectedImage);
+        m_songs.push_back(item);
+        return std::nullopt;
+    }
+
+    // A song stands in several folders: from its second time on it is known by the part of its line
+    // from the place on.
+    std::optional<std::string> ItemFault(Jukebox& jukebox, std::int32_t number, SongItem& item) {
+        const char* const start = m_lines.Fields()[4].data();
+        const std::string_view ending(
+            start, static_cast<std::size_t>(m_lines.Line().data() + m_lines.Line().size() - start));
+        Known& known = m_known[number];
+        if (known.ending != ending) {
+            SongItem made;
+            if (auto fault = NewItemFault(jukebox, number, made))
+                return fault;
+            if (made.IsMissing()) {  // Each has its own entry of what is kept.
+                item = made;
+                return std::nullopt;
+            }
+            known = {ending, made};
+        }
+        item = known.item;
+        return std::nullopt;
+    }
+
+    std::optional<std::string> NewItemFault(Jukebox& jukebox, std::int32_t number, SongItem& item) {
         const auto place = m_lines.MaybeNumber(4, 1, kMostNumber);
-        if (!number || !image || !selectedImage || !place ||
-            static_cast<std::size_t>(*place) > m_places.size())
+        if (!place || static_cast<std::size_t>(*place) > m_places.size())
             return WrongNumber();
         const auto fileName = MaybeUnescape(m_lines.Fields()[5]);
-        const auto text = fields == 7 ? MaybeUnescape(m_lines.Fields()[6]) : fileName;
+        const auto text =
+            m_lines.Fields().size() == 7 ? MaybeUnescape(m_lines.Fields()[6]) : fileName;
         if (!fileName || !text)
             return WrongText();
         const std::string& folder = m_places[static_cast<std::size_t>(*place) - 1];
-        const std::int32_t record = m_finder.RecordOf(*number, folder, *fileName);
-        SongItem item = record != 0
-                            ? jukebox.MakeItem(*text, record, *image)
-                            : jukebox.MakeMissingItem(*text, {*number, folder, *fileName}, *image);
-        item.selectedImage = static_cast<std::int8_t>(*selectedImage);
-        m_songs.push_back(item);
+        const std::int32_t record = m_finder.RecordOf(number, folder, *fileName);
+        item = record != 0 ? jukebox.MakeItem(*text, record, 0)
+                           : jukebox.MakeMissingItem(*text, {number, folder, *fileName}, 0);
         return std::nullopt;
     }
 
@@ -149,12 +180,18 @@ class JukeboxReader {
     static std::string WrongNumber() { return "a number in it is none, or out of range"; }
     static std::string WrongText() { return "a text in it holds a character that can't be"; }
 
+    struct Known {
+        std::string_view ending;
+        SongItem item;
+    };
+
     std::string_view m_bytes;
     JukeboxLines m_lines;
     SongFinder m_finder;
     std::vector<Folder*> m_path;  // the last folder and those above it, from the top
     std::vector<std::string> m_places;
-    std::vector<SongItem> m_songs;  // of the last folder
+    std::vector<SongItem> m_songs;                    // of the last folder
+    std::unordered_map<std::int32_t, Known> m_known;  // by the number in the file
 };
 
 }  // namespace

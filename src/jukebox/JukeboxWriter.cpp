@@ -2,6 +2,7 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "jukebox/JukeboxFile.h"
 #include "jukebox/JukeboxLines.h"
@@ -54,18 +55,41 @@ class JukeboxWriter {
     }
 
     void WriteSong(const Jukebox& jukebox, const SongItem& item) {
-        std::string folder;
-        std::string fileName;
-        std::int32_t number = item.recordNumber;
+        const std::string_view text = jukebox.TextOf(item);
+        const std::int32_t number = item.recordNumber;
         if (item.IsMissing()) {
             const MissingSong song = jukebox.MissingSongOf(item);
-            number = song.recordNumber;
-            folder = song.folder;
-            fileName = song.fileName;
-        } else if (number <= m_catalogue.UBoundOfMp3Array()) {
-            folder = m_catalogue.Mp3Info(clsMain::kFolder, number);
-            fileName = m_catalogue.Mp3Info(clsMain::kFileName, number);
+            WriteSong(song.recordNumber, item, std::string(song.folder), song.fileName, text);
+        } else if (number > m_catalogue.UBoundOfMp3Array()) {
+            WriteSong(number, item, "", "", text);
+        } else {
+            WriteCatalogueSong(number, item, text);
         }
+    }
+
+    void WriteCatalogueSong(std::int32_t number, const SongItem& item, std::string_view text) {
+        m_ends.resize(static_cast<std::size_t>(m_catalogue.UBoundOfMp3Array()) + 1);
+        LineEnding& last = m_ends[static_cast<std::size_t>(number)];
+        if (last.length > 0 && last.nameId == item.nameId) {
+            BeginSong(number, item);
+            m_bytes.append(m_bytes, last.offset, last.length);
+            EndLine();
+        } else {
+            last = WriteSong(number, item, m_catalogue.Mp3Info(clsMain::kFolder, number),
+                             m_catalogue.Mp3Info(clsMain::kFileName, number), text);
+        }
+    }
+
+    // A song stands in several folders with one text: from the second time on, the part of the line
+    // from the place on is copied from where it was first written.
+    struct LineEnding {
+        std::uint32_t nameId = 0;
+        std::size_t offset = 0;
+        std::size_t length = 0;
+    };
+
+    LineEnding WriteSong(std::int32_t number, const SongItem& item, const std::string& folder,
+                         std::string_view fileName, std::string_view text) {
         const auto [place, isNew] =
             m_places.try_emplace(folder, static_cast<std::int64_t>(m_places.size()) + 1);
         if (isNew) {
@@ -73,15 +97,22 @@ class JukeboxWriter {
             AppendField(m_bytes, folder);
             EndLine();
         }
+        BeginSong(number, item);
+        const std::size_t offset = m_bytes.size();
+        AppendField(m_bytes, place->second);
+        AppendField(m_bytes, fileName);
+        if (text != fileName)
+            AppendField(m_bytes, text);
+        const std::size_t length = m_bytes.size() - offset;
+        EndLine();
+        return {item.nameId, offset, length};
+    }
+
+    void BeginSong(std::int32_t number, const SongItem& item) {
         m_bytes += "song";
         AppendField(m_bytes, number);
         AppendField(m_bytes, item.image);
         AppendField(m_bytes, item.selectedImage);
-        AppendField(m_bytes, place->second);
-        AppendField(m_bytes, fileName);
-        if (const std::string_view text = jukebox.TextOf(item); text != fileName)
-            AppendField(m_bytes, text);
-        EndLine();
     }
 
     void EndLine() {
@@ -91,6 +122,7 @@ class JukeboxWriter {
 
     const clsMain& m_catalogue;
     std::unordered_map<std::string, std::int64_t> m_places;
+    std::vector<LineEnding> m_ends;  // by record number
     std::string m_bytes;
     std::size_t m_lines = 0;
 };

@@ -161,6 +161,7 @@ TEST_F(JukeboxFileTest, OddTextsComeBack) {
         const std::int32_t record = catalogue.UBoundOfMp3Array();
         jukebox.AppendSongs(
             folder, {jukebox.MakeItem(text, record, 2), jukebox.MakeItem(text + "!", record, -128),
+                     jukebox.MakeItem(text, record, 3),
                      jukebox.MakeMissingItem(text, {99, text, text}, 127)});
     }
     ASSERT_EQ(Read(WriteJukebox(jukebox, catalogue)).outcome, LoadOutcome::Loaded);
