@@ -76,6 +76,28 @@ std::optional<PopUpEntry> MaybeEntry(FrameCommand command, const JukeboxWindow& 
     }
 }
 
+// What a transport command sends to the player; nothing for any other command.
+std::optional<PlayerCommand> MaybeTransport(FrameCommand command) {
+    switch (command) {
+        case FrameCommand::NextTrack:
+            return PlayerCommand::NextTrack;
+        case FrameCommand::PreviousTrack:
+            return PlayerCommand::PreviousTrack;
+        case FrameCommand::Pause:
+            return PlayerCommand::Pause;
+        case FrameCommand::Play:
+            return PlayerCommand::Play;
+        case FrameCommand::Stop:
+            return PlayerCommand::Stop;
+        case FrameCommand::StopAfterTrack:
+            return PlayerCommand::StopAfterTrack;
+        case FrameCommand::ClosePlayer:
+            return PlayerCommand::Close;
+        default:
+            return std::nullopt;
+    }
+}
+
 // The menu command behind each button; nothing for a separator.
 constexpr std::optional<FrameCommand> kButtons[kToolbarButtons] = {
     FrameCommand::PlaySelectedSongs,
@@ -97,6 +119,11 @@ constexpr std::optional<FrameCommand> kButtons[kToolbarButtons] = {
     FrameCommand::Help,
 };
 
+// These buttons want an installed player, though the menu commands behind them don't.
+bool WantsPlayer(int button) {
+    return button == 6 || button == 9 || button == 10;
+}
+
 std::optional<FrameCommand> MaybeButtonCommand(int button) {
     return button >= 1 && button <= kToolbarButtons ? kButtons[button - 1] : std::nullopt;
 }
@@ -107,6 +134,8 @@ FrameCommands::FrameCommands(Application& application, FrameView& view)
     : m_application(application), m_view(view) {}
 
 bool FrameCommands::IsEnabled(FrameCommand command) const {
+    if (MaybeTransport(command))
+        return true;
     switch (command) {
         case FrameCommand::New:
         case FrameCommand::Exit:
@@ -128,6 +157,8 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
 void FrameCommands::Do(FrameCommand command) {
     if (!IsEnabled(command) || DoJukeboxCommand(command))
         return;
+    if (const std::optional<PlayerCommand> transport = MaybeTransport(command))
+        m_application.Player().SendPlayerCommand(*transport);
     switch (command) {
         case FrameCommand::New:
             NewJukeboxWindow();
@@ -166,7 +197,8 @@ bool FrameCommands::IsButtonEnabled(int button) const {
 }
 
 void FrameCommands::ClickButton(int button) {
-    if (const std::optional<FrameCommand> command = MaybeButtonCommand(button))
+    const std::optional<FrameCommand> command = MaybeButtonCommand(button);
+    if (command && (!WantsPlayer(button) || m_view.PlayerCheck()))
         Do(*command);
 }
 

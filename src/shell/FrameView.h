@@ -26,6 +26,10 @@ class FrameView {
     // How many have been opened since the program began.
     virtual int JukeboxWindowsOpened() const = 0;
 
+    // Whether the player's place is known, after a search that was still pending. Offers to install
+    // the player when it is not.
+    virtual bool PlayerCheck() = 0;
+
     // Minimises the player panel if it is loaded; the second: only if it is the active child.
     virtual void MinimisePlayerPanel() = 0;
     virtual void MinimiseActivePlayerPanel() = 0;

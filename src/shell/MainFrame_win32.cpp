@@ -8,6 +8,7 @@
 #include "resource.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/StatusTexts.h"
+#include "ui/ListedSongs.h"
 
 namespace tobbin {
 namespace {
@@ -49,7 +50,8 @@ MainFrame::MainFrame(Application& application, WindowsOutside& outside)
     : m_application(application),
       m_outside(outside),
       m_commands(application, *this),
-      m_children(application, *this) {}
+      m_children(application, *this),
+      m_player(application) {}
 
 MainFrame::~MainFrame() {
     m_outside.Status().SetListener({});
@@ -140,6 +142,7 @@ bool MainFrame::OnCreate() {
         WS_EX_CLIENTEDGE, L"MDICLIENT", nullptr,
         WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0,
         0, 0, Handle(), nullptr, GetModuleHandleW(nullptr), &creation);
+    m_player.SetWindows(Handle(), m_client);
     m_outside.Boxes().SetMainWindow(Handle());
     m_outside.Status().SetListener([this](const std::string& line) { m_statusBar.ShowLine(line); });
     return m_client != nullptr;
@@ -209,11 +212,13 @@ bool MainFrame::TranslateKeys(MSG& message) {
     if (TranslateMDISysAccel(m_client, &message))
         return true;
     const bool own = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
-    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0;
+    return (own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0) ||
+           m_player.TranslateKeys(message);
 }
 
 void MainFrame::BetweenMessages() {
     m_children.ReleaseClosed();
+    m_player.ReleaseClosed();
     if (m_barsOutdated)
         UpdateBars();
 }
@@ -278,9 +283,18 @@ void MainFrame::OpenJukeboxWindow(Jukebox& jukebox) {
     m_barsOutdated = true;
 }
 
-void MainFrame::MinimisePlayerPanel() {}
+bool MainFrame::PlayerCheck() {
+    return m_player.Requests().PlayerCheck();
+}
 
-void MainFrame::MinimiseActivePlayerPanel() {}
+void MainFrame::MinimisePlayerPanel() {
+    m_player.MinimisePanel();
+}
+
+void MainFrame::MinimiseActivePlayerPanel() {
+    if (m_player.Panel() != nullptr && m_player.Panel() == ActiveChild())
+        m_player.MinimisePanel();
+}
 
 void MainFrame::Arrange(Arrangement arrangement) {
     switch (arrangement) {
@@ -306,9 +320,13 @@ void MainFrame::CloseFrame() {
     SendMessageW(Handle(), WM_CLOSE, 0, 0);
 }
 
-void MainFrame::PlayAllSongsInFolder(JukeboxWindow& /*window*/) {}
+void MainFrame::PlayAllSongsInFolder(JukeboxWindow& window) {
+    m_player.Requests().PlayAllSongsInFolder(ListedSongs(window));
+}
 
-void MainFrame::PlaySelectedSongs(JukeboxWindow& /*window*/) {}
+void MainFrame::PlaySelectedSongs(JukeboxWindow& window) {
+    m_player.Requests().PlaySelectedSongs(ListedSongs(window));
+}
 
 void MainFrame::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {}
 

@@ -12,6 +12,7 @@
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameChildren_win32.h"
 #include "shell/FrameCommands.h"
+#include "shell/FramePlayer_win32.h"
 #include "shell/FrameView.h"
 
 namespace tobbin {
@@ -61,6 +62,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     bool HasMinimisedChildren() const override;
     void OpenJukeboxWindow(Jukebox& jukebox) override;
     int JukeboxWindowsOpened() const override { return m_children.OpenedSoFar(); }
+    bool PlayerCheck() override;
     void MinimisePlayerPanel() override;
     void MinimiseActivePlayerPanel() override;
     void Arrange(Arrangement arrangement) override;
@@ -68,7 +70,6 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void ShowTips() override;
     void CloseFrame() override;
 
-    bool CanPlay() const override { return false; }
     bool CanChangePicture() const override { return false; }
     void PlayAllSongsInFolder(JukeboxWindow& window) override;
     void PlaySelectedSongs(JukeboxWindow& window) override;
@@ -82,6 +83,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     WindowsOutside& m_outside;
     FrameCommands m_commands;
     FrameChildren m_children;
+    FramePlayer m_player;
     FrameToolbar m_toolbar;
     FrameStatusBar m_statusBar;
     UniqueMenu m_menu;

@@ -47,11 +47,11 @@ bool JukeboxWindow::IsEnabled(int command, int pane) const {
     if (m_selected == nullptr)
         return false;
     if (IsPlayAll(command, pane))
-        return m_host.CanPlay() && !m_selected->Songs().empty();
+        return !m_selected->Songs().empty();
     if (pane == static_cast<int>(Pane::Tree))
         return false;
     if (command == kPlaySelected)
-        return m_host.CanPlay() && HasView() && m_view->SelectedCount() > 0;
+        return HasView() && m_view->SelectedCount() > 0;
     return command == kChangePicture && m_host.CanChangePicture();
 }
 

@@ -23,7 +23,6 @@ class JukeboxWindowHost {
     virtual ~JukeboxWindowHost() = default;
 
     // Whether the frame can do such a thing now.
-    virtual bool CanPlay() const = 0;
     virtual bool CanChangePicture() const = 0;
 
     // Play the songs of the list pane: all of them, or the selected rows.
