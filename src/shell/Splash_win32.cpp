@@ -11,7 +11,7 @@ namespace tobbin {
 namespace {
 
 // Pixels at 96 to the inch.
-constexpr int kWidth = 460;
+constexpr int kWidth = 600;
 constexpr int kHeight = 190;
 constexpr int kMargin = 20;
 constexpr int kPicture = 64;
@@ -89,7 +89,7 @@ void Splash::OnCreate() {
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
                         GetModuleHandleW(nullptr), nullptr);
     };
-    add(L"STATIC", L"", SS_NOPREFIX | SS_PATHELLIPSIS, lblProgress);
+    add(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, lblProgress);
     add(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
     m_font = MessageFont(Handle());
     LOGFONTW title = {};
