@@ -123,11 +123,17 @@ use_drive() {
     wineserver -w  # the drives are looked at when Wine starts
 }
 
-# Uses the running program from outside; see tests/driver/.
-driver() {
+# The program that uses Tobbin from outside (see tests/driver/), and how to call it.
+install_driver() {
     mkdir -p "$WINEPREFIX/drive_c/driver"
-    cp -u "$root/build/windows-release/tests/tobbin_driver.exe" "$WINEPREFIX/drive_c/driver/"
-    "$wine" 'C:\driver\tobbin_driver.exe' "$@" | tr -d '\r'
+    cp "$root/build/windows-release/tests/tobbin_driver.exe" "$WINEPREFIX/drive_c/driver/"
+}
+driver() {
+    # Into a file, not a pipe: a service that Wine starts on the way would keep a pipe open.
+    local answer=$root/build/driver-answer code=0
+    "$wine" 'C:\driver\tobbin_driver.exe' "$@" >"$answer" || code=$?
+    tr -d '\r' <"$answer"
+    return "$code"
 }
 
 # Takes a picture of the whole display once it no longer changes.
