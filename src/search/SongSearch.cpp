@@ -90,6 +90,10 @@ void SongSearch::WalkTree(const std::string& root) {
         const std::string folder = std::move(waiting.back());
         waiting.pop_back();
         m_outside.events.LetEventsThrough();
+        // All that lies below has the same words in its path. Not entering it leaves what a link in
+        // there leads to for another path.
+        if (IsSkippedFolder(m_outside.text, folder))
+            continue;
         FolderListing listing;
         if (!m_outside.disk.List(folder, listing).Ok())
             continue;

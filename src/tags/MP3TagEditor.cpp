@@ -80,7 +80,9 @@ DiskStatus MP3TagEditor::SaveMP3() {
         return status;
     // A first tag begins on the last byte of the file, which it overwrites.
     const std::uint64_t behind = m_tagExists ? kTagSize : 1;
-    if (DiskStatus status = file->Write(size - std::min(size, behind), tag); !status.Ok())
+    if (size < behind)
+        return DiskStatus(DiskError::Other);
+    if (DiskStatus status = file->Write(size - behind, tag); !status.Ok())
         return status;
     return file->Close();
 }

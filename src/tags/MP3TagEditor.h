@@ -46,7 +46,7 @@ class GenraCollection {
 //
 // The fields are kept as the bytes they have in the file, so reading and saving changes none of
 // them. Titles and the like go in and out as UTF-8; a character that the code page lacks is written
-// as "?".
+// as "?", and none of two bytes is cut at the end of its field.
 class MP3TagEditor {
  public:
     static constexpr std::size_t kTagSize = 128;
@@ -62,7 +62,8 @@ class MP3TagEditor {
     // Writes the fields to the file that `filename` names: over its tag when TagExists, otherwise
     // from the last byte of the file on, so that a file without a tag grows by 127 bytes. Every
     // field is padded with blanks. Unlike LoadMP3 it hands on why it failed; a genre outside 0 to
-    // 255 raises OverflowError before anything is written.
+    // 255 raises OverflowError before anything is written. A file that is too short to hold the
+    // place (under 128 bytes when TagExists, empty otherwise) is an error and stays as it is.
     DiskStatus SaveMP3();
 
     // The fields. Reading strips blanks at both ends, and blanks only; writing pads with blanks or

@@ -41,8 +41,11 @@ TEST_F(Search, TakesAFoldersFilesFirstAndThenItsFoldersInOrder) {
 TEST_F(Search, LeavesOutFoldersNotFileNames) {
     AddFiles({"C:\\Downloads\\INCOMPLETE\\a\\1.mp3", "C:\\RECYCLED\\2.mp3", "C:\\recycled\\3.mp3",
               "C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"});
+    m_fake.disk.AddLink("C:\\Downloads\\incomplete\\link", "C:\\Music");
     m_search.SearchHardDrives();
     EXPECT_EQ(m_found, (Paths{"C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"}));
+    m_search.SearchFolder("C:\\Recycled\\");
+    EXPECT_EQ(m_found.size(), 2U);
 }
 
 TEST_F(Search, SearchesHardDrivesOnly) {

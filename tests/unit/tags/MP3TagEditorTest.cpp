@@ -96,6 +96,55 @@ TEST_F(TagEditor, SavesOverTheTagOrFromTheLastByteOn) {
                                               Field("Abba", 30, ' ') + Field("", 64, ' ') + '\0');
 }
 
+TEST_F(TagEditor, LeavesAFileWithoutRoomForTheTagAlone) {
+    for (const auto& [length, tagExists] : {std::pair(0, false), std::pair(127, true)}) {
+        ASSERT_TRUE(Load(std::string(static_cast<std::size_t>(length), 'm')));
+        m_editor.TagExists(tagExists);
+        EXPECT_FALSE(m_editor.SaveMP3().Ok());
+        EXPECT_EQ(m_fake.disk.Content(kPath), std::string(static_cast<std::size_t>(length), 'm'));
+    }
+    ASSERT_TRUE(Load("m"));
+    ASSERT_TRUE(m_editor.SaveMP3().Ok());
+    EXPECT_EQ(m_fake.disk.Content(kPath), "TAG" + Field("", 124, ' ') + '\xFF');
+}
+
+TEST_F(TagEditor, HandsOnWhySavingFailed) {
+    EXPECT_FALSE(m_editor.LoadMP3("C:\\none.mp3"));
+    EXPECT_EQ(m_editor.SaveMP3().Error(), DiskError::NotFound);
+    EXPECT_FALSE(m_fake.disk.Has("C:\\none.mp3"));
+    ASSERT_TRUE(Load("x" + Tag(' ')));
+    m_editor.Title("other");
+    for (int operation = 1; operation <= 3; ++operation) {  // open, size, write
+        m_fake.disk.FailAt(operation, DiskError::DiskFull, true);
+        EXPECT_EQ(m_editor.SaveMP3().Error(), DiskError::DiskFull);
+        EXPECT_EQ(m_fake.disk.Content(kPath), "x" + Tag(' '));
+    }
+    m_fake.disk.FailAt(4, DiskError::DiskFull, true);  // close
+    EXPECT_EQ(m_editor.SaveMP3().Error(), DiskError::DiskFull);
+}
+
+// A page in which every character beyond ASCII is two bytes, as in those of East Asia.
+class TwoByteText : public FakeText {
+ public:
+    std::optional<std::string> MaybeToAnsi(std::string_view text) const override {
+        return text == "\xE6\xAD\x8C" ? "\x89\xCC" : FakeText::MaybeToAnsi(text);
+    }
+};
+
+TEST_F(TagEditor, CutsNoCharacterInItsMiddle) {
+    const TwoByteText twoBytes;
+    MP3TagEditor editor(m_fake.disk, twoBytes);
+    m_fake.disk.AddFile(kPath, "m");
+    ASSERT_TRUE(editor.LoadMP3(kPath));
+    editor.Year(
+        "abc\xE6\xAD\x8C"
+        "d");
+    editor.Title(std::string(28, 'a') + "\xE6\xAD\x8C");
+    ASSERT_TRUE(editor.SaveMP3().Ok());
+    EXPECT_EQ(m_fake.disk.Content(kPath).substr(93, 4), "abc ");
+    EXPECT_EQ(m_fake.disk.Content(kPath).substr(3, 30), std::string(28, 'a') + "\x89\xCC");
+}
+
 TEST_F(TagEditor, RefusesGenresThatDoNotFit) {
     const std::string content = std::string(200, 'm');
     ASSERT_TRUE(Load(content));
@@ -125,6 +174,18 @@ TEST_F(TagEditor, KnowsTheGenres) {
     const GenraCollection& list = m_editor.GenraList();
     ASSERT_EQ(list.Count(), 149U);
     EXPECT_EQ(list.Item(149).ID(), 255);
+    // The names' lengths, and their letters weighed by the place of each genre, catch any slip.
+    std::size_t length = 0;
+    long weight = 0;
+    for (std::size_t i = 1; i <= list.Count(); ++i) {
+        const MP3Genra& genre = list.Item(i);
+        EXPECT_EQ(genre.Name(), name(genre.ID()));
+        length += genre.Name().size();
+        for (const char letter : genre.Name())
+            weight += (genre.ID() + 1L) * letter;
+    }
+    EXPECT_EQ(length, 1207U);
+    EXPECT_EQ(weight, 9322024L);
     ASSERT_NE(list.MaybeByKey("ID255"), nullptr);
     EXPECT_EQ(list.MaybeByKey("ID144")->Name(), "Trash Metal");
     for (const char* key : {"ID148", "ID254", "ID007", "17", "ID"})
