@@ -17,6 +17,11 @@
 #define IDD_ABOUT 300
 #define IDC_ABOUT_VERSION 301
 
+#define IDD_TIP 310
+#define IDC_TIP_TEXT 311
+#define IDC_NEXT_TIP 312
+#define IDC_TIPS_AT_STARTUP 313
+
 // Places of the menus in the menu bar, from 0.
 #define MENU_FILE 0
 #define MENU_WINDOW 4

@@ -64,6 +64,16 @@ INT_PTR DialogBase::Answer(LRESULT result) {
     return TRUE;
 }
 
+void RegisterDialogClass(const wchar_t* name) {
+    WNDCLASSEXW dialog = {};
+    dialog.cbSize = sizeof(dialog);
+    GetClassInfoExW(nullptr, WC_DIALOG, &dialog);
+    dialog.lpszClassName = name;
+    dialog.hInstance = GetModuleHandleW(nullptr);
+    dialog.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+    RegisterClassExW(&dialog);
+}
+
 INT_PTR CALLBACK DialogBase::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         reinterpret_cast<DialogBase*>(lParam)->m_handle = window;

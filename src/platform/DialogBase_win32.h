@@ -46,4 +46,8 @@ class DialogBase {
     bool m_modal = false;
 };
 
+// Makes a window class by whose name a dialog's template can ask for a dialog of that name. Again
+// is harmless.
+void RegisterDialogClass(const wchar_t* name);
+
 }  // namespace tobbin

@@ -61,6 +61,12 @@ std::string ProgramFolder() {
     }
 }
 
+std::string TemporaryFilesFolder() {
+    std::wstring path(GetTempPathW(0, nullptr), L'\0');
+    path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
+    return path.empty() ? std::string() : FolderWithSeparator(Utf8(path));
+}
+
 std::string SystemFolder() {
     std::wstring path(GetSystemDirectoryW(nullptr, 0), L'\0');
     path.resize(GetSystemDirectoryW(path.data(), static_cast<UINT>(path.size())));

@@ -12,6 +12,9 @@ void PrepareProcess();
 // The program file's folder, with "\" at its end.
 std::string ProgramFolder();
 
+// The person's folder for temporary files, with "\" at its end; empty when there is none.
+std::string TemporaryFilesFolder();
+
 // The system's folder, with "\" at its end.
 std::string SystemFolder();
 

@@ -19,10 +19,12 @@
 
 namespace tobbin {
 
-// Where the program lies and where the system does. Both end in "\".
+// Where the program lies, where the system does, and where the person's temporary files do (empty
+// when that is not known). Each ends in "\".
 struct ProgramFolders {
     std::string application;
     std::string system;
+    std::string temporary = {};
 };
 
 // The objects that live as long as the program. The program's main creates the one instance and

@@ -8,14 +8,19 @@ FrameChildren::FrameChildren(Application& application, JukeboxWindowHost& host)
     : m_application(application), m_host(host) {}
 
 JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
-    const bool first = m_opened++ == 0;
+    // The first window fills the frame, and so does one that opens over such a window.
+    BOOL maximised = FALSE;
+    SendMessageW(mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximised));
+    maximised = maximised || m_opened == 0;
+    ++m_opened;
     Child& child = *m_children.emplace_back(std::make_unique<Child>());
     child.jukebox = &jukebox;
-    child.controller = std::make_unique<JukeboxWindow>(m_application.TheOutside(), jukebox, m_host);
+    child.controller = std::make_unique<JukeboxWindow>(m_application.TheOutside(),
+                                                       m_application.Catalogue(), jukebox, m_host);
     child.window = std::make_unique<JukeboxMdiChild>(*child.controller);
     child.loadedNumber =
         m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });
-    child.window->Open(mdiClient, first, [this, &child] { OnClosed(child); });
+    child.window->Open(mdiClient, maximised != FALSE, [this, &child] { OnClosed(child); });
     return *child.window;
 }
 

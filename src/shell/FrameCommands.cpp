@@ -76,8 +76,8 @@ std::optional<PopUpEntry> MaybeEntry(FrameCommand command, const JukeboxWindow& 
     }
 }
 
-// What a transport command sends to the player; nothing for any other command.
-std::optional<PlayerCommand> MaybeTransport(FrameCommand command) {
+// What a command sends to the player; nothing when it is no such command.
+std::optional<PlayerCommand> MaybePlayerCommand(FrameCommand command) {
     switch (command) {
         case FrameCommand::NextTrack:
             return PlayerCommand::NextTrack;
@@ -96,6 +96,11 @@ std::optional<PlayerCommand> MaybeTransport(FrameCommand command) {
         default:
             return std::nullopt;
     }
+}
+
+// "Un-Pause" and the two folder buttons demand a known player; the menu items don't.
+bool NeedsPlayerCheck(int button) {
+    return button == 6 || button == 9 || button == 10;
 }
 
 // The menu command behind each button; nothing for a separator.
@@ -119,11 +124,6 @@ constexpr std::optional<FrameCommand> kButtons[kToolbarButtons] = {
     FrameCommand::Help,
 };
 
-// These buttons want an installed player, though the menu commands behind them don't.
-bool WantsPlayer(int button) {
-    return button == 6 || button == 9 || button == 10;
-}
-
 std::optional<FrameCommand> MaybeButtonCommand(int button) {
     return button >= 1 && button <= kToolbarButtons ? kButtons[button - 1] : std::nullopt;
 }
@@ -131,43 +131,67 @@ std::optional<FrameCommand> MaybeButtonCommand(int button) {
 }  // namespace
 
 FrameCommands::FrameCommands(Application& application, FrameView& view)
-    : m_application(application), m_view(view) {}
+    : m_application(application),
+      m_view(view),
+      m_files(application, view),
+      m_newSongs(application, view) {}
 
 bool FrameCommands::IsEnabled(FrameCommand command) const {
-    if (MaybeTransport(command))
-        return true;
     switch (command) {
         case FrameCommand::New:
+        case FrameCommand::Open:
         case FrameCommand::Exit:
+        case FrameCommand::NewSongsNormalLocations:
+        case FrameCommand::NewSongsWholeComputer:
         case FrameCommand::Help:
+        case FrameCommand::Tip:
         case FrameCommand::About:
             return true;
         case FrameCommand::Close:
             return m_view.MaybeActiveJukebox() != nullptr;
+        case FrameCommand::Save:
+        case FrameCommand::SaveAs:
         case FrameCommand::Cascade:
         case FrameCommand::Tile:
             return m_view.HasChildren();
         case FrameCommand::ArrangeIcons:
             return m_view.HasMinimisedChildren();
-        default:
-            return IsJukeboxCommandEnabled(command);
+        default:  // A command to a player that isn't there tells how to get it.
+            return MaybePlayerCommand(command) || IsJukeboxCommandEnabled(command);
     }
 }
 
 void FrameCommands::Do(FrameCommand command) {
     if (!IsEnabled(command) || DoJukeboxCommand(command))
         return;
-    if (const std::optional<PlayerCommand> transport = MaybeTransport(command))
-        m_application.Player().SendPlayerCommand(*transport);
+    if (const std::optional<PlayerCommand> toPlayer = MaybePlayerCommand(command)) {
+        m_application.Player().SendPlayerCommand(*toPlayer);
+        return;
+    }
     switch (command) {
         case FrameCommand::New:
             NewJukeboxWindow();
             break;
+        case FrameCommand::Open:
+            m_files.Open();
+            break;
         case FrameCommand::Close:
             m_view.MaybeActiveJukebox()->View().Close();
             break;
+        case FrameCommand::Save:
+            m_files.Save();
+            break;
+        case FrameCommand::SaveAs:
+            m_files.SaveAs();
+            break;
         case FrameCommand::Exit:
             m_view.CloseFrame();
+            break;
+        case FrameCommand::NewSongsNormalLocations:
+            m_newSongs.LookInKnownFolders();
+            break;
+        case FrameCommand::NewSongsWholeComputer:
+            m_newSongs.SearchWholeComputer();
             break;
         case FrameCommand::Cascade:
             m_view.MinimisePlayerPanel();
@@ -182,6 +206,9 @@ void FrameCommands::Do(FrameCommand command) {
             break;
         case FrameCommand::Help:
             StartHelp();
+            break;
+        case FrameCommand::Tip:
+            m_view.ShowTips();
             break;
         case FrameCommand::About:
             m_view.ShowAbout();
@@ -198,7 +225,7 @@ bool FrameCommands::IsButtonEnabled(int button) const {
 
 void FrameCommands::ClickButton(int button) {
     const std::optional<FrameCommand> command = MaybeButtonCommand(button);
-    if (command && (!WantsPlayer(button) || m_view.PlayerCheck()))
+    if (command && (!NeedsPlayerCheck(button) || m_view.PlayerCheck()))
         Do(*command);
 }
 

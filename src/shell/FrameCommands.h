@@ -4,6 +4,8 @@
 
 #include "shell/Application.h"
 #include "shell/FrameView.h"
+#include "shell/JukeboxFiles.h"
+#include "shell/NewSongs.h"
 
 namespace tobbin {
 
@@ -59,6 +61,8 @@ class FrameCommands {
     bool IsButtonEnabled(int button) const;
     void ClickButton(int button);
 
+    JukeboxFiles& Files() { return m_files; }
+
  private:
     bool IsJukeboxCommandEnabled(FrameCommand command) const;
     bool DoJukeboxCommand(FrameCommand command);
@@ -67,6 +71,8 @@ class FrameCommands {
 
     Application& m_application;
     FrameView& m_view;
+    JukeboxFiles m_files;
+    NewSongs m_newSongs;
 };
 
 // The tool-tips of the toolbar's 17 buttons, the first at 0; empty for a separator.

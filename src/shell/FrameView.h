@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "jukebox/Jukebox.h"
+#include "search/PlayerDiscovery.h"
 #include "ui/JukeboxWindow.h"
 
 namespace tobbin {
@@ -16,6 +19,11 @@ class FrameView {
 
     // The active child when it is a jukebox window; null otherwise.
     virtual JukeboxWindow* MaybeActiveJukebox() const = 0;
+
+    // The last of the jukebox windows that can be seen and for which `which` is true; null when
+    // there is none.
+    virtual JukeboxWindow* MaybeVisibleJukebox(
+        const std::function<bool(const JukeboxWindow&)>& which) const = 0;
 
     // Whether any child window is open, and whether one of them is minimised.
     virtual bool HasChildren() const = 0;
@@ -38,6 +46,9 @@ class FrameView {
     // Modal dialogs.
     virtual void ShowAbout() = 0;
     virtual void ShowTips() = 0;
+
+    // The window `frmSearching`, not yet open. While it is, the frame takes no input.
+    virtual std::unique_ptr<SearchingWindow> MakeSearchingWindow() = 0;
 
     // Closes the frame as the person does it.
     virtual void CloseFrame() = 0;

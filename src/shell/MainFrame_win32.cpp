@@ -1,13 +1,18 @@
 #include "shell/MainFrame_win32.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "jukebox/SpecialFolders.h"
 #include "platform/DialogBase_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "shell/Searching_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/StatusTexts.h"
+#include "shell/TipDialog_win32.h"
+#include "shell/Tips.h"
 #include "ui/ListedSongs.h"
 
 namespace tobbin {
@@ -39,6 +44,14 @@ bool IsEditing() {
     return lstrcmpiW(name, WC_EDITW) == 0;
 }
 
+// A menu takes "&" for the mark of an access key; those of a path are doubled.
+std::wstring MenuText(const std::string& caption) {
+    std::wstring text = Wide(caption);
+    for (std::size_t at = 1; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+        text.insert(at, 1, L'&');
+    return text;
+}
+
 HICON ProgramIcon(int size) {
     return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
                                          IMAGE_ICON, size, size, LR_SHARED));
@@ -49,9 +62,9 @@ HICON ProgramIcon(int size) {
 MainFrame::MainFrame(Application& application, WindowsOutside& outside)
     : m_application(application),
       m_outside(outside),
+      m_player(application),
       m_commands(application, *this),
-      m_children(application, *this),
-      m_player(application) {}
+      m_children(application, *this) {}
 
 MainFrame::~MainFrame() {
     m_outside.Status().SetListener({});
@@ -80,6 +93,7 @@ bool MainFrame::Open() {
     SetWindowPos(Handle(), nullptr, (area.left + area.right - width) / 2,
                  (area.top + area.bottom - height) / 2, width, height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+    m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
     m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
     return true;
 }
@@ -173,6 +187,8 @@ void MainFrame::OnCommand(int command) {
     m_outside.Status().Clear();
     if (command > IDM_TOOLBAR && command <= IDM_TOOLBAR + kToolbarButtons)
         m_commands.ClickButton(command - IDM_TOOLBAR);
+    else if (command > IDM_RECENT && command <= IDM_RECENT + static_cast<int>(RecentMenu::kMost))
+        m_commands.Files().OpenRecent(command - IDM_RECENT);
     else if (IsFrameCommand(command))
         m_commands.Do(static_cast<FrameCommand>(command));
     m_barsOutdated = true;
@@ -204,16 +220,21 @@ bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
     return true;
 }
 
-void MainFrame::OpenFiles(const std::vector<std::string>& /*paths*/) {}
+void MainFrame::OpenFiles(const std::vector<std::string>& paths) {
+    m_filesToOpen.insert(m_filesToOpen.end(), paths.begin(), paths.end());
+    if (!IsWindowVisible(Handle()))
+        return;
+    m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
+    m_barsOutdated = true;
+}
 
 bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
-    if (TranslateMDISysAccel(m_client, &message))
+    if (m_player.TranslateKeys(message) || TranslateMDISysAccel(m_client, &message))
         return true;
     const bool own = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
-    return (own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0) ||
-           m_player.TranslateKeys(message);
+    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0;
 }
 
 void MainFrame::BetweenMessages() {
@@ -221,6 +242,23 @@ void MainFrame::BetweenMessages() {
     m_player.ReleaseClosed();
     if (m_barsOutdated)
         UpdateBars();
+}
+
+// The elements stand at the end of the File menu.
+void MainFrame::UpdateTheMenuControlArray() {
+    const std::size_t before = m_recent.Captions().size();
+    m_recent.Update(m_application.Settings());
+    const HMENU file = GetSubMenu(m_menu.Get(), MENU_FILE);
+    for (std::size_t i = 0; i < m_recent.Captions().size(); ++i) {
+        const auto number = static_cast<UINT>(IDM_RECENT + i + 1);
+        const std::wstring caption = MenuText(m_recent.Captions()[i]);
+        if (i == 0 && before == 0)
+            AppendMenuW(file, MF_SEPARATOR, IDM_RECENT, nullptr);
+        if (i < before)
+            ModifyMenuW(file, number, MF_BYCOMMAND | MF_STRING, number, caption.c_str());
+        else
+            AppendMenuW(file, MF_STRING, number, caption.c_str());
+    }
 }
 
 void MainFrame::UpdateBars() {
@@ -247,6 +285,7 @@ void MainFrame::OnClose() {
 }
 
 void MainFrame::OnDestroy() {
+    m_application.Settings().OnRecentListChanged([] {});
     m_application.Windows().Remove(m_loadedNumber);
     m_outside.Status().SetListener({});
     m_outside.Boxes().SetMainWindow(nullptr);
@@ -264,6 +303,16 @@ JukeboxWindow* MainFrame::MaybeActiveJukebox() const {
     return child != nullptr ? &child->Controller() : nullptr;
 }
 
+JukeboxWindow* MainFrame::MaybeVisibleJukebox(
+    const std::function<bool(const JukeboxWindow&)>& which) const {
+    JukeboxWindow* found = nullptr;
+    m_children.ForEach([&](JukeboxMdiChild& child) {
+        if (child.IsVisible() && which(child.Controller()))
+            found = &child.Controller();
+    });
+    return found;
+}
+
 bool MainFrame::HasChildren() const {
     return ActiveChild() != nullptr;
 }
@@ -278,8 +327,8 @@ bool MainFrame::HasMinimisedChildren() const {
 
 void MainFrame::OpenJukeboxWindow(Jukebox& jukebox) {
     JukeboxMdiChild& child = m_children.Open(m_client, jukebox);
-    if (jukebox.RootCount() > 0)
-        child.SelectFolder(&jukebox.Root(0));
+    Folder* const all = jukebox.MaybeFind(kAllSongs);
+    child.SelectFolder(all != nullptr || jukebox.RootCount() == 0 ? all : &jukebox.Root(0));
     m_barsOutdated = true;
 }
 
@@ -292,8 +341,15 @@ void MainFrame::MinimisePlayerPanel() {
 }
 
 void MainFrame::MinimiseActivePlayerPanel() {
-    if (m_player.Panel() != nullptr && m_player.Panel() == ActiveChild())
-        m_player.MinimisePanel();
+    if (ActiveChild() == nullptr || ActiveChild() != m_player.Panel())
+        return;
+    m_player.MinimisePanel();
+    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (m_children.MaybeAt(child) != nullptr) {
+            SendMessageW(m_client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+            return;
+        }
 }
 
 void MainFrame::Arrange(Arrangement arrangement) {
@@ -314,7 +370,20 @@ void MainFrame::ShowAbout() {
     DialogBase().ShowModal(Handle(), IDD_ABOUT);
 }
 
-void MainFrame::ShowTips() {}
+void MainFrame::ShowTips() {
+    Tips tips(m_outside.Interfaces(), m_application.Folders().application);
+    tips.OpenNoMatterWhat(true);
+    TipDialog(tips).Show(Handle());
+}
+
+void MainFrame::ShowTipsAtStartUp() {
+    Tips tips(m_outside.Interfaces(), m_application.Folders().application);
+    TipDialog(tips).Show(Handle());
+}
+
+std::unique_ptr<SearchingWindow> MainFrame::MakeSearchingWindow() {
+    return std::make_unique<SearchingPopup>(Handle());
+}
 
 void MainFrame::CloseFrame() {
     SendMessageW(Handle(), WM_CLOSE, 0, 0);
@@ -331,8 +400,7 @@ void MainFrame::PlaySelectedSongs(JukeboxWindow& window) {
 void MainFrame::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {}
 
 void MainFrame::SaveBeforeClosing(JukeboxWindow& window) {
-    window.View().Activate();
-    m_commands.Do(FrameCommand::Save);
+    m_commands.Files().SaveBeforeClosing(window);
 }
 
 void MainFrame::OnSelectionChanged(JukeboxWindow& /*window*/) {

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include "shell/FrameCommands.h"
 #include "shell/FramePlayer_win32.h"
 #include "shell/FrameView.h"
+#include "shell/RecentMenu.h"
 
 namespace tobbin {
 
@@ -32,9 +35,10 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void Appear();
 
     FrameView& View() { return *this; }
-    void ShowTipsAtStartUp() {}
+    void ShowTipsAtStartUp();
+    void OfferRecovered() { m_commands.Files().OfferRecovered(); }
 
-    // Opens jukebox files by their full paths.
+    // Opens jukebox files by their full paths; before the frame is seen they wait for it.
     void OpenFiles(const std::vector<std::string>& paths);
 
     // For the message loop: the keys of menus and MDI, and the moment between two messages.
@@ -56,8 +60,11 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void OnClose();
     void OnDestroy();
     void UpdateBars();
+    void UpdateTheMenuControlArray();
 
     JukeboxWindow* MaybeActiveJukebox() const override;
+    JukeboxWindow* MaybeVisibleJukebox(
+        const std::function<bool(const JukeboxWindow&)>& which) const override;
     bool HasChildren() const override;
     bool HasMinimisedChildren() const override;
     void OpenJukeboxWindow(Jukebox& jukebox) override;
@@ -68,6 +75,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void Arrange(Arrangement arrangement) override;
     void ShowAbout() override;
     void ShowTips() override;
+    std::unique_ptr<SearchingWindow> MakeSearchingWindow() override;
     void CloseFrame() override;
 
     bool CanChangePicture() const override { return false; }
@@ -81,14 +89,16 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
 
     Application& m_application;
     WindowsOutside& m_outside;
+    FramePlayer m_player;
     FrameCommands m_commands;
     FrameChildren m_children;
-    FramePlayer m_player;
+    RecentMenu m_recent;
     FrameToolbar m_toolbar;
     FrameStatusBar m_statusBar;
     UniqueMenu m_menu;
     UniqueAccelerators m_keys;
     HWND m_client = nullptr;
+    std::vector<std::string> m_filesToOpen;
     int m_loadedNumber = 0;
     bool m_barsOutdated = true;
     bool m_closing = false;

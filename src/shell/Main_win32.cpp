@@ -52,7 +52,7 @@ int Run() {
         return 0;
 
     WindowsOutside outside;
-    Application application(outside.Interfaces(), {folder, SystemFolder()});
+    Application application(outside.Interfaces(), {folder, SystemFolder(), TemporaryFilesFolder()});
     MainFrame frame(application, outside);
     if (!frame.Open())
         return 1;
@@ -66,6 +66,7 @@ int Run() {
     outside.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
     if (!StartUp(application, windows).Run())
         return 1;
+    frame.OfferRecovered();
     frame.OpenFiles(files);
     return outside.Events().RunUntilQuit();
 }

@@ -6,16 +6,9 @@
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "ui/PopUpMenus_win32.h"
 
 namespace tobbin {
-namespace {
-
-constexpr int kLastRankImage = 7;
-
-constexpr int kKeyColumn = 1;
-
-}  // namespace
-
 JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller)
     : m_controller(controller), m_explorer(controller.Model(), *this, *this) {
     m_controller.SetView(this);
@@ -130,19 +123,10 @@ void JukeboxMdiChild::OnMenu(HWND pane, POINT screen, bool byMouse) {
 }
 
 void JukeboxMdiChild::ShowPopUpMenu(int pane, POINT screen) {
-    const bool tree = pane == static_cast<int>(Pane::Tree);
-    const int first = tree ? IDM_FOLDER_POPUP : IDM_SONG_POPUP;
-    const int count = tree ? kFolderMenuEntries : kSongMenuEntries;
-    const UniqueMenu menu(LoadMenuW(GetModuleHandleW(nullptr),
-                                    MAKEINTRESOURCEW(tree ? IDR_FOLDER_POPUP : IDR_SONG_POPUP)));
-    for (int command = 1; command <= count; ++command)
-        EnableMenuItem(menu.Get(), static_cast<UINT>(first + command),
-                       m_controller.IsEnabled(command, pane) ? MF_ENABLED : MF_GRAYED);
-    const int chosen =
-        TrackPopupMenuEx(GetSubMenu(menu.Get(), 0), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_LEFTALIGN,
-                         screen.x, screen.y, Handle(), nullptr);
-    if (chosen != 0)
-        m_controller.ActOnPopUpClick(chosen - first, pane, m_controller.SelectedFolder());
+    PopUpMenu menu(pane, Handle());
+    menu.EnableEntries([&](int entry) { return m_controller.IsEnabled(entry, pane); });
+    if (const int entry = menu.Show(screen, Handle()); entry != 0)
+        m_controller.ActOnPopUpClick(entry, pane, m_controller.SelectedFolder());
 }
 
 void JukeboxMdiChild::OnSongsChanged(Folder& folder) {
@@ -215,19 +199,15 @@ bool JukeboxMdiChild::OnTextEdited(Folder& folder, const std::string& text) {
 }
 
 std::size_t JukeboxMdiChild::RowCount() const {
-    const Folder* const folder = m_controller.SelectedFolder();
-    return folder != nullptr ? folder->Songs().size() : 0;
+    return m_controller.RowCount();
 }
 
 std::string JukeboxMdiChild::RowText(std::size_t row, int column) const {
-    const SongItem& song = m_controller.SelectedFolder()->Songs()[row];
-    if (column == kKeyColumn)
-        return std::to_string(song.recordNumber);
-    return column == 0 ? std::string(m_controller.Model().TextOf(song)) : std::string();
+    return m_controller.RowText(row, column);
 }
 
 int JukeboxMdiChild::RowImage(std::size_t row) const {
-    return std::clamp<int>(m_controller.SelectedFolder()->Songs()[row].image, 0, kLastRankImage);
+    return m_controller.RowImage(row);
 }
 
 std::string JukeboxMdiChild::EmptyText() const {

@@ -1,9 +1,18 @@
 #include "ui/JukeboxWindow.h"
 
+#include <algorithm>
+
 #include "jukebox/InitialJukebox.h"
 
 namespace tobbin {
 namespace {
+
+constexpr int kKeyColumn = 1;
+
+// Pictures of songs.
+constexpr int kMissingImage = 0;
+constexpr int kNoRankImage = 1;
+constexpr int kBestRankImage = 7;
 
 // Entries of the song menu.
 constexpr int kPlayAll = 1;
@@ -23,8 +32,9 @@ bool IsInMenu(int command, int pane) {
 
 }  // namespace
 
-JukeboxWindow::JukeboxWindow(Outside& outside, Jukebox& jukebox, JukeboxWindowHost& host)
-    : m_outside(outside), m_jukebox(jukebox), m_host(host) {
+JukeboxWindow::JukeboxWindow(Outside& outside, const clsMain& catalogue, Jukebox& jukebox,
+                             JukeboxWindowHost& host)
+    : m_outside(outside), m_catalogue(catalogue), m_jukebox(jukebox), m_host(host) {
     m_jukebox.AddListener(*this);
 }
 
@@ -66,6 +76,26 @@ void JukeboxWindow::OnRowsSelected() {
 
 void JukeboxWindow::OnRowOpened() {
     ActOnPopUpClick(kPlaySelected, static_cast<int>(Pane::List), m_selected);
+}
+
+std::size_t JukeboxWindow::RowCount() const {
+    return m_selected != nullptr ? m_selected->Songs().size() : 0;
+}
+
+std::string JukeboxWindow::RowText(std::size_t row, int column) const {
+    const SongItem& song = m_selected->Songs()[row];
+    if (column == 0)
+        return std::string(m_jukebox.TextOf(song));
+    return column == kKeyColumn && !song.IsMissing() ? std::to_string(song.recordNumber)
+                                                     : std::string();
+}
+
+int JukeboxWindow::RowImage(std::size_t row) const {
+    const SongItem& song = m_selected->Songs()[row];
+    if (song.IsMissing() || song.recordNumber > m_catalogue.UBoundOfMp3Array() ||
+        !m_catalogue.IsPresent(song.recordNumber))
+        return kMissingImage;
+    return std::clamp<int>(song.image, kNoRankImage, kBestRankImage);
 }
 
 std::string JukeboxWindow::EmptyText() const {

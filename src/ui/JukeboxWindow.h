@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/SpecialFolders.h"
 #include "platform/Outside.h"
@@ -44,7 +45,8 @@ class JukeboxWindowHost {
 // it into changes of the jukebox, questions and calls of the frame. The jukebox outlives it.
 class JukeboxWindow : private JukeboxListener {
  public:
-    JukeboxWindow(Outside& outside, Jukebox& jukebox, JukeboxWindowHost& host);
+    JukeboxWindow(Outside& outside, const clsMain& catalogue, Jukebox& jukebox,
+                  JukeboxWindowHost& host);
     ~JukeboxWindow() override;
     JukeboxWindow(const JukeboxWindow&) = delete;
     JukeboxWindow& operator=(const JukeboxWindow&) = delete;
@@ -91,6 +93,12 @@ class JukeboxWindow : private JukeboxListener {
     // The folder whose songs the list pane shows; null when none is selected.
     Folder* SelectedFolder() const { return m_selected; }
 
+    // What the list pane shows: the songs of the selected folder, rows and columns from 0.
+    std::size_t RowCount() const;
+    std::string RowText(std::size_t row, int column) const;
+    // The rank, 2 to 7; 1 for a song without one, 0 for one whose file is missing.
+    int RowImage(std::size_t row) const;
+
     // What the list pane says while the selected folder holds no song.
     std::string EmptyText() const;
 
@@ -110,6 +118,7 @@ class JukeboxWindow : private JukeboxListener {
     void OnSongsChanged(Folder& folder) override;
 
     Outside& m_outside;
+    const clsMain& m_catalogue;
     Jukebox& m_jukebox;
     JukeboxWindowHost& m_host;
     JukeboxView* m_view = nullptr;

@@ -41,6 +41,8 @@ void ListPane::OnDpiChanged() {
 }
 
 void ListPane::SetColumns(const std::vector<std::string>& headings) {
+    if (m_handle == nullptr)
+        return;
     const int count = static_cast<int>(headings.size());
     for (int i = 0; i < count; ++i) {
         std::wstring text = Wide(headings[static_cast<std::size_t>(i)]);
@@ -92,6 +94,8 @@ void ListPane::FitColumns() {
 }
 
 void ListPane::Reset() {
+    if (m_handle == nullptr)
+        return;
     ListView_SetItemState(m_handle, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(), 0);
     if (m_delegate.RowCount() > 0)
@@ -100,6 +104,8 @@ void ListPane::Reset() {
 }
 
 void ListPane::Refresh() {
+    if (m_handle == nullptr)
+        return;
     SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(),
                  LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
     InvalidateRect(m_handle, nullptr, TRUE);

@@ -1,0 +1,259 @@
+#include "shell/JukeboxFiles.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "jukebox/InitialJukebox.h"
+#include "jukebox/JukeboxFile.h"
+#include "jukebox/SpecialFolders.h"
+#include "util/DataText.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kFilter[] = "Juke Box Files (*.juk) |*.juk";
+constexpr char kExtension[] = ".juk";
+constexpr char kAlreadyOpen[] = "This file is already open";
+
+// A flag as the writer prints a whole number: with a blank in the place of the missing sign.
+std::string PrintedFlag(bool flag) {
+    return flag ? "-1 " : " 0 ";
+}
+
+}  // namespace
+
+std::string JukeboxFiles::NormalPath(const SystemText& text, std::string_view path) {
+    const std::string lower = text.ToLower(TrimBlanks(path));
+    std::string name = FileNameOfPath(lower);
+    if (!name.ends_with(kExtension))
+        name += kExtension;
+    while (name.find(".juk.juk") != std::string::npos)
+        name.resize(name.size() - 4);
+    return FolderOfPath(lower) + name;
+}
+
+bool JukeboxFiles::IsOpen(std::string_view title) const {
+    return m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
+        return MatchesPattern(window.DaCaption(), title);
+    }) != nullptr;
+}
+
+void JukeboxFiles::Open() {
+    const std::optional<std::string> path =
+        m_application.TheOutside().dialogs.MaybeFileToOpen(kFilter, m_application.DataFolder());
+    if (path)
+        OpenPath(*path);
+}
+
+void JukeboxFiles::OpenRecent(int number) {
+    const std::string path = RecentPath(m_application.Settings(), number);
+    if (!path.empty())
+        OpenPath(path);
+}
+
+void JukeboxFiles::OpenFromOutside(const std::vector<std::string>& paths) {
+    const SystemText& text = m_application.TheOutside().text;
+    for (const std::string& path : paths) {
+        JukeboxWindow* const open = m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
+            return !window.FileLocation().empty() &&
+                   text.ToLower(window.FileLocation() + window.DaCaption() + kExtension) ==
+                       text.ToLower(path);
+        });
+        if (open != nullptr)
+            open->View().Activate();
+        else
+            OpenPath(path);
+    }
+}
+
+bool JukeboxFiles::OpenPath(const std::string& chosen) {
+    const std::string path(TrimBlanks(chosen));
+    Outside& outside = m_application.TheOutside();
+    if (IsOpen(JukeboxTitle(outside.text, path))) {
+        outside.dialogs.Tell(kAlreadyOpen);
+        return false;
+    }
+    Jukebox* const jukebox = MaybeLoad(path);
+    if (jukebox == nullptr)
+        return false;
+    m_view.OpenJukeboxWindow(*jukebox);
+    NoteAsRecent(path);
+    RefreshGroups(*jukebox);
+    return true;
+}
+
+Jukebox* JukeboxFiles::MaybeLoad(const std::string& path) {
+    Outside& outside = m_application.TheOutside();
+    std::unique_ptr<Jukebox> loaded;
+    const LoadResult result =
+        LoadJukeboxFile(outside.disk, path, m_application.Catalogue(), outside.text, loaded);
+    if (loaded == nullptr) {
+        outside.statusLine.Say(result.message);
+        return nullptr;
+    }
+    return &m_application.AddJukebox(std::move(loaded));
+}
+
+// Songs have come to the catalogue since the jukebox was saved, or gone from it.
+void JukeboxFiles::RefreshGroups(Jukebox& jukebox) {
+    const Folder* const all = jukebox.MaybeFind(kAllSongs);
+    if (all == nullptr || all->Level() != 0)
+        return;
+    std::vector<bool> added;
+    m_application.Groups().SelectSongsNotInFolder(*all, added);
+    const bool gone = std::ranges::any_of(all->Songs(), &SongItem::IsMissing);
+    if (gone || std::ranges::count(added, true) > 0)
+        m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
+}
+
+void JukeboxFiles::NoteAsRecent(const std::string& path) {
+    clsINI& settings = m_application.Settings();
+    settings.LocOfLastSavedJukeBox(path);
+    settings.Save(settings.SettingsPath());
+}
+
+// The player panel steps aside, so that a jukebox window becomes the active one.
+JukeboxWindow* JukeboxFiles::MaybeWindowToSave() {
+    m_view.MinimiseActivePlayerPanel();
+    return m_view.MaybeActiveJukebox();
+}
+
+void JukeboxFiles::Save() {
+    JukeboxWindow* const window = MaybeWindowToSave();
+    if (window == nullptr)
+        return;
+    if (window->DaCaption() == kSampleCaption || window->FileLocation().empty()) {
+        SaveAs();
+        return;
+    }
+    const SystemText& text = m_application.TheOutside().text;
+    SaveTo(window->FileLocation() + text.ToLower(window->DaCaption()) + kExtension, *window);
+}
+
+void JukeboxFiles::SaveAs() {
+    JukeboxWindow* const window = MaybeWindowToSave();
+    if (window == nullptr)
+        return;
+    Outside& outside = m_application.TheOutside();
+    const std::optional<std::string> chosen =
+        outside.dialogs.MaybeFileToSave(kFilter, m_application.DataFolder());
+    if (!chosen)
+        return;
+    const std::string path = NormalPath(outside.text, *chosen);
+    const std::string title = JukeboxTitle(outside.text, path);
+    if (!MatchesPattern(window->DaCaption(), title) && IsOpen(title)) {
+        outside.dialogs.Tell(title +
+                             " is already open.  Close the file then you can save this Juke box "
+                             "with that file name.");
+        return;
+    }
+    if (FileExists(outside.disk, path) &&
+        outside.dialogs.Ask("File already exists, do you wish to replace this file?",
+                            Buttons::YesNoCancel, BoxIcon::Warning) != Answer::Yes)
+        return;
+    if (!SaveTo(path, *window))
+        return;
+    window->DaCaption(title);
+    window->FileLocation(FolderOfPath(path));
+    window->IsFormDirty(false);
+}
+
+bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
+    Outside& outside = m_application.TheOutside();
+    const DiskStatus status =
+        SaveJukeboxFile(outside.disk, path, window.Model(), m_application.Catalogue());
+    if (!status.Ok()) {
+        outside.statusLine.Say("The jukebox was not saved to \"" + path + "\": " + status.Reason() +
+                               ".");
+        return false;
+    }
+    WritePictureSettings(path, window);
+    NoteAsRecent(path);
+    window.IsFormDirty(false);
+    return true;
+}
+
+void JukeboxFiles::WritePictureSettings(const std::string& path, const JukeboxWindow& window) {
+    Outside& outside = m_application.TheOutside();
+    std::string name = FileNameOfPath(path);
+    name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
+    const std::string file = m_application.Settings().LocOfGroupingDir() + name + ".poc";
+    const DiskStatus status = SaveWholeFile(
+        outside.disk, file,
+        EncodeDataText(outside.text, window.LastPicFileLocation()) + "\r\n" +
+            PrintedFlag(window.BeItTiled()) + "\r\n" + PrintedFlag(window.ShowPictt()) + "\r\n");
+    if (!status.Ok())
+        outside.statusLine.Say("The jukebox is saved, but not its picture settings \"" + file +
+                               "\": " + status.Reason() + ".");
+}
+
+void JukeboxFiles::SaveBeforeClosing(JukeboxWindow& window) {
+    window.View().Activate();
+    Save();
+    if (window.IsFormDirty())
+        KeepRecovered(window);
+}
+
+// The second one is for a data folder that can't be written.
+std::vector<std::string> JukeboxFiles::RecoveredFolders() const {
+    const std::string& temporary = m_application.Folders().temporary;
+    std::vector<std::string> folders = {m_application.DataFolder() + "Recovered\\"};
+    if (!temporary.empty())
+        folders.push_back(temporary + "Tobbin Recovered\\");
+    return folders;
+}
+
+// Under the first name that is free.
+bool JukeboxFiles::KeepRecovered(JukeboxWindow& window) {
+    Outside& outside = m_application.TheOutside();
+    for (const std::string& folder : RecoveredFolders()) {
+        if (!FolderExists(outside.disk, folder) && !outside.disk.CreateFolder(folder).Ok())
+            continue;
+        const std::string name = folder + outside.text.ToLower(window.DaCaption());
+        std::string path = name + kExtension;
+        for (int i = 2; FileExists(outside.disk, path); ++i)
+            path = name + " (" + std::to_string(i) + ")" + kExtension;
+        if (!SaveJukeboxFile(outside.disk, path, window.Model(), m_application.Catalogue()).Ok())
+            continue;
+        outside.statusLine.Say("The jukebox \"" + window.DaCaption() + "\" was put aside as \"" +
+                               path + "\".");
+        return true;
+    }
+    return false;
+}
+
+// What is offered is renamed first, so that a file which can't be opened is not offered for ever.
+void JukeboxFiles::OfferRecovered() {
+    Outside& outside = m_application.TheOutside();
+    std::vector<std::string> paths;
+    for (const std::string& folder : RecoveredFolders()) {
+        FolderListing listing;
+        if (!outside.disk.List(folder, listing).Ok())
+            continue;
+        for (const FolderEntry& entry : listing.entries)
+            if (!entry.isFolder && entry.name.ends_with(kExtension))
+                paths.push_back(folder + entry.name);
+    }
+    if (paths.empty())
+        return;
+    std::string question = "When Tobbin ran last, it could not save:\r\n";
+    for (const std::string& path : paths)
+        question += "\r\n    " + FileNameOfPath(path);
+    question += "\r\n\r\nIt has kept what they held.  Do you want to open them now?";
+    const bool open =
+        outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes;
+    for (const std::string& path : paths) {
+        Jukebox* const jukebox = open ? MaybeLoad(path) : nullptr;
+        if (jukebox != nullptr) {
+            jukebox->FileLocation("");
+            jukebox->IsFormDirty(true);
+            m_view.OpenJukeboxWindow(*jukebox);
+        }
+        if (jukebox != nullptr || !open)
+            (void)outside.disk.Replace(path, path.substr(0, path.size() - 4) + ".bak");
+    }
+}
+
+}  // namespace tobbin

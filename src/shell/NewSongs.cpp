@@ -1,0 +1,42 @@
+#include "shell/NewSongs.h"
+
+#include <memory>
+#include <string>
+
+#include "search/PlayerDiscovery.h"
+#include "shell/StatusTexts.h"
+
+namespace tobbin {
+
+void NewSongs::LookInKnownFolders() {
+    Search(false);
+}
+
+void NewSongs::SearchWholeComputer() {
+    Search(true);
+}
+
+void NewSongs::Search(bool wholeComputer) {
+    clsMain& catalogue = m_application.Catalogue();
+    const std::int32_t before = catalogue.UBoundOfMp3Array();
+    const std::unique_ptr<SearchingWindow> window = m_view.MakeSearchingWindow();
+    window->Open();
+    window->Show("Searching to add new songs  . . . ");
+    m_application.LongWork().Window(window.get());
+    const bool saved = wholeComputer ? catalogue.SearchHardDrives()
+                                     : catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
+    if (!wholeComputer && saved)
+        catalogue.WriteOutMp3DirectoryLocations();
+    const std::int32_t found = catalogue.UBoundOfMp3Array() - before;
+    if (saved)
+        m_application.Groups().BuildAutomaticGroups(0, true, "");
+    m_application.LongWork().Window(nullptr);
+    window->Close();
+    if (saved)
+        m_application.TheOutside().statusLine.Say(
+            found > 0 ? GroupedNumber(static_cast<std::size_t>(found)) + " new " +
+                            (found == 1 ? "song was found." : "songs were found.")
+                      : "No new songs were found.");
+}
+
+}  // namespace tobbin

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "shell/Application.h"
+#include "shell/FrameView.h"
+
+namespace tobbin {
+
+// The two commands "Bring In New Songs": they search, put what was found into the catalogue and
+// into the automatic groups of every open jukebox. The person sees the progress and can stop the
+// search; what was found by then is kept.
+class NewSongs {
+ public:
+    NewSongs(Application& application, FrameView& view)
+        : m_application(application), m_view(view) {}
+
+    void LookInKnownFolders();
+    void SearchWholeComputer();
+
+ private:
+    void Search(bool wholeComputer);
+
+    Application& m_application;
+    FrameView& m_view;
+};
+
+}  // namespace tobbin

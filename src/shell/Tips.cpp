@@ -1,0 +1,52 @@
+#include "shell/Tips.h"
+
+#include <algorithm>
+
+#include "util/DataText.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kFile[] = "TIPOFDAY.TXT";
+constexpr char kSetting[] = "Show Tips at Startup";
+
+std::string MissingFileText() {
+    return std::string("That the ") + kFile +
+           " file was not found? \r\n\r\nCreate a text file named " + kFile +
+           " using NotePad with 1 tip per line. Then place it in the same directory as the "
+           "application. ";
+}
+
+}  // namespace
+
+bool Tips::TipsAtStartUp() const {
+    return m_outside.userSettings.MaybeRead(kSetting).value_or("1") != "0";
+}
+
+void Tips::Load(TipView& view) {
+    view.TickTipsAtStartUp(TipsAtStartUp());
+    m_tips.clear();
+    std::string bytes;
+    if (!ReadWholeFile(m_outside.disk, m_applicationFolder + kFile, bytes).Ok()) {
+        view.ShowTip(MissingFileText());
+        return;
+    }
+    for (const std::string_view line : SplitLines(bytes))
+        m_tips.push_back(DecodeDataText(m_outside.text, line));
+    OnNextTip(view);
+}
+
+void Tips::OnNextTip(TipView& view) {
+    if (m_tips.empty())
+        return;
+    const auto place =
+        static_cast<std::size_t>(m_outside.clock.Random() * static_cast<double>(m_tips.size()));
+    view.ShowTip(m_tips[std::min(place, m_tips.size() - 1)]);
+}
+
+void Tips::OnTipsAtStartUpClicked(bool ticked) {
+    m_outside.userSettings.Write(kSetting, ticked ? "1" : "0");
+}
+
+}  // namespace tobbin

@@ -1,0 +1,79 @@
+#include "ui/PopUpMenus_win32.h"
+
+#include "platform/ImageStrip_win32.h"
+#include "resource.h"
+#include "ui/JukeboxWindow.h"
+
+namespace tobbin {
+namespace {
+
+// The entries of the song menu that rank, and the picture of the first one's rank.
+constexpr int kBestEntry = 9;
+constexpr int kWorstEntry = 14;
+constexpr int kBestPicture = 7;
+
+// One picture of a list on the menu's own colour: not every system blends pictures with alpha into
+// its menus.
+UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
+    RECT place = {};
+    int width = 0;
+    int height = 0;
+    ImageList_GetIconSize(list, &width, &height);
+    SetRect(&place, 0, 0, width, height);
+    const HDC screen = GetDC(nullptr);
+    UniqueBitmap bitmap(CreateCompatibleBitmap(screen, width, height));
+    const UniqueMemoryDc dc(CreateCompatibleDC(screen));
+    ReleaseDC(nullptr, screen);
+    const HGDIOBJ old = SelectObject(dc.Get(), bitmap.Get());
+    FillRect(dc.Get(), &place, GetSysColorBrush(COLOR_MENU));
+    ImageList_Draw(list, index, dc.Get(), 0, 0, ILD_TRANSPARENT);
+    SelectObject(dc.Get(), old);
+    return bitmap;
+}
+
+}  // namespace
+
+PopUpMenu::PopUpMenu(int pane, HWND window)
+    : m_firstNumber(pane == static_cast<int>(Pane::Tree) ? IDM_FOLDER_POPUP : IDM_SONG_POPUP),
+      m_entries(pane == static_cast<int>(Pane::Tree) ? kFolderMenuEntries : kSongMenuEntries),
+      m_menu(LoadMenuW(GetModuleHandleW(nullptr),
+                       MAKEINTRESOURCEW(pane == static_cast<int>(Pane::Tree) ? IDR_FOLDER_POPUP
+                                                                             : IDR_SONG_POPUP))) {
+    if (pane != static_cast<int>(Pane::Tree))
+        AddRankPictures(window);
+}
+
+// The ranks between best and worst have nothing but their pictures. Without a text an entry of the
+// resource is a separator, so its kind is set here.
+void PopUpMenu::AddRankPictures(HWND window) {
+    const UniqueImageList ranks = LoadImageStrip(IDB_RANKS, window);
+    for (int entry = kBestEntry; entry <= kWorstEntry; ++entry) {
+        MENUITEMINFOW info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = MIIM_BITMAP;
+        info.hbmpItem =
+            m_pictures.emplace_back(BitmapOf(ranks.Get(), kBestPicture - (entry - kBestEntry)))
+                .Get();
+        wchar_t noText[] = L"";
+        if (entry != kBestEntry && entry != kWorstEntry) {
+            info.fMask |= MIIM_FTYPE | MIIM_STRING;
+            info.fType = MFT_STRING;
+            info.dwTypeData = noText;
+        }
+        SetMenuItemInfoW(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry), FALSE, &info);
+    }
+}
+
+void PopUpMenu::EnableEntries(const std::function<bool(int entry)>& isEnabled) {
+    for (int entry = 1; entry <= m_entries; ++entry)
+        EnableMenuItem(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry),
+                       isEnabled(entry) ? MF_ENABLED : MF_GRAYED);
+}
+
+int PopUpMenu::Show(POINT screen, HWND window) const {
+    const int chosen = TrackPopupMenuEx(Handle(), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_LEFTALIGN,
+                                        screen.x, screen.y, window, nullptr);
+    return chosen > 0 ? chosen - m_firstNumber : 0;
+}
+
+}  // namespace tobbin

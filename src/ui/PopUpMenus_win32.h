@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
+
+namespace tobbin {
+
+// A pop-up menu of the jukebox window, made anew for each showing.
+class PopUpMenu {
+ public:
+    // `pane` is 1 for the folder menu, 2 for the song menu; `window` gives the screen's measures.
+    PopUpMenu(int pane, HWND window);
+
+    void EnableEntries(const std::function<bool(int entry)>& isEnabled);
+
+    // Waits for the choice: an entry from 1, or 0 for none.
+    int Show(POINT screen, HWND window) const;
+
+    HMENU Handle() const { return GetSubMenu(m_menu.Get(), 0); }
+
+ private:
+    void AddRankPictures(HWND window);
+
+    int m_firstNumber;  // one less than the first entry's
+    int m_entries;
+    UniqueMenu m_menu;
+    std::vector<UniqueBitmap> m_pictures;  // as long as the menu shows them
+};
+
+}  // namespace tobbin

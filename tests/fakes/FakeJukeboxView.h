@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ui/JukeboxWindow.h"
+
+namespace tobbin {
+
+// A jukebox window without a window: holds the selected rows that the test laid in it.
+class FakeJukeboxView : public JukeboxView {
+ public:
+    std::vector<std::size_t> rows;
+    bool visible = true;
+    bool closed = false;
+    bool active = false;
+    JukeboxWindow* controller = nullptr;
+
+    void SelectFolder(Folder* folder) override {
+        rows.clear();
+        controller->OnFolderSelected(folder);
+    }
+    void ExpandFolder(Folder&, bool) override {}
+    void EditFolderText(Folder&) override {}
+    std::vector<std::size_t> SelectedRows() const override { return rows; }
+    std::size_t SelectedCount() const override { return rows.size(); }
+    void SelectRows(const std::vector<std::size_t>& selected) override { rows = selected; }
+    void MakeRowVisible(std::size_t) override {}
+    void Activate() override { active = true; }
+    void Close() override {
+        controller->AskBeforeClosing();
+        closed = true;
+        visible = false;
+    }
+    bool IsVisible() const override { return visible; }
+};
+
+// Writes down what a jukebox window asks of the frame.
+class FakeJukeboxWindowHost : public JukeboxWindowHost {
+ public:
+    std::vector<std::string> asked;
+
+    bool CanChangePicture() const override { return false; }
+    void PlayAllSongsInFolder(JukeboxWindow&) override { asked.push_back("play all"); }
+    void PlaySelectedSongs(JukeboxWindow&) override { asked.push_back("play selected"); }
+    void ChangeBackgroundPicture(JukeboxWindow&) override { asked.push_back("picture"); }
+    void SaveBeforeClosing(JukeboxWindow&) override { asked.push_back("save"); }
+    void OnSelectionChanged(JukeboxWindow&) override {}
+};
+
+}  // namespace tobbin

@@ -1,0 +1,97 @@
+#include "shell/FrameCommands.h"
+
+#include "shell/StatusTexts.h"
+#include "unit/shell/FrameFixture.h"
+
+namespace tobbin {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class FrameCommandsTest : public FrameTest {};
+
+TEST_F(FrameCommandsTest, JukeboxCommandsNeedAnActiveJukebox) {
+    OpenSample();
+    EXPECT_TRUE(commands.IsEnabled(FrameCommand::Close));
+    EXPECT_TRUE(commands.IsEnabled(FrameCommand::PlayAllSongsInFolder));
+    EXPECT_FALSE(commands.IsEnabled(FrameCommand::PlaySelectedSongs));
+    frame.panelOpen = frame.panelActive = true;
+    for (const FrameCommand command :
+         {FrameCommand::Close, FrameCommand::PlayAllSongsInFolder, FrameCommand::Cut,
+          FrameCommand::Delete, FrameCommand::AddFolderToRoot}) {
+        EXPECT_FALSE(commands.IsEnabled(command));
+        commands.Do(command);
+    }
+    EXPECT_FALSE(frame.children[0].view->closed);
+    EXPECT_TRUE(frame.host.asked.empty());
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(FrameCommandsTest, PlaysThroughTheActiveJukebox) {
+    OpenSample();
+    frame.children[0].view->rows = {1};
+    commands.Do(FrameCommand::PlaySelectedSongs);
+    commands.Do(FrameCommand::PlayAllSongsInFolder);
+    commands.ClickButton(2);
+    EXPECT_EQ(frame.host.asked, (Lines{"play selected", "play all", "play all"}));
+}
+
+TEST_F(FrameCommandsTest, ArrangingMinimisesTheOpenPlayerPanelButForIcons) {
+    frame.panelOpen = true;
+    commands.Do(FrameCommand::Cascade);
+    commands.Do(FrameCommand::Tile);
+    commands.Do(FrameCommand::ArrangeIcons);  // nothing is minimised
+    EXPECT_EQ(frame.seen, (Lines{"minimise panel", "cascade", "minimise panel", "tile"}));
+}
+
+TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramWithTheHelpFile) {
+    commands.ClickButton(17);
+    ASSERT_EQ(fake.programs.started.size(), 1U);
+    EXPECT_EQ(fake.programs.started[0].program, "C:\\Windows\\WinHelp.exe");
+    EXPECT_EQ(fake.programs.started[0].arguments, "C:\\App\\quhelp.hlp");
+}
+
+TEST_F(FrameCommandsTest, NewJukeboxCopiesTheFirstOneAndBuildsTheSampleWhenThereIsNone) {
+    commands.Do(FrameCommand::New);
+    ASSERT_EQ(frame.children.size(), 2U);
+    EXPECT_EQ(frame.children[0].window->DaCaption(), kSampleCaption);
+    EXPECT_EQ(frame.children[1].window->DaCaption(), "JukeBox2");
+    const Jukebox& copy = frame.children[1].window->Model();
+    EXPECT_EQ(copy.FolderCount(), frame.children[0].window->Model().FolderCount());
+    ASSERT_EQ(copy.Root(0).Songs().size(), 3U);
+    EXPECT_EQ(copy.Root(0).Songs()[2].recordNumber, 3);
+    EXPECT_EQ(copy.Columns(), (Lines{"Name    --        (click to sort)", "Key"}));
+    EXPECT_EQ(copy.FileLocation(), "");
+    commands.ClickButton(11);
+    EXPECT_EQ(frame.children[2].window->DaCaption(), "JukeBox3");
+}
+
+TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
+    commands.Do(FrameCommand::New);
+    fake.disk.AddFile("C:\\M\\d.mp3", "no tag");
+    fake.disk.AddFile("C:\\Elsewhere\\e.mp3", "no tag");
+    commands.Do(FrameCommand::NewSongsNormalLocations);
+    EXPECT_EQ(LastLine(), "1 new song was found.");
+    commands.ClickButton(15);
+    EXPECT_EQ(LastLine(), "1 new song was found.");
+    for (const FakeFrame::Child& child : frame.children)
+        EXPECT_EQ(child.window->Model().MaybeFind("All Songs")->Songs().size(), 5U);
+    EXPECT_EQ(frame.searchTexts.front(), "open");
+    EXPECT_EQ(frame.searchTexts.back(), "closed");
+    EXPECT_NE(
+        fake.disk.Content("C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz").find("Elsewhere"),
+        std::string::npos);
+}
+
+TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {
+    EXPECT_EQ(GroupedNumber(999), "999");
+    EXPECT_EQ(GroupedNumber(1000), "1,000");
+    EXPECT_EQ(GroupedNumber(12345678), "12,345,678");
+    JukeboxWindow& window = OpenSample();
+    EXPECT_EQ(JukeboxText(window.Model()), "35 folders, 3 songs");
+    frame.children[0].view->rows = {0, 1};
+    EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 2 selected");
+}
+
+}  // namespace
+}  // namespace tobbin

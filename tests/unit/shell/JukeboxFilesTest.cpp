@@ -1,0 +1,198 @@
+#include "shell/JukeboxFiles.h"
+
+#include "jukebox/JukeboxFile.h"
+#include "unit/shell/FrameFixture.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kGrouping[] = "C:\\App\\Grouping\\";
+
+class JukeboxFilesTest : public FrameTest {
+ protected:
+    JukeboxFiles& files = commands.Files();
+
+    // Answers the next file dialog.
+    void Choose(const std::string& path) { fake.dialogs.files.push_back(path); }
+    void SaveAs(const std::string& path) {
+        Choose(path);
+        commands.Do(FrameCommand::SaveAs);
+    }
+    void Open(const std::string& path) {
+        Choose(path);
+        commands.Do(FrameCommand::Open);
+    }
+    // A jukebox file of one folder "All Songs" with the first `songs` songs.
+    void AddJukeboxFile(const std::string& path, int songs) {
+        Jukebox jukebox;
+        AddListColumns(jukebox);
+        Folder& all = jukebox.AddChild(nullptr, "All Songs");
+        for (int i = 1; i <= songs; ++i)
+            jukebox.AppendSongs(all, {jukebox.MakeItem("x", i, 2)});
+        fake.disk.AddFile(path, WriteJukebox(jukebox, application.Catalogue()));
+    }
+    const clsINI& Settings() { return application.Settings(); }
+};
+
+TEST_F(JukeboxFilesTest, NamesAreLoweredAndEndInOneExtension) {
+    const auto normal = [&](const char* path) { return JukeboxFiles::NormalPath(fake.text, path); };
+    for (const char* name : {"Mix", "mix.juk", "MIX.JUK", "mix.juk.juk", "mix.juk.juk.juk"})
+        EXPECT_EQ(normal(name), "mix.juk") << name;
+    EXPECT_EQ(normal("  C:\\My Music\\MIX.txt "), "c:\\my music\\mix.txt.juk");
+    EXPECT_EQ(normal("C:\\a.juk.juk\\Mix"), "c:\\a.juk.juk\\mix.juk");
+}
+
+TEST_F(JukeboxFilesTest, TheSampleIsSavedUnderANameOfItsOwnOnly) {
+    JukeboxWindow& window = OpenSample();
+    window.LastPicFileLocation("C:\\p.jpg");
+    window.ShowPictt(true);
+    Choose("C:\\App\\Grouping\\Mix");
+    commands.Do(FrameCommand::Save);
+    EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\mix.juk"));
+    EXPECT_EQ(window.DaCaption(), "MIX");
+    EXPECT_EQ(window.FileLocation(), "c:\\app\\grouping\\");
+    EXPECT_FALSE(window.IsFormDirty());
+    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "c:\\app\\grouping\\mix.juk");
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mix.poc"), "C:\\p.jpg\r\n 0 \r\n-1 \r\n");
+    window.IsFormDirty(true);
+    commands.Do(FrameCommand::Save);  // asks for no name
+    EXPECT_FALSE(window.IsFormDirty());
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(JukeboxFilesTest, ACancelledDialogChangesNothing) {
+    JukeboxWindow& window = OpenSample();
+    fake.dialogs.files = {std::nullopt, std::nullopt};
+    commands.Do(FrameCommand::SaveAs);
+    commands.Do(FrameCommand::Open);
+    EXPECT_EQ(window.DaCaption(), kSampleCaption);
+    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
+    EXPECT_EQ(frame.children.size(), 1U);
+}
+
+TEST_F(JukeboxFilesTest, ReplacesAnotherFileOnYesOnly) {
+    OpenSample();
+    fake.disk.AddFile("C:\\App\\Grouping\\old.juk", "old");
+    for (const Answer answer : {Answer::No, Answer::Cancel}) {
+        fake.dialogs.answers.push_back(answer);
+        SaveAs("C:\\App\\Grouping\\old.juk");
+        EXPECT_EQ(LastBox(), "File already exists, do you wish to replace this file?");
+        EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\old.juk"), "old");
+    }
+    fake.dialogs.answers.push_back(Answer::Yes);
+    SaveAs("C:\\App\\Grouping\\old.juk");
+    EXPECT_TRUE(fake.disk.Content("C:\\App\\Grouping\\old.juk").starts_with("Tobbin jukebox"));
+}
+
+TEST_F(JukeboxFilesTest, ATitleIsOpenOnceWhateverItsFolder) {
+    AddJukeboxFile("C:\\One\\mix.juk", 3);
+    AddJukeboxFile("C:\\Two\\mix.juk", 3);
+    Open("C:\\One\\mix.juk");
+    EXPECT_EQ(frame.children.back().window->DaCaption(), "MIX");
+    EXPECT_FALSE(frame.children.back().window->IsFormDirty());
+    Open("C:\\Two\\mix.juk");
+    EXPECT_EQ(LastBox(), "This file is already open");
+    files.OpenRecent(1);
+    EXPECT_EQ(frame.children.size(), 1U);
+    OpenSample();
+    SaveAs("C:\\Two\\mix.juk");
+    EXPECT_EQ(LastBox(),
+              "MIX is already open.  Close the file then you can save this Juke box with that file "
+              "name.");
+    EXPECT_EQ(frame.children.back().window->DaCaption(), kSampleCaption);
+    frame.children[0].view->visible = false;
+    Open("C:\\Two\\mix.juk");
+    EXPECT_EQ(frame.children.size(), 3U);
+}
+
+TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
+    AddJukeboxFile("C:\\J\\two.juk", 2);
+    Open("  C:\\J\\two.juk ");
+    const JukeboxWindow& window = *frame.children.back().window;
+    EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
+    EXPECT_TRUE(window.IsFormDirty());
+    EXPECT_EQ(window.FileLocation(), "C:\\J\\");
+}
+
+TEST_F(JukeboxFilesTest, ARefusedFileLeavesNoWindowAndNoEntry) {
+    fake.disk.AddFile("C:\\J\\bad.juk", "Tobbin jukebox 1\r\nwhat\r\n");
+    Open("C:\\J\\bad.juk");
+    Open("C:\\J\\none.juk");
+    EXPECT_TRUE(frame.children.empty());
+    EXPECT_EQ(application.Count(), 0U);
+    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
+    EXPECT_EQ(fake.statusLine.lines.size(), 2U);
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(JukeboxFilesTest, AFailedSaveLeavesCaptionEntryAndFlag) {
+    JukeboxWindow& window = OpenSample();
+    SaveAs("C:\\Nowhere\\mix");
+    EXPECT_EQ(window.DaCaption(), kSampleCaption);
+    EXPECT_TRUE(window.IsFormDirty());
+    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
+    EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to \"c:\\nowhere\\mix.juk\""));
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(JukeboxFilesTest, TheActivePlayerPanelStepsAside) {
+    OpenSample();
+    frame.panelOpen = frame.panelActive = true;
+    SaveAs(std::string(kGrouping) + "mix");
+    EXPECT_EQ(frame.seen, std::vector<std::string>{"minimise panel"});
+    EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\mix.juk"));
+}
+
+TEST_F(JukeboxFilesTest, WhatCannotBeSavedWhileClosingIsOfferedAtTheNextStart) {
+    JukeboxWindow& window = OpenSample();
+    window.DaCaption("JukeBox2");
+    fake.dialogs.files = {"C:\\Nowhere\\mix"};
+    files.SaveBeforeClosing(window);
+    EXPECT_TRUE(frame.children[0].view->active);
+    EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\Recovered\\jukebox2.juk"));
+    frame.children[0].view->visible = false;
+
+    fake.dialogs.answers.push_back(Answer::Yes);
+    files.OfferRecovered();
+    const JukeboxWindow& again = *frame.children.back().window;
+    EXPECT_EQ(again.DaCaption(), "JUKEBOX2");
+    EXPECT_EQ(again.FileLocation(), "");
+    EXPECT_TRUE(again.IsFormDirty());
+    EXPECT_EQ(again.Model().FolderCount(), window.Model().FolderCount());
+    EXPECT_EQ(fake.disk.FilesIn("C:\\App\\Grouping\\Recovered"),
+              std::vector<std::string>{"jukebox2.bak"});
+    files.OfferRecovered();
+    EXPECT_EQ(fake.dialogs.boxes.size(), 1U);
+}
+
+TEST_F(JukeboxFilesTest, AFileNamedFromOutsideBringsItsWindowForward) {
+    AddJukeboxFile("C:\\One\\mix.juk", 3);
+    AddJukeboxFile("C:\\One\\pop.juk", 3);
+    files.OpenFromOutside({"C:\\One\\mix.juk", "C:\\One\\pop.juk", "c:\\one\\MIX.juk"});
+    ASSERT_EQ(frame.children.size(), 2U);
+    EXPECT_TRUE(frame.children[0].view->active);
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(JukeboxFilesTest, TheRecentMenuGrowsAndNeverShrinks) {
+    clsINI& settings = application.Settings();
+    RecentMenu menu;
+    menu.Update(settings);
+    EXPECT_TRUE(menu.Captions().empty());
+    settings.LocOfLastSavedJukeBox("C:\\a.juk");
+    settings.LocOfLastSavedJukeBox("C:\\b.juk");
+    settings.LocOfLastSavedJukeBox("C:\\a.juk");
+    menu.Update(settings);
+    using Captions = std::vector<std::string>;
+    EXPECT_EQ(menu.Captions(), (Captions{"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"}));
+    settings.LocSecToLastSavedJukeBox("");
+    settings.LocOfThirdToLastSaveJukeBox("C:\\new.juk");
+    menu.Update(settings);
+    EXPECT_EQ(menu.Captions(), (Captions{"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"}));
+    EXPECT_EQ(RecentMenu::Shortened(std::string(45, 'x')), std::string(45, 'x'));
+    EXPECT_EQ(RecentMenu::Shortened("&1.  C:\\Documents\\Music and more\\Jukeboxes\\rock.juk"),
+              "&1.  C:\\Documents\\Mu .... d more\\Jukeboxes\\rock.juk");
+}
+
+}  // namespace
+}  // namespace tobbin

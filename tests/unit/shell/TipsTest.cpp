@@ -1,0 +1,60 @@
+#include "shell/Tips.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+
+namespace tobbin {
+namespace {
+
+class TipsTest : public testing::Test, protected TipView {
+ protected:
+    FakeOutside fake;
+    Tips tips{fake.outside, "C:\\App\\"};
+    std::string text = "designed";
+    bool ticked = false;
+
+    void ShowTip(const std::string& tip) override { text = tip; }
+    void TickTipsAtStartUp(bool value) override { ticked = value; }
+};
+
+TEST_F(TipsTest, ShowsARandomLineTheLastOneToo) {
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "one\r\n\r\nthree\r\n");
+    tips.Load(*this);
+    EXPECT_EQ(text, "one");
+    fake.clock.random = 0.34;
+    tips.OnNextTip(*this);
+    EXPECT_EQ(text, "");
+    fake.clock.random = 0.999999;
+    tips.OnNextTip(*this);
+    EXPECT_EQ(text, "three");
+}
+
+TEST_F(TipsTest, TellsHowToMakeAMissingFileAndLeavesAnEmptyOneAlone) {
+    tips.Load(*this);
+    tips.OnNextTip(*this);
+    EXPECT_EQ(text,
+              "That the TIPOFDAY.TXT file was not found? \r\n\r\nCreate a text file named "
+              "TIPOFDAY.TXT using NotePad with 1 tip per line. Then place it in the same directory "
+              "as the application. ");
+    text = "designed";
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "");
+    tips.Load(*this);
+    EXPECT_EQ(text, "designed");
+}
+
+TEST_F(TipsTest, TheSettingTurnsTheStartUpOffAndNotTheMenu) {
+    EXPECT_TRUE(tips.MayOpen());
+    tips.Load(*this);
+    EXPECT_TRUE(ticked);
+    tips.OnTipsAtStartUpClicked(false);
+    EXPECT_EQ(fake.userSettings.values["Show Tips at Startup"], "0");
+    EXPECT_FALSE(tips.MayOpen());
+    tips.OpenNoMatterWhat(true);
+    EXPECT_TRUE(tips.MayOpen());
+    tips.Load(*this);
+    EXPECT_FALSE(ticked);
+}
+
+}  // namespace
+}  // namespace tobbin

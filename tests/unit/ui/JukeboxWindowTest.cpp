@@ -1,0 +1,122 @@
+#include "ui/JukeboxWindow.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeJukeboxView.h"
+#include "fakes/FakeOutside.h"
+#include "jukebox/InitialJukebox.h"
+#include "shell/Application.h"
+#include "ui/ListedSongs.h"
+
+namespace tobbin {
+namespace {
+
+class JukeboxWindowTest : public testing::Test {
+ protected:
+    FakeOutside fake;
+    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\"}};
+    FakeJukeboxWindowHost host;
+    Jukebox jukebox;
+    JukeboxWindow window{fake.outside, application.Catalogue(), jukebox, host};
+    FakeJukeboxView view;
+    Folder& songs = jukebox.AddChild(nullptr, "Mine");
+
+    JukeboxWindowTest() {
+        view.controller = &window;
+        window.SetView(&view);
+        AddListColumns(jukebox);
+        for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
+            const std::int32_t record = application.Catalogue().OnSongFound("C:\\M\\", name);
+            jukebox.AppendSongs(songs, {jukebox.MakeItem(name, record, 7)});
+        }
+        jukebox.DaCaption("MINE");
+        jukebox.IsFormDirty(false);
+    }
+
+    std::string Close() {
+        view.Close();
+        return fake.dialogs.boxes.empty() ? "" : fake.dialogs.boxes.back().text;
+    }
+};
+
+TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
+    EXPECT_EQ(window.RowCount(), 0U);
+    view.SelectFolder(&songs);
+    ASSERT_EQ(window.RowCount(), 3U);
+    EXPECT_EQ(window.RowText(1, 0), "b.mp3");
+    EXPECT_EQ(window.RowText(1, 1), "2");
+    EXPECT_EQ(window.RowImage(1), 7);
+    application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
+    EXPECT_EQ(window.RowImage(1), 0);
+}
+
+TEST_F(JukeboxWindowTest, MarksASongThatTheCatalogueLacksAsMissing) {
+    jukebox.SetSongs(songs, {jukebox.MakeItem("gone.mp3", 9, 5),
+                             jukebox.MakeMissingItem("lost.mp3", MissingSong{}, 5)});
+    view.SelectFolder(&songs);
+    EXPECT_EQ(window.RowImage(0), 0);
+    EXPECT_EQ(window.RowImage(1), 0);
+    EXPECT_EQ(window.RowText(1, 1), "");
+}
+
+TEST_F(JukeboxWindowTest, PlaysTheFolderFromBothMenusAndTheSelectionFromOne) {
+    view.SelectFolder(&songs);
+    window.ActOnPopUpClick(1, 1, &songs);
+    window.ActOnPopUpClick(1, 2, &songs);
+    window.ActOnPopUpClick(2, 2, &songs);  // nothing is selected
+    view.rows = {0, 2};
+    window.ActOnPopUpClick(2, 2, &songs);
+    EXPECT_EQ(host.asked, (std::vector<std::string>{"play all", "play all", "play selected"}));
+    const std::vector<ListedSong> listed = ListedSongs(window);
+    ASSERT_EQ(listed.size(), 3U);
+    EXPECT_EQ(listed[2].recordNumber, 3);
+    EXPECT_TRUE(listed[0].selected && !listed[1].selected && listed[2].selected);
+}
+
+TEST_F(JukeboxWindowTest, DoesNothingForPlacesOutsideTheMenusOrWithoutAFolder) {
+    view.SelectFolder(&songs);
+    view.rows = {0};
+    for (const int command : {-1, 0, 3, 12, 17})
+        window.ActOnPopUpClick(command, 1, &songs);
+    window.ActOnPopUpClick(17, 2, &songs);
+    window.ActOnPopUpClick(1, 1, nullptr);
+    EXPECT_TRUE(host.asked.empty());
+}
+
+TEST_F(JukeboxWindowTest, LetsFoldersOfThePersonBeRenamedOnly) {
+    Folder& year = jukebox.AddChild(nullptr, "Year");
+    Folder& mine = jukebox.AddChild(&year, "Year");
+    EXPECT_FALSE(window.OnFolderTextEdited(year, "Years"));
+    EXPECT_FALSE(window.OnFolderTextEdited(mine, ""));
+    jukebox.IsFormDirty(false);
+    EXPECT_FALSE(window.OnFolderTextEdited(mine, "Year"));
+    EXPECT_FALSE(window.IsFormDirty());
+    EXPECT_TRUE(window.OnFolderTextEdited(mine, "Best year"));
+    EXPECT_EQ(mine.Text(), "Best year");
+    EXPECT_TRUE(window.IsFormDirty());
+}
+
+TEST_F(JukeboxWindowTest, ForgetsASelectedFolderThatIsRemoved) {
+    Folder& child = jukebox.AddChild(&songs, "Child");
+    view.SelectFolder(&child);
+    jukebox.Remove(songs);
+    EXPECT_EQ(window.SelectedFolder(), nullptr);
+    EXPECT_EQ(window.RowCount(), 0U);
+}
+
+TEST_F(JukeboxWindowTest, AsksBeforeClosingOnlyWhenChanged) {
+    EXPECT_EQ(Close(), "");
+    window.IsFormDirty(true);
+    EXPECT_EQ(Close(), "Do you want to save changes to MINE");
+    EXPECT_TRUE(host.asked.empty());
+    fake.dialogs.answers.push_back(Answer::Yes);
+    window.DaCaption("Jukebox One  (sample Jukebox you can use as a starting point)");
+    EXPECT_EQ(Close(),
+              "You should save this initial Jukebox to speed up the program.  Do you want to save "
+              "this Jukebox?");
+    EXPECT_EQ(host.asked, std::vector<std::string>{"save"});
+    EXPECT_EQ(fake.dialogs.boxes.back().buttons, Buttons::YesNo);
+}
+
+}  // namespace
+}  // namespace tobbin

@@ -1,0 +1,230 @@
+#include <gtest/gtest.h>
+
+#include "fakes/FakeJukeboxView.h"
+#include "fakes/FakeOutside.h"
+#include "jukebox/InitialJukebox.h"
+#include "platform/Twips_win32.h"
+#include "platform/Wide_win32.h"
+#include "shell/Application.h"
+#include "ui/JukeboxView_win32.h"
+
+namespace tobbin {
+namespace {
+
+// A jukebox window in an MDI client window of a hidden frame.
+class JukeboxPanesTest : public testing::Test {
+ protected:
+    FakeOutside fake;
+    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\"}};
+    FakeJukeboxWindowHost host;
+    Jukebox jukebox;
+    JukeboxWindow controller{fake.outside, application.Catalogue(), jukebox, host};
+    JukeboxMdiChild window{controller};
+    HWND frame = nullptr;
+
+    JukeboxPanesTest() {
+        frame = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 900, 700, nullptr,
+                                nullptr, GetModuleHandleW(nullptr), nullptr);
+        CLIENTCREATESTRUCT creation = {};
+        const HWND client =
+            CreateWindowExW(0, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 880, 660, frame,
+                            nullptr, GetModuleHandleW(nullptr), &creation);
+        AddListColumns(jukebox);
+        for (const char* text : {"All Songs", "Artist", "Mine"})
+            jukebox.AddChild(nullptr, text);
+        jukebox.AddChild(&jukebox.Root(1), "Zappa");
+        jukebox.AddChild(&jukebox.Root(1), "ABBA");
+        EXPECT_TRUE(window.Open(client, false, [] {}));
+    }
+    ~JukeboxPanesTest() override {
+        window.Destroy();
+        DestroyWindow(frame);
+    }
+
+    HWND Tree() { return window.Explorer().Tree().Handle(); }
+    HWND List() { return window.Explorer().List().Handle(); }
+
+    void AddSongs(Folder& folder, int count) {
+        std::vector<SongItem> songs;
+        songs.reserve(static_cast<std::size_t>(count));
+        for (int i = 1; i <= count; ++i) {
+            const std::string name = "song " + std::to_string(i) + ".mp3";
+            application.Catalogue().OnSongFound("C:\\M\\", name);
+            songs.push_back(jukebox.MakeItem(name, i, 2 + i % 6));
+        }
+        jukebox.SetSongs(folder, std::move(songs));
+    }
+
+    // The tree as it is in the control: one line for each folder, indented by its level.
+    std::string TreeText() {
+        std::string text;
+        AddTreeText(TreeView_GetRoot(Tree()), 0, text);
+        return text;
+    }
+    void AddTreeText(HTREEITEM item, std::size_t level, std::string& text) {
+        for (; item != nullptr; item = TreeView_GetNextSibling(Tree(), item)) {
+            text += std::string(level, ' ') + ItemText(item) + "\n";
+            AddTreeText(TreeView_GetChild(Tree(), item), level + 1, text);
+        }
+    }
+    std::string ItemText(HTREEITEM handle) {
+        wchar_t text[100] = L"";
+        TVITEMW item = {};
+        item.mask = TVIF_TEXT;
+        item.hItem = handle;
+        item.pszText = text;
+        item.cchTextMax = 100;
+        SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        return Utf8(text);
+    }
+    std::string CellText(int row, int column) {
+        wchar_t text[100] = L"";
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = 100;
+        SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&item));
+        return Utf8(text);
+    }
+    int RowImage(int row) {
+        LVITEMW item = {};
+        item.mask = LVIF_IMAGE;
+        item.iItem = row;
+        SendMessageW(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        return item.iImage;
+    }
+    LVCOLUMNW Column(int index, std::wstring& heading) {
+        wchar_t text[100] = L"";
+        LVCOLUMNW column = {};
+        column.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH;
+        column.pszText = text;
+        column.cchTextMax = 100;
+        SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&column));
+        heading = text;
+        return column;
+    }
+    static RECT Place(HWND child, HWND parent) {
+        RECT place = {};
+        GetWindowRect(child, &place);
+        MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+};
+
+TEST_F(JukeboxPanesTest, TheTreeFollowsTheJukebox) {
+    EXPECT_EQ(TreeText(), "All Songs\nArtist\n Zappa\n ABBA\nMine\n");
+    Folder& artist = jukebox.Root(1);
+    jukebox.ReorderChildren(&artist, {1, 0});
+    jukebox.AddChild(&artist.Child(1), "Live & more");
+    jukebox.SetText(jukebox.Root(2), "Yours");
+    EXPECT_EQ(TreeText(), "All Songs\nArtist\n ABBA\n Zappa\n  Live & more\nYours\n");
+    jukebox.Remove(artist);
+    jukebox.AddChild(nullptr, "Last");
+    EXPECT_EQ(TreeText(), "All Songs\nYours\nLast\n");
+}
+
+TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
+    AddSongs(jukebox.Root(0), 3);
+    window.SelectFolder(&jukebox.Root(0));
+    EXPECT_EQ(controller.SelectedFolder(), &jukebox.Root(0));
+    ASSERT_EQ(ListView_GetItemCount(List()), 3);
+    EXPECT_EQ(CellText(1, 0), "song 2.mp3");
+    EXPECT_EQ(CellText(1, 1), "2");
+    EXPECT_EQ(RowImage(1), 4);
+    window.SelectRows({0, 2});
+    EXPECT_EQ(window.SelectedRows(), (std::vector<std::size_t>{0, 2}));
+    AddSongs(jukebox.Root(0), 1);  // while they are shown
+    EXPECT_EQ(ListView_GetItemCount(List()), 1);
+    window.SelectFolder(&jukebox.Root(2));
+    EXPECT_EQ(ListView_GetItemCount(List()), 0);
+    EXPECT_EQ(window.SelectedCount(), 0U);
+}
+
+TEST_F(JukeboxPanesTest, RemovingTheSelectedFolderSelectsAnother) {
+    AddSongs(jukebox.Root(2), 3);
+    window.SelectFolder(&jukebox.Root(2));
+    jukebox.Remove(jukebox.Root(2));
+    EXPECT_EQ(controller.SelectedFolder(), window.Explorer().Tree().SelectedFolder());
+    EXPECT_EQ(static_cast<std::size_t>(ListView_GetItemCount(List())), controller.RowCount());
+}
+
+TEST_F(JukeboxPanesTest, HasItsTwoColumns) {
+    std::wstring heading;
+    EXPECT_EQ(Column(0, heading).fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
+    EXPECT_EQ(heading, L"Name    --        (click to sort)");
+    EXPECT_EQ(Column(1, heading).fmt & LVCFMT_JUSTIFYMASK, LVCFMT_RIGHT);
+    EXPECT_EQ(heading, L"Key");
+    jukebox.SetColumn(0, "By Rank -- best to worst");
+    Column(0, heading);
+    EXPECT_EQ(heading, L"By Rank -- best to worst");
+}
+
+TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
+    constexpr int kMany = 500'000;
+    AddSongs(jukebox.Root(0), kMany);
+    window.SelectFolder(&jukebox.Root(0));
+    EXPECT_EQ(ListView_GetItemCount(List()), kMany);
+    EXPECT_EQ(CellText(kMany - 1, 0), "song 500000.mp3");
+    LVFINDINFOW find = {};
+    find.flags = LVFI_STRING | LVFI_PARTIAL;
+    find.psz = L"SONG 4999";
+    EXPECT_EQ(SendMessageW(List(), LVM_FINDITEMW, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>(&find)),
+              4998);
+}
+
+TEST_F(JukeboxPanesTest, TheControlFollowsTheWindowByTheRuleInTwips) {
+    const auto resize = [&](int width, int height) {
+        SetWindowPos(window.Handle(), nullptr, 0, 0, TwipsToPixels(width, window.Handle()),
+                     TwipsToPixels(height, window.Handle()), SWP_NOMOVE | SWP_NOZORDER);
+        const RECT place = Place(window.Explorer().Handle(), window.Handle());
+        return std::pair(PixelsToTwips(place.right - place.left, window.Handle()),
+                         PixelsToTwips(place.bottom - place.top, window.Handle()));
+    };
+    // Both within the half pixel that a size in pixels can be off.
+    const int pixel = kTwipsPerInch / static_cast<int>(GetDpiForWindow(window.Handle()));
+    const auto [width, height] = resize(7500, 6000);
+    EXPECT_NEAR(width, 7539, pixel);
+    EXPECT_NEAR(height, 5622, pixel);
+    EXPECT_EQ(resize(7500, 600).second, height);
+    EXPECT_STREQ(L"PVExplorer1", Wide(WindowText(window.Explorer().Handle())).c_str());
+}
+
+TEST_F(JukeboxPanesTest, ThePanesFillWhatIsSeenAndTheSplitterMoves) {
+    SetWindowPos(window.Handle(), nullptr, 0, 0, 600, 400, SWP_NOMOVE | SWP_NOZORDER);
+    RECT seen = {};
+    GetClientRect(window.Handle(), &seen);
+    EXPECT_EQ(Place(List(), window.Handle()).right, seen.right);
+    EXPECT_LE(Place(List(), window.Handle()).bottom, seen.bottom);
+    const HWND explorer = window.Explorer().Handle();
+    const int before = Place(Tree(), explorer).right;
+    SendMessageW(explorer, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(before + 1, 50));
+    SendMessageW(explorer, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(before + 41, 50));
+    SendMessageW(explorer, WM_LBUTTONUP, 0, MAKELPARAM(before + 41, 50));
+    EXPECT_NEAR(Place(Tree(), explorer).right, before + 40, 1);
+    EXPECT_EQ(Place(List(), explorer).right, seen.right);
+    SendMessageW(explorer, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(before + 41, 50));
+    EXPECT_EQ(Place(Tree(), explorer).right, before);
+}
+
+TEST_F(JukeboxPanesTest, SpecialFoldersRefuseTheLabelEdit) {
+    const auto edit = [&](int root) {
+        HTREEITEM item = TreeView_GetRoot(Tree());
+        for (int i = 0; i < root; ++i)
+            item = TreeView_GetNextSibling(Tree(), item);
+        SetFocus(Tree());
+        return SendMessageW(Tree(), TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item)) != 0;
+    };
+    EXPECT_FALSE(edit(0));
+    EXPECT_FALSE(edit(1));
+    EXPECT_TRUE(edit(2));
+    SetWindowTextW(TreeView_GetEditControl(Tree()), L"Renamed");
+    TreeView_EndEditLabelNow(Tree(), FALSE);
+    EXPECT_EQ(jukebox.Root(2).Text(), "Renamed");
+    EXPECT_EQ(TreeText(), "All Songs\nArtist\n Zappa\n ABBA\nRenamed\n");
+}
+
+}  // namespace
+}  // namespace tobbin
