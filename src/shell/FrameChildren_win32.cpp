@@ -5,14 +5,16 @@
 namespace tobbin {
 
 FrameChildren::FrameChildren(Application& application, JukeboxWindowHost& host)
-    : m_application(application), m_host(host) {}
+    : m_application(application), m_host(host), m_states(application.TheOutside().userSettings) {}
 
 JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
-    // The first window fills the frame, and so does one that opens over such a window.
+    // The first window fills the frame unless it was left otherwise; one that opens over such a
+    // window does as well.
+    const std::optional<WindowState> remembered = m_states.MaybeOf(jukebox.DaCaption());
     BOOL maximised = FALSE;
     SendMessageW(mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximised));
-    maximised = maximised || m_opened == 0;
-    ++m_opened;
+    if (m_opened++ == 0)
+        maximised = !remembered || remembered->maximised;
     Child& child = *m_children.emplace_back(std::make_unique<Child>());
     child.jukebox = &jukebox;
     child.controller = std::make_unique<JukeboxWindow>(m_application.TheOutside(),
@@ -20,11 +22,13 @@ JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
     child.window = std::make_unique<JukeboxMdiChild>(*child.controller);
     child.loadedNumber =
         m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });
-    child.window->Open(mdiClient, maximised != FALSE, [this, &child] { OnClosed(child); });
+    child.window->Open(mdiClient, maximised != FALSE, remembered ? &*remembered : nullptr,
+                       [this, &child] { OnClosed(child); });
     return *child.window;
 }
 
 void FrameChildren::OnClosed(Child& child) {
+    m_states.Keep(child.jukebox->DaCaption(), child.window->State());
     child.closed = true;
     m_application.Windows().Remove(child.loadedNumber);
 }

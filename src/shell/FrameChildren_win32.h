@@ -9,6 +9,7 @@
 #include "shell/Application.h"
 #include "ui/JukeboxView_win32.h"
 #include "ui/JukeboxWindow.h"
+#include "ui/WindowState.h"
 
 namespace tobbin {
 
@@ -40,6 +41,7 @@ class FrameChildren {
 
     Application& m_application;
     JukeboxWindowHost& m_host;
+    WindowStates m_states;
     std::vector<std::unique_ptr<Child>> m_children;
     int m_opened = 0;
 };

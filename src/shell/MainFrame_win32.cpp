@@ -14,6 +14,7 @@
 #include "shell/TipDialog_win32.h"
 #include "shell/Tips.h"
 #include "ui/ListedSongs.h"
+#include "ui/WindowState_win32.h"
 
 namespace tobbin {
 namespace {
@@ -28,6 +29,8 @@ static_assert(static_cast<int>(FrameCommand::ArrangeIcons) == IDM_ARRANGE_ICONS)
 static_assert(static_cast<int>(FrameCommand::About) == IDM_ABOUT);
 
 constexpr char kCaption[] = "Tobbin MP3 Organizer";
+constexpr char kFrame[] = "frmMDIForm1";
+constexpr int kLargestPlace = 30000;  // beyond every screen
 
 // The first size, in pixels at 96 to the inch.
 constexpr int kFirstWidth = 1000;
@@ -86,20 +89,38 @@ bool MainFrame::Open() {
     if (!Create(look, kCaption, placement))
         return false;
     SetMenu(Handle(), m_menu.Get());
-    RECT area = {};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    const int width = std::min<int>(ScalePixels(kFirstWidth, Handle()), area.right - area.left);
-    const int height = std::min<int>(ScalePixels(kFirstHeight, Handle()), area.bottom - area.top);
-    SetWindowPos(Handle(), nullptr, (area.left + area.right - width) / 2,
-                 (area.top + area.bottom - height) / 2, width, height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    Place();
+    DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
     m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
     return true;
 }
 
+// Where it was left, or else in the middle of the main screen.
+void MainFrame::Place() {
+    const std::vector<Area> screens = ScreenAreas();
+    const int dpi = static_cast<int>(GetDpiForWindow(Handle()));
+    WindowState state;
+    state.place = {-kLargestPlace, 0, kFirstWidth, kFirstHeight};
+    if (const auto remembered = WindowStates(m_outside.Interfaces().userSettings).MaybeOf(kFrame))
+        state = *remembered;
+    const Area place = UsablePlace(state, screens, dpi);
+    m_maximised = state.maximised;
+    WINDOWPLACEMENT placement = {};  // counted as in StateOf, beside a bar at the screen's edge too
+    placement.length = sizeof(placement);
+    placement.showCmd = SW_HIDE;
+    SetRect(&placement.rcNormalPosition, place.left, place.top, place.left + place.width,
+            place.top + place.height);
+    SetWindowPlacement(Handle(), &placement);
+}
+
+void MainFrame::SaveDatForm() {
+    if (IsWindowVisible(Handle()))
+        WindowStates(m_outside.Interfaces().userSettings).Keep(kFrame, StateOf(Handle()));
+}
+
 void MainFrame::Appear() {
-    ShowWindow(Handle(), SW_SHOWDEFAULT);
+    ShowWindow(Handle(), m_maximised ? SW_SHOWMAXIMIZED : SW_SHOWDEFAULT);
     UpdateWindow(Handle());
     SetForegroundWindow(Handle());
     UpdateBars();
@@ -132,6 +153,9 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_COPYDATA:
             return OnCopyData(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+        case WM_DROPFILES:
+            OnDropFiles(reinterpret_cast<HDROP>(wParam));
+            return 0;
         case WM_QUERYENDSESSION:
             return OnQueryEndSession();
         case WM_CLOSE:
@@ -228,6 +252,18 @@ void MainFrame::OpenFiles(const std::vector<std::string>& paths) {
     m_barsOutdated = true;
 }
 
+void MainFrame::OnDropFiles(HDROP drop) {
+    std::vector<std::string> paths;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+        paths.push_back(Utf8(path));
+    }
+    DragFinish(drop);
+    OpenFiles(paths);
+}
+
 bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
@@ -273,6 +309,7 @@ void MainFrame::UpdateBars() {
 
 // The end of the Windows session asks what the closing of the frame asks.
 bool MainFrame::OnQueryEndSession() {
+    SaveDatForm();
     m_children.ForEach([](JukeboxMdiChild& child) { child.Close(); });
     return true;
 }
@@ -281,6 +318,7 @@ void MainFrame::OnClose() {
     if (m_closing)
         return;
     m_closing = true;
+    SaveDatForm();
     m_application.Windows().UnloadAll();
 }
 

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -31,6 +33,8 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
 
     // Creates the frame, not yet to be seen.
     bool Open();
+    // Keeps the frame's place and size for the next run.
+    void SaveDatForm();
     // Shows it.
     void Appear();
 
@@ -55,10 +59,12 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void OnCommand(int command);
     void OnInitMenu(HMENU menu, bool isSystemMenu);
     void OnDpiChanged(const RECT& place);
+    void OnDropFiles(HDROP drop);
     bool OnCopyData(const COPYDATASTRUCT& data);
     bool OnQueryEndSession();
     void OnClose();
     void OnDestroy();
+    void Place();
     void UpdateBars();
     void UpdateTheMenuControlArray();
 
@@ -100,6 +106,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     HWND m_client = nullptr;
     std::vector<std::string> m_filesToOpen;
     int m_loadedNumber = 0;
+    bool m_maximised = false;  // as it was left
     bool m_barsOutdated = true;
     bool m_closing = false;
 };

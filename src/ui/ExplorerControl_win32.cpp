@@ -118,6 +118,7 @@ void ExplorerControl::Layout() {
     if (places != nullptr)
         EndDeferWindowPos(places);
     InvalidateRect(Handle(), nullptr, FALSE);
+    onLayout();
 }
 
 int ExplorerControl::PixelsOfSplitter() const {
@@ -162,7 +163,8 @@ LRESULT ExplorerControl::OnNotify(NMHDR& header) {
         return TRUE;
     if (header.hwndFrom == m_tree.Handle())
         return m_tree.OnNotify(header);
-    if (header.hwndFrom == m_list.Handle())
+    if (header.hwndFrom == m_list.Handle() ||
+        header.hwndFrom == ListView_GetHeader(m_list.Handle()))
         return m_list.OnNotify(header);
     return 0;
 }

@@ -42,6 +42,9 @@ class ExplorerControl : public WindowBase {
     // Gives the focus to the other pane.
     void SwitchPane();
 
+    // Called when the panes have got their places.
+    std::function<void()> onLayout = [] {};
+
     // Called for a menu in a pane: at a place of the screen, by mouse or by key.
     std::function<void(HWND pane, POINT screen, bool byMouse)> onMenu = [](HWND, POINT, bool) {};
 

@@ -7,6 +7,7 @@
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PopUpMenus_win32.h"
+#include "ui/WindowState_win32.h"
 
 namespace tobbin {
 JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller)
@@ -21,7 +22,8 @@ JukeboxMdiChild::~JukeboxMdiChild() {
     m_controller.SetView(nullptr);
 }
 
-bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, std::function<void()> closed) {
+bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, const WindowState* remembered,
+                           std::function<void()> closed) {
     m_closed = std::move(closed);
     ClassLook look;
     look.name = kClassName;
@@ -34,7 +36,21 @@ bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, std::function<void()>
                       WS_CLIPSIBLINGS | (maximised ? WS_MAXIMIZE : 0);
     placement.exStyle = WS_EX_MDICHILD;
     placement.parent = mdiClient;
-    return Create(look, m_controller.DaCaption(), placement);
+    if (remembered != nullptr) {
+        RECT room = {};
+        GetClientRect(mdiClient, &room);
+        const Area place = UsablePlace(*remembered, {{0, 0, room.right, room.bottom}},
+                                       static_cast<int>(GetDpiForWindow(mdiClient)));
+        placement.x = place.left;
+        placement.y = place.top;
+        placement.width = place.width;
+        placement.height = place.height;
+    }
+    if (!Create(look, m_controller.DaCaption(), placement))
+        return false;
+    if (remembered != nullptr)
+        RestorePanes(*remembered);
+    return true;
 }
 
 LRESULT JukeboxMdiChild::Default(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -70,6 +86,10 @@ bool JukeboxMdiChild::OnCreate() {
     m_explorer.onMenu = [this](HWND pane, POINT screen, bool byMouse) {
         OnMenu(pane, screen, byMouse);
     };
+    m_explorer.onLayout = [this] {
+        if (!m_columnsAreThePersons && !IsIconic(Handle()))
+            m_explorer.List().FitColumns();
+    };
     OnColumnsChanged();
     return true;
 }
@@ -85,8 +105,6 @@ void JukeboxMdiChild::OnSize() {
     SetWindowPos(m_explorer.Handle(), nullptr, 0, 0, TwipsToPixels(m_explorerSize.width, Handle()),
                  TwipsToPixels(m_explorerSize.height, Handle()), SWP_NOZORDER | SWP_NOACTIVATE);
     m_explorer.Layout();
-    if (!m_columnsFitted && !IsIconic(Handle()))
-        m_explorer.List().FitColumns();
 }
 
 void JukeboxMdiChild::OnDpiChanged() {
@@ -104,10 +122,26 @@ void JukeboxMdiChild::OnDestroy() {
     m_closed();
 }
 
-void JukeboxMdiChild::RestorePanes(int splitterPlace, const std::vector<int>& columnWidths) {
-    m_explorer.SplitterPlace(splitterPlace);
-    m_explorer.List().SetColumnWidths(columnWidths);
-    m_columnsFitted = !columnWidths.empty();
+void JukeboxMdiChild::RestorePanes(const WindowState& remembered) {
+    if (remembered.splitter > 0)
+        m_explorer.SplitterPlace(remembered.splitter);
+    m_columnsAreThePersons = !remembered.columns.empty();
+    if (m_columnsAreThePersons)
+        m_explorer.List().SetColumnWidths(remembered.columns);
+    else
+        m_explorer.List().FitColumns();
+}
+
+WindowState JukeboxMdiChild::State() const {
+    WindowState state = StateOf(Handle());
+    state.splitter = m_explorer.SplitterPlace();
+    if (m_columnsAreThePersons)
+        state.columns = m_explorer.List().ColumnWidths();
+    return state;
+}
+
+void JukeboxMdiChild::OnColumnResized() {
+    m_columnsAreThePersons = true;
 }
 
 // A right click beside every row, or on none, opens the menu for what is selected.

@@ -12,6 +12,7 @@
 #include "ui/ExplorerControl_win32.h"
 #include "ui/JukeboxView.h"
 #include "ui/JukeboxWindow.h"
+#include "ui/WindowState.h"
 
 namespace tobbin {
 
@@ -29,14 +30,15 @@ class JukeboxMdiChild : public WindowBase,
 
     // `closed` is called when the window is gone; the owner then releases this object and its
     // controller from its message loop.
-    bool Open(HWND mdiClient, bool maximised, std::function<void()> closed);
+    // With a remembered state it opens as it was left; `closed` may still ask for the state.
+    bool Open(HWND mdiClient, bool maximised, const WindowState* remembered,
+              std::function<void()> closed);
 
     JukeboxWindow& Controller() const { return m_controller; }
     ExplorerControl& Explorer() { return m_explorer; }
     void OnDpiChanged();
 
-    // Puts the widths of the panes and columns back as they were left.
-    void RestorePanes(int splitterPlace, const std::vector<int>& columnWidths);
+    WindowState State() const;
 
     void SelectFolder(Folder* folder) override;
     void ExpandFolder(Folder& folder, bool open) override;
@@ -55,6 +57,7 @@ class JukeboxMdiChild : public WindowBase,
 
  private:
     bool OnCreate();
+    void RestorePanes(const WindowState& remembered);
     void OnSize();
     void OnFocus();
     void OnDestroy();
@@ -77,12 +80,13 @@ class JukeboxMdiChild : public WindowBase,
     void OnRowsSelected() override;
     void OnListFocused() override;
     void OnRowOpened() override;
+    void OnColumnResized() override;
 
     JukeboxWindow& m_controller;
     ExplorerControl m_explorer;
     std::function<void()> m_closed = [] {};
-    ControlSize m_explorerSize;  // in twips
-    bool m_columnsFitted = false;
+    ControlSize m_explorerSize;           // in twips
+    bool m_columnsAreThePersons = false;  // and no longer follow the window's width
 };
 
 }  // namespace tobbin

@@ -173,6 +173,10 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
         case LVN_ITEMACTIVATE:
             m_delegate.OnRowOpened();
             return 0;
+        case HDN_ENDTRACKW:
+        case HDN_DIVIDERDBLCLICKW:
+            m_delegate.OnColumnResized();
+            return 0;
         case LVN_KEYDOWN:
             return m_delegate.OnListKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
         case NM_SETFOCUS:

@@ -26,7 +26,8 @@ class ListPaneDelegate {
     virtual void OnRowsSelected() {}
     virtual void OnListFocused() {}
     virtual void OnColumnClicked(int /*column*/) {}
-    virtual void OnRowOpened() {}  // a double click, or the Enter key
+    virtual void OnColumnResized() {}  // by the person
+    virtual void OnRowOpened() {}      // a double click, or the Enter key
     // Returns whether the key was dealt with.
     virtual bool OnListKey(UINT /*key*/) { return false; }
 };

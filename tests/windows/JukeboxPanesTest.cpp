@@ -34,7 +34,7 @@ class JukeboxPanesTest : public testing::Test {
             jukebox.AddChild(nullptr, text);
         jukebox.AddChild(&jukebox.Root(1), "Zappa");
         jukebox.AddChild(&jukebox.Root(1), "ABBA");
-        EXPECT_TRUE(window.Open(client, false, [] {}));
+        EXPECT_TRUE(window.Open(client, false, nullptr, [] {}));
     }
     ~JukeboxPanesTest() override {
         window.Destroy();

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "ui/WindowState.h"
+
+namespace tobbin {
+
+// A window's place as it is now, or would be were it neither minimised nor maximised.
+WindowState StateOf(HWND window);
+
+// The parts of the screens that windows may fill; the main screen first.
+std::vector<Area> ScreenAreas();
+
+}  // namespace tobbin
