@@ -148,7 +148,10 @@ std::wstring WithoutAccessKey(std::wstring caption) {
 void Press(HWND dialog, const std::wstring& caption) {
     for (const HWND button : WindowsIn(dialog))
         if (ClassOf(button) == L"Button" && WithoutAccessKey(TextOf(button)) == caption) {
-            PostMessageW(button, BM_CLICK, 0, 0);
+            // As the button itself tells its dialog. BM_CLICK fails while the dialog is not active.
+            PostMessageW(GetParent(button), WM_COMMAND,
+                         MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
+                         reinterpret_cast<LPARAM>(button));
             return;
         }
     throw std::runtime_error("no button " + Utf8(caption));
