@@ -1,5 +1,7 @@
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,6 @@ std::string Utf8(std::wstring_view text);
 std::wstring LongPath(std::string_view path);
 
 // The text of a window.
-std::string WindowText(struct HWND__* window);
+std::string WindowText(HWND window);
 
 }  // namespace tobbin

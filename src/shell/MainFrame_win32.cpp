@@ -19,15 +19,6 @@
 namespace tobbin {
 namespace {
 
-static_assert(static_cast<int>(FrameCommand::New) == IDM_NEW);
-static_assert(static_cast<int>(FrameCommand::Exit) == IDM_EXIT);
-static_assert(static_cast<int>(FrameCommand::AddFolderToSelectedFolder) ==
-              IDM_ADD_FOLDER_TO_SELECTED);
-static_assert(static_cast<int>(FrameCommand::ClosePlayer) == IDM_CLOSE_PLAYER);
-static_assert(static_cast<int>(FrameCommand::PreviousPicture) == IDM_PREVIOUS_PICTURE);
-static_assert(static_cast<int>(FrameCommand::ArrangeIcons) == IDM_ARRANGE_ICONS);
-static_assert(static_cast<int>(FrameCommand::About) == IDM_ABOUT);
-
 constexpr char kCaption[] = "Tobbin MP3 Organizer";
 constexpr char kFrame[] = "frmMDIForm1";
 constexpr int kLargestPlace = 30000;  // beyond every screen
@@ -36,23 +27,11 @@ constexpr int kLargestPlace = 30000;  // beyond every screen
 constexpr int kFirstWidth = 1000;
 constexpr int kFirstHeight = 700;
 
-bool IsFrameCommand(int command) {
-    return command >= IDM_NEW && command <= IDM_ABOUT;
-}
-
 // Where a text is being edited, the keys for it are the edit control's.
 bool IsEditing() {
     wchar_t name[16] = L"";
     GetClassNameW(GetFocus(), name, static_cast<int>(std::size(name)));
     return lstrcmpiW(name, WC_EDITW) == 0;
-}
-
-// A menu takes "&" for the mark of an access key; those of a path are doubled.
-std::wstring MenuText(const std::string& caption) {
-    std::wstring text = Wide(caption);
-    for (std::size_t at = 1; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
-        text.insert(at, 1, L'&');
-    return text;
 }
 
 HICON ProgramIcon(int size) {
@@ -76,9 +55,6 @@ MainFrame::~MainFrame() {
 }
 
 bool MainFrame::Open() {
-    m_menu = UniqueMenu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_FRAME_MENU)));
-    m_keys = UniqueAccelerators(
-        LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS)));
     ClassLook look;
     look.name = kClassName;
     look.icon = ProgramIcon(GetSystemMetrics(SM_CXICON));
@@ -88,7 +64,7 @@ bool MainFrame::Open() {
     placement.x = placement.y = placement.width = placement.height = 0;
     if (!Create(look, kCaption, placement))
         return false;
-    SetMenu(Handle(), m_menu.Get());
+    SetMenu(Handle(), m_menu.Handle());
     Place();
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
@@ -174,7 +150,7 @@ bool MainFrame::OnCreate() {
     if (!m_toolbar.Create(Handle()) || !m_statusBar.Create(Handle()))
         return false;
     CLIENTCREATESTRUCT creation = {};
-    creation.hWindowMenu = GetSubMenu(m_menu.Get(), MENU_WINDOW);
+    creation.hWindowMenu = m_menu.WindowList();
     creation.idFirstChild = IDM_FIRST_CHILD;
     m_client = CreateWindowExW(
         WS_EX_CLIENTEDGE, L"MDICLIENT", nullptr,
@@ -213,21 +189,15 @@ void MainFrame::OnCommand(int command) {
         m_commands.ClickButton(command - IDM_TOOLBAR);
     else if (command > IDM_RECENT && command <= IDM_RECENT + static_cast<int>(RecentMenu::kMost))
         m_commands.Files().OpenRecent(command - IDM_RECENT);
-    else if (IsFrameCommand(command))
+    else if (FrameMenu::IsFrameCommand(command))
         m_commands.Do(static_cast<FrameCommand>(command));
     m_barsOutdated = true;
 }
 
 void MainFrame::OnInitMenu(HMENU menu, bool isSystemMenu) {
-    if (isSystemMenu)
-        return;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        const UINT command = GetMenuItemID(menu, i);
-        if (command != static_cast<UINT>(-1) && IsFrameCommand(static_cast<int>(command)))
-            EnableMenuItem(
-                menu, command,
-                m_commands.IsEnabled(static_cast<FrameCommand>(command)) ? MF_ENABLED : MF_GRAYED);
-    }
+    if (!isSystemMenu)
+        m_menu.EnableItems(menu,
+                           [this](FrameCommand command) { return m_commands.IsEnabled(command); });
 }
 
 // A second start of the program. While this one is still starting, its splash window is what there
@@ -270,7 +240,7 @@ bool MainFrame::TranslateKeys(MSG& message) {
     if (m_player.TranslateKeys(message) || TranslateMDISysAccel(m_client, &message))
         return true;
     const bool own = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
-    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_keys.Get(), &message) != 0;
+    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_menu.Keys(), &message) != 0;
 }
 
 void MainFrame::BetweenMessages() {
@@ -280,21 +250,9 @@ void MainFrame::BetweenMessages() {
         UpdateBars();
 }
 
-// The elements stand at the end of the File menu.
 void MainFrame::UpdateTheMenuControlArray() {
-    const std::size_t before = m_recent.Captions().size();
     m_recent.Update(m_application.Settings());
-    const HMENU file = GetSubMenu(m_menu.Get(), MENU_FILE);
-    for (std::size_t i = 0; i < m_recent.Captions().size(); ++i) {
-        const auto number = static_cast<UINT>(IDM_RECENT + i + 1);
-        const std::wstring caption = MenuText(m_recent.Captions()[i]);
-        if (i == 0 && before == 0)
-            AppendMenuW(file, MF_SEPARATOR, IDM_RECENT, nullptr);
-        if (i < before)
-            ModifyMenuW(file, number, MF_BYCOMMAND | MF_STRING, number, caption.c_str());
-        else
-            AppendMenuW(file, MF_STRING, number, caption.c_str());
-    }
+    m_menu.ShowRecent(m_recent.Captions());
 }
 
 void MainFrame::UpdateBars() {

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "platform/WindowsOutside_win32.h"
 #include "shell/Application.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameChildren_win32.h"
 #include "shell/FrameCommands.h"
+#include "shell/FrameMenu_win32.h"
 #include "shell/FramePlayer_win32.h"
 #include "shell/FrameView.h"
 #include "shell/RecentMenu.h"
@@ -98,11 +98,10 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     FramePlayer m_player;
     FrameCommands m_commands;
     FrameChildren m_children;
+    FrameMenu m_menu;
     RecentMenu m_recent;
     FrameToolbar m_toolbar;
     FrameStatusBar m_statusBar;
-    UniqueMenu m_menu;
-    UniqueAccelerators m_keys;
     HWND m_client = nullptr;
     std::vector<std::string> m_filesToOpen;
     int m_loadedNumber = 0;

@@ -1,0 +1,66 @@
+#include "shell/FrameMenu_win32.h"
+
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+static_assert(static_cast<int>(FrameCommand::New) == IDM_NEW);
+static_assert(static_cast<int>(FrameCommand::Exit) == IDM_EXIT);
+static_assert(static_cast<int>(FrameCommand::AddFolderToSelectedFolder) ==
+              IDM_ADD_FOLDER_TO_SELECTED);
+static_assert(static_cast<int>(FrameCommand::ClosePlayer) == IDM_CLOSE_PLAYER);
+static_assert(static_cast<int>(FrameCommand::PreviousPicture) == IDM_PREVIOUS_PICTURE);
+static_assert(static_cast<int>(FrameCommand::ArrangeIcons) == IDM_ARRANGE_ICONS);
+static_assert(static_cast<int>(FrameCommand::About) == IDM_ABOUT);
+
+// A menu takes "&" for the mark of an access key; those behind the first one are a path's own and
+// are doubled.
+std::wstring MenuText(const std::string& caption) {
+    std::wstring text = Wide(caption);
+    for (std::size_t at = 1; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+        text.insert(at, 1, L'&');
+    return text;
+}
+
+}  // namespace
+
+FrameMenu::FrameMenu()
+    : m_menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_FRAME_MENU))),
+      m_keys(LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS))) {}
+
+HMENU FrameMenu::WindowList() const {
+    return GetSubMenu(m_menu.Get(), MENU_WINDOW);
+}
+
+bool FrameMenu::IsFrameCommand(int number) {
+    return number >= IDM_NEW && number <= IDM_ABOUT;
+}
+
+void FrameMenu::EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        const auto number = static_cast<int>(GetMenuItemID(menu, i));  // -1 for a menu in it
+        if (IsFrameCommand(number))
+            EnableMenuItem(menu, static_cast<UINT>(number),
+                           isEnabled(static_cast<FrameCommand>(number)) ? MF_ENABLED : MF_GRAYED);
+    }
+}
+
+// The elements stand at the end of the File menu.
+void FrameMenu::ShowRecent(const std::vector<std::string>& captions) {
+    const HMENU file = GetSubMenu(m_menu.Get(), MENU_FILE);
+    for (std::size_t i = 0; i < captions.size(); ++i) {
+        const auto number = static_cast<UINT>(IDM_RECENT + i + 1);
+        const std::wstring text = MenuText(captions[i]);
+        if (i == 0 && m_recentShown == 0)
+            AppendMenuW(file, MF_SEPARATOR, IDM_RECENT, nullptr);
+        if (i < m_recentShown)
+            ModifyMenuW(file, number, MF_BYCOMMAND | MF_STRING, number, text.c_str());
+        else
+            AppendMenuW(file, MF_STRING, number, text.c_str());
+    }
+    m_recentShown = captions.size();
+}
+
+}  // namespace tobbin

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
+#include "shell/FrameCommands.h"
+
+namespace tobbin {
+
+// The menu bar of the main frame and its keys.
+class FrameMenu {
+ public:
+    FrameMenu();
+
+    HMENU Handle() const { return m_menu.Get(); }
+    HACCEL Keys() const { return m_keys.Get(); }
+    // The menu that carries the list of open windows.
+    HMENU WindowList() const;
+
+    // Greys what can't act in a menu that is about to open.
+    void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
+
+    // The captions of the recent jukeboxes, from element 1 on: never fewer than before.
+    void ShowRecent(const std::vector<std::string>& captions);
+
+    static bool IsFrameCommand(int number);
+
+ private:
+    UniqueMenu m_menu;
+    UniqueAccelerators m_keys;
+    std::size_t m_recentShown = 0;
+};
+
+}  // namespace tobbin

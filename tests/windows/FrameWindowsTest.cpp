@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include "fakes/FakeOutside.h"
+#include "platform/Wide_win32.h"
+#include "resource.h"
+#include "shell/FrameMenu_win32.h"
+#include "shell/SingleInstance_win32.h"
+#include "shell/Splash_win32.h"
+
+namespace tobbin {
+namespace {
+
+// Handles waiting messages until the condition holds; false when it doesn't within five seconds.
+bool WaitFor(const std::function<bool()>& condition) {
+    const std::uint64_t end = GetTickCount64() + 5000;
+    while (!condition() && GetTickCount64() < end) {
+        MSG message = {};
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+    return condition();
+}
+
+TEST(Splash, ShowsTheLastTextAndKnowsItsStopButton) {
+    Splash splash;
+    ASSERT_TRUE(splash.Open());
+    const HWND label = GetDlgItem(splash.Handle(), Splash::lblProgress);
+    const HWND button = GetDlgItem(splash.Handle(), Splash::cmdStop);
+    EXPECT_FALSE(IsWindowVisible(label) || IsWindowVisible(button));
+    splash.ShowProgressArea(true);
+    EXPECT_TRUE(IsWindowVisible(label) && IsWindowVisible(button));
+    for (int i = 1; i <= 1000; ++i)
+        splash.Show("Found " + std::to_string(i) + " Mp3s");
+    EXPECT_TRUE(WaitFor([&] { return WindowText(label) == "Found 1000 Mp3s"; }));
+    EXPECT_FALSE(splash.StopRequested());
+    SendMessageW(button, BM_CLICK, 0, 0);
+    EXPECT_TRUE(splash.StopRequested());
+    splash.ShowProgressArea(false);
+    EXPECT_TRUE(splash.StopRequested());
+    splash.ShowProgressArea(true);
+    EXPECT_FALSE(splash.StopRequested());
+    EXPECT_TRUE(IsWindowEnabled(button));
+}
+
+class Receiver : public WindowBase {
+ public:
+    std::vector<std::string> files;
+    bool Open() {
+        ClassLook look;
+        look.name = L"TobbinTestReceiver";
+        return Create(look, "", Placement{});
+    }
+
+ protected:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_COPYDATA)
+            return Default(message, wParam, lParam);
+        files = SingleInstance::MaybeFiles(*reinterpret_cast<const COPYDATASTRUCT*>(lParam))
+                    .value_or(std::vector<std::string>{"not understood"});
+        return TRUE;
+    }
+};
+
+TEST(SingleInstance, HandsItsFilesToTheFirstOneOfItsFolder) {
+    const std::string folder = "C:\\Tobbin Tests\\Ω\\";
+    const SingleInstance first(folder);
+    const SingleInstance elsewhere("C:\\Tobbin Tests\\other\\");
+    const SingleInstance second("c:\\tobbin tests\\ω\\");
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_TRUE(elsewhere.IsFirst());
+    EXPECT_FALSE(second.IsFirst());
+    Receiver receiver;
+    ASSERT_TRUE(receiver.Open());
+    first.MarkWindow(receiver.Handle());
+    EXPECT_TRUE(second.HandOver({"C:\\a.juk", "C:\\日本.juk"}));
+    EXPECT_EQ(receiver.files, (std::vector<std::string>{"C:\\a.juk", "C:\\日本.juk"}));
+    EXPECT_TRUE(second.HandOver({}));
+    EXPECT_TRUE(receiver.files.empty());
+    COPYDATASTRUCT foreign = {};
+    EXPECT_FALSE(SingleInstance::MaybeFiles(foreign));
+}
+
+TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
+    FrameMenu menu;
+    const HMENU file = GetSubMenu(menu.Handle(), MENU_FILE);
+    menu.EnableItems(file, [](FrameCommand command) { return command == FrameCommand::Open; });
+    EXPECT_EQ(GetMenuState(file, IDM_OPEN, MF_BYCOMMAND) & MF_GRAYED, 0U);
+    EXPECT_NE(GetMenuState(file, IDM_SAVE, MF_BYCOMMAND) & MF_GRAYED, 0U);
+    const int before = GetMenuItemCount(file);
+    menu.ShowRecent({});
+    EXPECT_EQ(GetMenuItemCount(file), before);
+    menu.ShowRecent({"&1.  C:\\R&B.juk"});
+    menu.ShowRecent({"&1.  C:\\pop.juk", "&2.  C:\\R&B.juk"});
+    EXPECT_EQ(GetMenuItemCount(file), before + 3);
+    wchar_t text[100] = L"";
+    GetMenuStringW(file, IDM_RECENT + 2, text, 100, MF_BYCOMMAND);
+    EXPECT_STREQ(text, L"&2.  C:\\R&&B.juk");
+    GetMenuStringW(file, IDM_RECENT + 1, text, 100, MF_BYCOMMAND);
+    EXPECT_STREQ(text, L"&1.  C:\\pop.juk");
+    EXPECT_NE(GetMenuState(file, static_cast<UINT>(before), MF_BYPOSITION) & MF_SEPARATOR, 0U);
+}
+
+}  // namespace
+}  // namespace tobbin
