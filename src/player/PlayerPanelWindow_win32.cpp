@@ -5,6 +5,7 @@
 
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
+#include "resource.h"
 
 namespace tobbin {
 namespace {
@@ -14,7 +15,7 @@ constexpr UINT_PTR kTimerScrollUpdate = 1;
 constexpr UINT_PTR kTimerWork = 2;
 constexpr UINT kScrollUpdatePeriod = 500;  // milliseconds
 constexpr int kFirstLabel = 201;           // the labels' numbers, in the order of the bars
-constexpr int kFirstWidth = 316, kFirstHeight = 140;  // pixels at 96 to the inch
+constexpr int kFirstWidthTwips = 4740, kFirstHeightTwips = 2100;
 
 struct BarLook {
     PlayerPanelWindow::Control control;
@@ -70,17 +71,24 @@ PlayerPanelWindow::~PlayerPanelWindow() {
     Destroy();
 }
 
+SIZE PlayerPanelWindow::FirstSize(HWND mdiClient) {
+    return {TwipsToPixels(kFirstWidthTwips, mdiClient),
+            TwipsToPixels(kFirstHeightTwips, mdiClient)};
+}
+
 bool PlayerPanelWindow::Open(HWND mdiClient, std::function<void()> closed) {
     m_closed = std::move(closed);
     ClassLook look;
     look.name = kClassName;
+    look.icon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN));
     look.background = GetSysColorBrush(COLOR_BTNFACE);
     Placement placement;
     placement.style = WS_CHILD | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX |
                       WS_THICKFRAME | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     placement.exStyle = WS_EX_MDICHILD | WS_EX_CONTROLPARENT;
-    placement.width = ScalePixels(kFirstWidth, mdiClient);
-    placement.height = ScalePixels(kFirstHeight, mdiClient);
+    const SIZE size = FirstSize(mdiClient);
+    placement.width = size.cx;
+    placement.height = size.cy;
     // In the corner where it hides the least of a jukebox window.
     RECT room = {};
     GetClientRect(mdiClient, &room);

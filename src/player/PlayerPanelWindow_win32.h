@@ -35,6 +35,9 @@ class PlayerPanelWindow : public WindowBase, private PlayerPanelView {
     // is gone; the owner then releases the object from its message loop.
     bool Open(HWND mdiClient, std::function<void()> closed);
 
+    // The size that it opens with, in pixels.
+    static SIZE FirstSize(HWND mdiClient);
+
     PlayerPanel& Panel() { return m_panel; }
 
  protected:

@@ -29,9 +29,11 @@ bool FramePlayer::TranslateKeys(MSG& message) {
 }
 
 void FramePlayer::ReleaseClosed() {
-    if (m_panelClosed)
-        m_panel.reset();
+    if (!m_panelClosed)
+        return;
     m_panelClosed = false;
+    m_panel.reset();
+    GiveRoomBack();
 }
 
 void FramePlayer::EnableFrame(bool enabled) {
@@ -59,8 +61,8 @@ void FramePlayer::OpenPanel() {
                                                  [this] { SendMessageW(Panel(), WM_CLOSE, 0, 0); });
 }
 
-// A child that opens over a maximised one is maximised too. The jukebox window is given all of the
-// room as a plain window instead, so that the small panel stays small.
+// A child that opens over a maximised one is maximised too. The jukebox window gets all of the room
+// but a strip for the panel instead, so that the panel stays small and both are seen.
 void FramePlayer::MakeRoomForPanel() {
     BOOL maximised = FALSE;
     const auto active = reinterpret_cast<HWND>(
@@ -70,7 +72,20 @@ void FramePlayer::MakeRoomForPanel() {
     SendMessageW(m_mdiClient, WM_MDIRESTORE, reinterpret_cast<WPARAM>(active), 0);
     RECT room = {};
     GetClientRect(m_mdiClient, &room);
-    MoveWindow(active, 0, 0, room.right, room.bottom, TRUE);
+    const int strip = PlayerPanelWindow::FirstSize(m_mdiClient).cy;
+    if (room.bottom < 2 * strip)
+        return;
+    MoveWindow(active, 0, 0, room.right, room.bottom - strip, TRUE);
+    m_shrunk = active;
+    GetWindowRect(active, &m_shrunkTo);
+}
+
+// Unless the person has moved it meanwhile.
+void FramePlayer::GiveRoomBack() {
+    RECT place = {};
+    if (m_shrunk != nullptr && GetWindowRect(m_shrunk, &place) && EqualRect(&place, &m_shrunkTo))
+        SendMessageW(m_mdiClient, WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(m_shrunk), 0);
+    m_shrunk = nullptr;
 }
 
 void FramePlayer::OnPanelClosed() {

@@ -37,6 +37,7 @@ class FramePlayer : private PlayHost {
 
     void OpenPanel();
     void MakeRoomForPanel();
+    void GiveRoomBack();
     void OnPanelClosed();
 
     Application& m_application;
@@ -44,7 +45,9 @@ class FramePlayer : private PlayHost {
     std::unique_ptr<PlayerPanelWindow> m_panel;
     HWND m_frame = nullptr;
     HWND m_mdiClient = nullptr;
-    int m_loadedNumber = 0;  // of the panel, among the loaded windows
+    int m_loadedNumber = 0;   // of the panel, among the loaded windows
+    HWND m_shrunk = nullptr;  // the child that made room for the panel
+    RECT m_shrunkTo = {};     // its place since then, on the screen
     bool m_panelClosed = false;
 };
 

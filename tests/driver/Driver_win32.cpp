@@ -12,6 +12,11 @@
 //   press CLASS BUTTON [TEXT]      presses a button by its caption, without its "&"
 //   close CLASS                    asks the window to close
 //   menu CAPTION...                picks a command of the frame's menu: menu File Exit
+//   command NUMBER                 gives the frame a command by its number in assets/resource.h
+//   activate CLASS                 makes the frame's child of the class the active one
+//   enter                          presses Enter in the song list
+//   answers CLASS [SECONDS]        asks the window again and again whether it answers; prints the
+//                                  longest wait in milliseconds, which may not exceed a second
 //   tree                           the active jukebox's folders: depth, text, image number
 //   open FOLDER...                 opens and selects a folder by its path: open Artist Abba
 //   rows [LIMIT]                   the song list: one line of captions, then image, "x" if
@@ -20,6 +25,7 @@
 //   rowcount                       how many rows the song list has
 //   select ROW...                  selects rows of the song list, counted from 0
 //   status                         the text of the frame's status bar
+//   end CLASS                      ends the program of such a window, if there is one
 //   freeze CLASS TEXT [SECONDS]    waits as "wait" does, then stops the program in that moment
 //   thaw CLASS                     lets it go on
 #include <windows.h>
@@ -28,6 +34,7 @@
 #include <shlwapi.h>
 #include <tlhelp32.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -237,6 +244,33 @@ void SelectListed(const Words& words) {
     SelectRows(Pane(WC_LISTVIEWW), rows);
 }
 
+void EndProgramOf(HWND window) {
+    if (window == nullptr)
+        return;
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    const UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
+    if (!TerminateProcess(process.Get(), 1))
+        throw std::runtime_error("the program can't be ended");
+    WaitForSingleObject(process.Get(), 10'000);
+}
+
+void AskForAnswers(HWND window, int seconds) {
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds) * 1'000;
+    ULONGLONG longest = 0;
+    while (GetTickCount64() < end) {
+        const ULONGLONG begin = GetTickCount64();
+        DWORD_PTR reply = 0;
+        if (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 10'000, &reply))
+            throw std::runtime_error("the window doesn't answer");
+        longest = std::max(longest, GetTickCount64() - begin);
+        Sleep(5);
+    }
+    Print({std::to_wstring(longest)});
+    if (longest > 1'000)
+        throw std::runtime_error("the window was blocked for too long");
+}
+
 void Run(const std::wstring& command, const Words& words) {
     const auto word = [&](std::size_t i) { return i < words.size() ? words[i] : std::wstring(); };
     const auto number = [&](std::size_t i, int otherwise) {
@@ -260,6 +294,15 @@ void Run(const std::wstring& command, const Words& words) {
         PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
     } else if (command == L"menu") {
         PickFromMenu(words);
+    } else if (command == L"command") {
+        PostMessageW(WindowOf(L"frmMDIForm1"), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0);
+    } else if (command == L"activate") {
+        const HWND child = WindowOf(word(0));
+        Ask(GetParent(child), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+    } else if (command == L"enter") {
+        PostMessageW(Pane(WC_LISTVIEWW), WM_KEYDOWN, VK_RETURN, 0);
+    } else if (command == L"answers") {
+        AskForAnswers(WindowOf(word(0)), number(1, 3));
     } else if (command == L"tree") {
         PrintTree();
     } else if (command == L"open" && !words.empty()) {
@@ -274,6 +317,8 @@ void Run(const std::wstring& command, const Words& words) {
         const HWND bar =
             FindWindowExW(WindowOf(L"frmMDIForm1"), nullptr, STATUSCLASSNAMEW, nullptr);
         Print({ReadStatus(bar, 0)});
+    } else if (command == L"end") {
+        EndProgramOf(MaybeWindow(word(0), L""));
     } else if (command == L"freeze") {
         Halt(Wait(word(0), word(1), number(2, defaultLimit)), true);
     } else if (command == L"thaw") {

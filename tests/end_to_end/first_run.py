@@ -6,19 +6,15 @@ DRIVE is the folder that the program sees as its drive M:, EXPECTATIONS what mak
 it. The Wine prefix and the display are those of the environment; the program is installed there.
 """
 import json
-import os
 import pathlib
 import shutil
-import subprocess
 import sys
-import tempfile
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
 import data_files  # noqa: E402
+from under_wine import PREFIX, Program, driver, report  # noqa: E402
 
-PREFIX = pathlib.Path(os.environ["WINEPREFIX"])
-WINE = os.environ.get("WINE", "wine")
 GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 CATALOGUE = GROUPING / "FileLocNames.lmz"
 SETTINGS = GROUPING / "System/TheOrganizer.ini"
@@ -28,47 +24,6 @@ DRIVE, EXPECTATIONS, REPORT = pathlib.Path(sys.argv[1]), json.load(open(sys.argv
 FOUND = EXPECTATIONS["found"]
 TWINS = [song for song in FOUND if song["name"] == "same name.mp3"]
 SONGS = len(FOUND) - 1  # of two files of one name, one is kept
-
-
-def driver(*words):
-    # Into files, not pipes: a service that Wine starts on the way would keep a pipe open.
-    with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
-        code = subprocess.run([WINE, r"C:\driver\tobbin_driver.exe", *words], stdin=subprocess.DEVNULL,
-                              stdout=output, stderr=errors, timeout=150, check=False).returncode
-        output.seek(0)
-        errors.seek(0)
-        if code != 0:
-            raise AssertionError(f"driver {words}: {errors.read().decode('utf-8', 'replace')}")
-        return output.read().decode("utf-8").replace("\r", "").split("\n")[:-1]
-
-
-class Program:
-    """The running program, from its start to its end."""
-
-    def __init__(self, *boxes):
-        self.boxes = boxes  # texts of the boxes that the start must bring, each with its button
-
-    def __enter__(self):
-        self.process = subprocess.Popen([WINE, r"C:\Tobbin\Tobbin.exe"], stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
-        for words, button in self.boxes:
-            driver("wait", "#32770", words, "60")
-            driver("press", "#32770", button, words)
-        driver("wait", "frmMDIForm1", "*", "120")
-        return self
-
-    def __exit__(self, *_):
-        driver("close", "frmMDIForm1")
-        driver("press", "#32770", "No", "*initial Jukebox*")
-        driver("gone", "frmMDIForm1", "30")
-        self.process.wait(30)
-
-    def rows(self, *folder):
-        driver("open", *folder)
-        return [line.split("\t")[2] for line in driver("rows", "1000")[1:]]
-
-    def tree(self):
-        return [(int(line.split("\t")[0]), line.split("\t")[1]) for line in driver("tree")]
 
 
 def windows_path(song):
@@ -183,9 +138,4 @@ class FirstRun(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    result = unittest.TextTestRunner(verbosity=2, failfast=False).run(
-        unittest.defaultTestLoader.loadTestsFromTestCase(FirstRun))
-    bad = len(result.failures) + len(result.errors)
-    with open(REPORT, "w", encoding="utf-8") as report:
-        json.dump({"tests": result.testsRun, "failures": bad, "errors": 0, "testsuites": []}, report)
-    sys.exit(bad != 0)
+    sys.exit(report(FirstRun, REPORT))

@@ -1,0 +1,166 @@
+#!/usr/bin/env python3
+"""Plays songs from the real program under Wine and reads what reached the stand-in for the player:
+playing.py REPORT
+
+Runs in a prefix in which the program has found its songs and the player before (first_run.py).
+"""
+import pathlib
+import re
+import shutil
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
+import data_files  # noqa: E402
+from under_wine import PREFIX, Program, driver, report  # noqa: E402
+
+PLAYER = PREFIX / "drive_c/Program Files/Winamp"
+LOG = PLAYER / "winamp.log"
+BEHAVIOUR = PLAYER / "winamp.ini"
+GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
+# Numbers of the frame's commands, from assets/resource.h.
+PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1203, 1204, 1205, 1209
+QUERIES = ("1024 0 105", "1024 1 105", "1024 0 104")
+
+
+def behave(*lines):
+    BEHAVIOUR.write_text("\n".join(("[behave]", *lines)))
+    LOG.unlink(missing_ok=True)
+
+
+def log():
+    """The messages to the stand-in but for what the panel's timer asks."""
+    lines = LOG.read_text().splitlines() if LOG.exists() else []
+    return [line for line in lines if line not in QUERIES and line != "started again"]
+
+
+def added(log_line):
+    kind, _, identifier, count, data = log_line.split(" ")
+    data = bytes.fromhex(data)
+    assert (kind, identifier, int(count), data[-1]) == ("74", "100", len(data), 0), log_line
+    return data[:-1]
+
+
+def close_panel():
+    driver("close", "frmMainWinamp")
+    driver("gone", "frmMainWinamp", "10")
+
+
+def select(*rows):
+    """Selects rows of "All Songs"; returns their files in the list's order."""
+    driver("open", "All Songs")
+    driver("select", *map(str, rows))
+    listed = [line.split("\t") for line in driver("rows", "1000")[1:]]
+    records = data_files.catalogue(GROUPING / "FileLocNames.lmz")
+    chosen = [records[int(cells[3]) - 1] for cells in listed if cells[1] == "x"]
+    assert len(chosen) == len(rows)
+    return [record["folder"] + record["name"] for record in chosen]
+
+
+class Playing(unittest.TestCase):
+    maxDiff = None
+
+    def test_1_plays_exactly_the_selected_songs(self):
+        behave()
+        with Program():
+            driver("command", str(NEXT_TRACK))
+            driver("wait", "#32770", "First Play a Song", "10")
+            driver("press", "#32770", "OK", "First Play a Song")
+            files = select(7, 1, 4)
+            driver("command", str(PLAY_SELECTED))
+            driver("wait", "frmMainWinamp", "PLAYING", "30")
+            expected = [file.encode("cp1252") for file in files]
+            lines = log()
+            self.assertEqual(lines[:7], ["started", "window", "1024 0 0", "1024 128 122", "1024 0 123",
+                                         "273 40047 0", "1024 0 101"])
+            self.assertEqual(lines[8], "273 40045 0")
+            self.assertEqual([added(line) for line in (lines[7], *lines[9:])], expected)
+
+            # Enter in the list, with the panel open: the new songs replace the old ones.
+            behave()
+            driver("activate", "frmMain")
+            files = select(0, 2)
+            driver("enter")
+            driver("wait", "frmMainWinamp", "PLAYING", "30")
+            self.wait_for_log(5)
+            lines = log()
+            self.assertEqual([lines[0], lines[1], lines[3]], ["273 40047 0", "1024 0 101", "273 40045 0"])
+            self.assertEqual([added(lines[2]), added(lines[4])], [file.encode("cp1252") for file in files])
+
+            behave()
+            driver("command", str(STOP))
+            driver("wait", "frmMainWinamp", "STOPPED", "10")
+            close_panel()
+            driver("gone", "Winamp v1.x", "10")
+            self.assertEqual(log(), ["273 40047 0", "273 40047 0", "1024 0 101", "273 40001 0", "closed"])
+
+    def test_2_a_name_beyond_the_code_page_plays_by_its_short_path(self):
+        behave()
+        with Program():
+            driver("open", "All Songs")
+            rows = [line.split("\t")[2] for line in driver("rows", "1000")[1:]]
+            greek = next(row for row, name in enumerate(rows) if re.search("[\u0391-\u03c9]", name))
+            select(greek)
+            driver("command", str(PLAY_SELECTED))
+            driver("wait", "frmMainWinamp", "PLAYING", "30")
+            path = added(log()[7]).decode("ascii")
+            self.assertRegex(path, r"^M:\\.*~.*\.MP3$")
+            close_panel()
+
+    def test_3_a_player_that_misbehaves_leaves_the_frame_alive(self):
+        with Program():
+            for lines, text in ((("hang_at=1",), "The player doesn't answer"),
+                                (("hang_at=6",), "The player doesn't answer"),
+                                (("hang_at=9", "hang_for=4000"), "PLAYING"),
+                                (("open_after=3000",), "PLAYING"),
+                                (("vanish_at=8",), "STOPPED"),
+                                (("version=5", "status=7", "unknown=1"), "STOPPED")):
+                with self.subTest(lines):
+                    behave(*lines)
+                    select(0, 1, 2)
+                    driver("command", str(PLAY_SELECTED))
+                    print(lines, "longest wait", *driver("answers", "frmMDIForm1", "4"), "ms")
+                    driver("wait", "frmMainWinamp", text, "30")
+                    close_panel()
+                    driver("end", "Winamp v1.x")
+
+    def test_4_without_a_window_it_gives_its_advice(self):
+        behave("open_never=1")
+        with Program():
+            select(0)
+            driver("command", str(PLAY_ALL))
+            driver("answers", "frmMDIForm1", "3")
+            driver("wait", "#32770", "*can't seem to find WinAmp*", "20")
+            driver("press", "#32770", "OK", "*can't seem to find WinAmp*")
+            driver("close", "frmMainWinamp")
+            driver("wait", "#32770", "First Play a Song", "10")
+            driver("press", "#32770", "OK", "First Play a Song")
+            driver("gone", "frmMainWinamp", "10")
+
+    def test_5_without_a_player_it_offers_to_install_one(self):
+        behave()
+        away = PREFIX / "drive_c/player.away"
+        shutil.move(PLAYER / "winamp.exe", away)
+        try:
+            with Program():
+                select(0)
+                driver("command", str(PLAY_ALL))
+                driver("wait", "#32770", "*not installed on your system*", "20")
+                driver("press", "#32770", "Yes", "*not installed on your system*")
+                driver("wait", "#32770", "*will now be installed*", "10")
+                driver("press", "#32770", "OK", "*will now be installed*")
+                driver("wait", "#32770", "*C:\\Tobbin\\winamp265_lite.exe*", "10")
+                driver("press", "#32770", "OK", "*C:\\Tobbin\\winamp265_lite.exe*")
+        finally:
+            shutil.move(away, PLAYER / "winamp.exe")
+
+    def wait_for_log(self, lines):
+        for _ in range(20):
+            if len(log()) >= lines:
+                return
+            driver("answers", "frmMDIForm1", "1")
+        self.fail(f"only {log()} came")
+
+
+if __name__ == "__main__":
+    sys.exit(report(Playing, sys.argv[1]))
