@@ -91,7 +91,7 @@ class Playing(unittest.TestCase):
             driver("command", str(STOP))
             driver("wait", "frmMainWinamp", "STOPPED", "10")
             close_panel()
-            driver("gone", "Winamp v1.x", "10")
+            self.wait_for_log(5)
             self.assertEqual(log(), ["273 40047 0", "273 40047 0", "1024 0 101", "273 40001 0", "closed"])
 
     def test_2_a_name_beyond_the_code_page_plays_by_its_short_path(self):
