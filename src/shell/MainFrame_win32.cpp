@@ -5,34 +5,21 @@
 
 #include "jukebox/SpecialFolders.h"
 #include "platform/DialogBase_win32.h"
-#include "platform/Twips_win32.h"
-#include "platform/Wide_win32.h"
 #include "resource.h"
+#include "shell/DroppedFiles_win32.h"
+#include "shell/FrameKeys_win32.h"
+#include "shell/FramePlace_win32.h"
 #include "shell/Searching_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/StatusTexts.h"
 #include "shell/TipDialog_win32.h"
 #include "shell/Tips.h"
 #include "ui/ListedSongs.h"
-#include "ui/WindowState_win32.h"
 
 namespace tobbin {
 namespace {
 
 constexpr char kCaption[] = "Tobbin MP3 Organizer";
-constexpr char kFrame[] = "frmMDIForm1";
-constexpr int kLargestPlace = 30000;  // beyond every screen
-
-// The first size, in pixels at 96 to the inch.
-constexpr int kFirstWidth = 1000;
-constexpr int kFirstHeight = 700;
-
-// Where a text is being edited, the keys for it are the edit control's.
-bool IsEditing() {
-    wchar_t name[16] = L"";
-    GetClassNameW(GetFocus(), name, static_cast<int>(std::size(name)));
-    return lstrcmpiW(name, WC_EDITW) == 0;
-}
 
 HICON ProgramIcon(int size) {
     return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
@@ -65,34 +52,16 @@ bool MainFrame::Open() {
     if (!Create(look, kCaption, placement))
         return false;
     SetMenu(Handle(), m_menu.Handle());
-    Place();
+    m_maximised = PlaceFrame(Handle(), m_outside.Interfaces().userSettings);
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
     m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
     return true;
 }
 
-// Where it was left, or else in the middle of the main screen.
-void MainFrame::Place() {
-    const std::vector<Area> screens = ScreenAreas();
-    const int dpi = static_cast<int>(GetDpiForWindow(Handle()));
-    WindowState state;
-    state.place = {-kLargestPlace, 0, kFirstWidth, kFirstHeight};
-    if (const auto remembered = WindowStates(m_outside.Interfaces().userSettings).MaybeOf(kFrame))
-        state = *remembered;
-    const Area place = UsablePlace(state, screens, dpi);
-    m_maximised = state.maximised;
-    WINDOWPLACEMENT placement = {};  // counted as in StateOf, beside a bar at the screen's edge too
-    placement.length = sizeof(placement);
-    placement.showCmd = SW_HIDE;
-    SetRect(&placement.rcNormalPosition, place.left, place.top, place.left + place.width,
-            place.top + place.height);
-    SetWindowPlacement(Handle(), &placement);
-}
-
 void MainFrame::SaveDatForm() {
     if (IsWindowVisible(Handle()))
-        WindowStates(m_outside.Interfaces().userSettings).Keep(kFrame, StateOf(Handle()));
+        KeepFramePlace(Handle(), m_outside.Interfaces().userSettings);
 }
 
 void MainFrame::Appear() {
@@ -130,7 +99,7 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COPYDATA:
             return OnCopyData(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
         case WM_DROPFILES:
-            OnDropFiles(reinterpret_cast<HDROP>(wParam));
+            OpenFiles(TakeDroppedFiles(reinterpret_cast<HDROP>(wParam)));
             return 0;
         case WM_QUERYENDSESSION:
             return OnQueryEndSession();
@@ -222,25 +191,11 @@ void MainFrame::OpenFiles(const std::vector<std::string>& paths) {
     m_barsOutdated = true;
 }
 
-void MainFrame::OnDropFiles(HDROP drop) {
-    std::vector<std::string> paths;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-        paths.push_back(Utf8(path));
-    }
-    DragFinish(drop);
-    OpenFiles(paths);
-}
-
 bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
-    if (m_player.TranslateKeys(message) || TranslateMDISysAccel(m_client, &message))
-        return true;
-    const bool own = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
-    return own && !IsEditing() && TranslateAcceleratorW(Handle(), m_menu.Keys(), &message) != 0;
+    return m_player.TranslateKeys(message) ||
+           TranslateFrameKeys(Handle(), m_client, m_menu.Keys(), message);
 }
 
 void MainFrame::BetweenMessages() {

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 #include <functional>
 #include <memory>
 #include <string>
@@ -59,12 +57,10 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void OnCommand(int command);
     void OnInitMenu(HMENU menu, bool isSystemMenu);
     void OnDpiChanged(const RECT& place);
-    void OnDropFiles(HDROP drop);
     bool OnCopyData(const COPYDATASTRUCT& data);
     bool OnQueryEndSession();
     void OnClose();
     void OnDestroy();
-    void Place();
     void UpdateBars();
     void UpdateTheMenuControlArray();
 

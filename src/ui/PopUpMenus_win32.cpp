@@ -68,6 +68,21 @@ void PopUpMenu::EnableEntries(const std::function<bool(int entry)>& isEnabled) {
     for (int entry = 1; entry <= m_entries; ++entry)
         EnableMenuItem(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry),
                        isEnabled(entry) ? MF_ENABLED : MF_GRAYED);
+    GreyEmptySubMenus();
+}
+
+// The caption of a menu in which no entry can act can't act either.
+void PopUpMenu::GreyEmptySubMenus() const {
+    for (int place = 0; place < GetMenuItemCount(Handle()); ++place) {
+        const HMENU inside = GetSubMenu(Handle(), place);
+        bool canAct = false;
+        for (int i = 0; i < GetMenuItemCount(inside); ++i)
+            canAct = canAct ||
+                     (GetMenuState(inside, static_cast<UINT>(i), MF_BYPOSITION) & MF_GRAYED) == 0;
+        if (inside != nullptr)
+            EnableMenuItem(Handle(), static_cast<UINT>(place),
+                           MF_BYPOSITION | (canAct ? MF_ENABLED : MF_GRAYED));
+    }
 }
 
 int PopUpMenu::Show(POINT screen, HWND window) const {

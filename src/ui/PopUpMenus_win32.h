@@ -24,6 +24,7 @@ class PopUpMenu {
 
  private:
     void AddRankPictures(HWND window);
+    void GreyEmptySubMenus() const;
 
     int m_firstNumber;  // one less than the first entry's
     int m_entries;

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tobbin {
+
+// The keys of the frame's menus and of MDI, before a message goes to its window. `keys` are the
+// menus' shortcuts. Returns whether the message is dealt with.
+bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message);
+
+}  // namespace tobbin

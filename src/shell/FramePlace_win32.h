@@ -1,0 +1,16 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/Outside.h"
+
+namespace tobbin {
+
+// Puts the frame, not yet seen, where it was left, or else in the middle of the main screen.
+// Returns whether it was left maximised.
+bool PlaceFrame(HWND frame, UserSettings& settings);
+
+// Keeps the frame's place and size for the next run.
+void KeepFramePlace(HWND frame, UserSettings& settings);
+
+}  // namespace tobbin
