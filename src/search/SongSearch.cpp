@@ -1,5 +1,6 @@
 #include "search/SongSearch.h"
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -11,11 +12,16 @@ namespace {
 // How often events are let through before each drive, so that the progress window is painted.
 constexpr int kYieldsBeforeADrive = 2000;
 
+// The recycle bin on the drives of the systems of then and now. Its songs are deleted ones.
+constexpr const char* kRecycleBins[] = {":\\RECYCLED", ":\\RECYCLER", ":\\$RECYCLE.BIN"};
+
 // Whether songs in this folder are left out: half-loaded ones and those in a recycle bin. Only the
 // folder counts, never the file's own name.
 bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
+    const std::string upper = text.ToUpper(folder);
     return text.ToLower(folder).find("incomplete") != std::string::npos ||
-           text.ToUpper(folder).find(":\\RECYCLED") != std::string::npos;
+           std::ranges::any_of(
+               kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
 }
 
 bool IsSongName(std::string_view name) {

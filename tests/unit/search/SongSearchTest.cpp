@@ -40,6 +40,7 @@ TEST_F(Search, TakesAFoldersFilesFirstAndThenItsFoldersInOrder) {
 
 TEST_F(Search, LeavesOutFoldersNotFileNames) {
     AddFiles({"C:\\Downloads\\INCOMPLETE\\a\\1.mp3", "C:\\RECYCLED\\2.mp3", "C:\\recycled\\3.mp3",
+              "C:\\$Recycle.Bin\\S-1-5\\$R1.mp3", "C:\\Recycler\\5.mp3",
               "C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"});
     m_fake.disk.AddLink("C:\\Downloads\\incomplete\\link", "C:\\Music");
     m_search.SearchHardDrives();
