@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "catalogue/clsINI.h"
 #include "catalogue/RecordTable.h"
@@ -87,7 +89,11 @@ class clsMain : public SongSink {
     // The full path of a record's song: folder and name.
     std::string SongPath(std::int32_t record) const;
 
-    // Quick answers for the panes and the grouping.
+    // Quick answers for the panes, the grouping and the search. `digits` holds a name that is a
+    // number.
+    std::string_view FileName(std::int32_t record, std::array<char, 10>& digits) const {
+        return m_table.ViewOf(m_table.Id(kFileName, record), digits);
+    }
     bool IsPresent(std::int32_t record) const;     // presence flag is not 0
     std::int32_t Rank(std::int32_t record) const;  // 2 to 7; 2 when the cell holds no number
 

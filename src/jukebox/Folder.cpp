@@ -25,6 +25,13 @@ int Folder::Level() const {
     return level;
 }
 
+bool Folder::IsInside(const Folder& folder) const {
+    for (const Folder* above = this; above != nullptr; above = above->m_parent)
+        if (above == &folder)
+            return true;
+    return false;
+}
+
 Folder* Folder::MaybeChild(std::string_view text) const {
     for (const auto& child : m_children)
         if (child->m_text == text)

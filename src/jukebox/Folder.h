@@ -21,7 +21,8 @@ struct SongItem {
 };
 
 // One folder of the tree, with its child folders and its ordered songs. Owned by its parent; made
-// and changed through Jukebox only, so that every change is signalled.
+// and changed through Jukebox only, so that every change is signalled. One that was taken out of
+// the tree is owned by who took it, has no parent and keeps what is in it.
 class Folder {
  public:
     Folder() = default;
@@ -39,6 +40,12 @@ class Folder {
     int Image() const { return m_image; }
     int SelectedImage() const { return m_selectedImage; }
 
+    // A number that no other folder of the jukebox has or will have; 0 before it is in one.
+    std::uint64_t Serial() const { return m_serial; }
+
+    // Whether this is `folder` or lies somewhere in it.
+    bool IsInside(const Folder& folder) const;
+
     // The first child with exactly this text; null when there is none.
     Folder* MaybeChild(std::string_view text) const;
 
@@ -47,6 +54,7 @@ class Folder {
     std::string m_text;
     Folder* m_parent = nullptr;  // null for the invisible root only
     std::size_t m_index = 0;
+    std::uint64_t m_serial = 0;
     std::vector<std::unique_ptr<Folder>> m_children;
     std::vector<SongItem> m_songs;
     int m_image = 1;

@@ -40,7 +40,16 @@ class Jukebox {
     // Appends a folder under a parent; null means the top level.
     Folder& AddChild(Folder* parent, std::string text, int image = 1, int selectedImage = 0);
     // Removes a folder with everything below it. Not recursive, so any depth is safe.
-    void Remove(Folder& folder);
+    void Remove(Folder& folder) { Detach(folder); }
+    // Takes a folder out of the tree as a whole, and puts one that was taken out, or made anew, at
+    // a place among the parent's children. It stays the same object.
+    std::unique_ptr<Folder> Detach(Folder& folder);
+    Folder& Insert(Folder* parent, std::size_t index, std::unique_ptr<Folder> folder);
+    // A folder that is not in the tree yet, and a copy of one with all that is in it.
+    static std::unique_ptr<Folder> MakeFolder(std::string text, int image = 1,
+                                              int selectedImage = 0);
+    std::unique_ptr<Folder> CopyFolder(const Jukebox& from, const Folder& folder);
+    std::size_t ChildCount(const Folder* parent) const;
     void SetText(Folder& folder, std::string text);
     // Puts a folder's children (null: the top level's folders) into another order: child k becomes
     // what was child order[k], from 0.
@@ -54,10 +63,23 @@ class Jukebox {
     SongItem CopyItem(const Jukebox& from, const SongItem& item);
     void AppendSongs(Folder& folder, const std::vector<SongItem>& songs);
     void SetSongs(Folder& folder, std::vector<SongItem> songs);
+    // Takes the songs at these rows out (ascending, from 0), and puts songs in so that the k-th
+    // stands at rows[k] afterwards: the one takes back the other.
+    std::vector<SongItem> TakeSongs(Folder& folder, const std::vector<std::size_t>& rows);
+    void PutSongs(Folder& folder, const std::vector<std::size_t>& rows,
+                  const std::vector<SongItem>& songs);
+    // Song k becomes what was song order[k].
+    void ReorderSongs(Folder& folder, const std::vector<std::size_t>& order);
     // Texts are valid as long as the jukebox.
     std::string_view TextOf(const SongItem& item) const { return m_names.Text(item.nameId); }
     // What is kept of an item's song; nothing unless it IsMissing.
     MissingSong MissingSongOf(const SongItem& item) const;
+
+    // A song ranked worst is shown one rank below the one that the catalogue has for it, until the
+    // jukebox is opened again. Who changes ranks tells so when it is done.
+    bool IsShownAsWorst(std::int32_t recordNumber) const;
+    void ShowAsWorst(std::int32_t recordNumber, bool worst);
+    void TellRanksChanged();
 
     // The folder behind `folder` in the order of the tree as if all were open (parents before
     // their children); null after the last. A null argument asks for the first.
@@ -81,6 +103,9 @@ class Jukebox {
     void AddColumn(std::string heading);
     void SetColumn(std::size_t index, std::string heading);  // from 0
 
+    // Lives as long as the jukebox, and is no other's.
+    std::shared_ptr<const void> LifeToken() const { return m_lifeToken; }
+
     // Listeners are told in the order they were added; they outlive the jukebox or remove
     // themselves, which they may do while they are told.
     void AddListener(JukeboxListener& listener);
@@ -91,6 +116,8 @@ class Jukebox {
     void Tell(Call call);
     template <typename Call>
     void TellChange(Call call);
+    template <typename Call>
+    void ForEachIn(Folder& top, Call call);  // not recursive, so any depth is safe
     Folder& OrRoot(Folder* folder) { return folder != nullptr ? *folder : m_root; }
 
     struct Missing {
@@ -99,10 +126,13 @@ class Jukebox {
         std::uint32_t fileNameId = 0;
     };
 
+    std::shared_ptr<const void> m_lifeToken = std::make_shared<char>();
     Folder m_root;
     std::size_t m_folderCount = 0;
+    std::uint64_t m_lastSerial = 0;
     TextPool m_names;
-    std::vector<Missing> m_missing;  // item.recordNumber is -1 for the first one
+    std::vector<Missing> m_missing;    // item.recordNumber is -1 for the first one
+    std::vector<bool> m_shownAsWorst;  // by record number
     std::string m_caption;
     std::string m_fileLocation;
     bool m_dirty = false;

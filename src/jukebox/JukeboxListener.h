@@ -9,11 +9,12 @@ namespace tobbin {
 class JukeboxListener {
  public:
     virtual ~JukeboxListener() = default;
-    virtual void OnFolderAdded(Folder& /*folder*/) {}
-    virtual void OnFolderRemoving(Folder& /*folder*/) {}  // still in the tree
+    virtual void OnFolderAdded(Folder& /*folder*/) {}     // with all that is in it
+    virtual void OnFolderRemoving(Folder& /*folder*/) {}  // the same; still in the tree
     virtual void OnFolderTextChanged(Folder& /*folder*/) {}
     virtual void OnChildrenReordered(Folder* /*parent*/) {}
     virtual void OnSongsChanged(Folder& /*folder*/) {}
+    virtual void OnRanksChanged() {}  // of songs in the catalogue
     virtual void OnColumnsChanged() {}
     virtual void OnCaptionChanged() {}
     virtual void OnDirtyChanged() {}

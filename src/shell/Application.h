@@ -8,6 +8,7 @@
 #include "catalogue/clsMain.h"
 #include "jukebox/AutomaticGroups.h"
 #include "jukebox/Jukebox.h"
+#include "jukebox/SongClipboard.h"
 #include "platform/Outside.h"
 #include "platform/ProgressRelay.h"
 #include "player/PlayList.h"
@@ -15,6 +16,7 @@
 #include "player/WinAMP_Control.h"
 #include "search/PlayerDiscovery.h"
 #include "shell/LoadedWindows.h"
+#include "ui/EditingTools.h"
 #include "util/SortCity.h"
 
 namespace tobbin {
@@ -52,6 +54,10 @@ class Application : public OpenJukeboxes {
     WinAMP_Control& Player() { return m_player; }
     PlayList& SongsToPlay() { return m_songsToPlay; }
 
+    // What was last cut or copied, and all that jukebox windows work with.
+    SongClipboard& Clipboard() { return m_clipboard; }
+    EditingTools Tools() { return {m_outside, m_catalogue, m_sorter, m_clipboard, *this}; }
+
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
     void RemoveJukebox(Jukebox& jukebox);
@@ -71,6 +77,7 @@ class Application : public OpenJukeboxes {
     PlayerDiscovery m_discovery;
     WinAMP_Control m_player;
     PlayList m_songsToPlay;
+    SongClipboard m_clipboard;
     std::vector<std::unique_ptr<Jukebox>> m_jukeboxes;
 };
 

@@ -17,8 +17,7 @@ JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
         maximised = !remembered || remembered->maximised;
     Child& child = *m_children.emplace_back(std::make_unique<Child>());
     child.jukebox = &jukebox;
-    child.controller = std::make_unique<JukeboxWindow>(m_application.TheOutside(),
-                                                       m_application.Catalogue(), jukebox, m_host);
+    child.controller = std::make_unique<JukeboxWindow>(m_application.Tools(), jukebox, m_host);
     child.window = std::make_unique<JukeboxMdiChild>(*child.controller);
     child.loadedNumber =
         m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });

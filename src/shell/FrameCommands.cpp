@@ -134,7 +134,9 @@ FrameCommands::FrameCommands(Application& application, FrameView& view)
     : m_application(application),
       m_view(view),
       m_files(application, view),
-      m_newSongs(application, view) {}
+      m_newSongs(application, view),
+      m_find(application.TheOutside(), application.Catalogue(),
+             [&view] { return view.MaybeActiveJukebox(); }) {}
 
 bool FrameCommands::IsEnabled(FrameCommand command) const {
     switch (command) {

@@ -6,6 +6,7 @@
 #include "shell/FrameView.h"
 #include "shell/JukeboxFiles.h"
 #include "shell/NewSongs.h"
+#include "ui/frmFind.h"
 
 namespace tobbin {
 
@@ -24,6 +25,9 @@ enum class FrameCommand : int {
     Find,
     AddFolderToRoot,
     AddFolderToSelectedFolder,
+    Undo,  // from here to FindNext by key only
+    Redo,
+    FindNext,
     NewSongsNormalLocations = 1201,
     NewSongsWholeComputer,
     PlaySelectedSongs,
@@ -62,6 +66,8 @@ class FrameCommands {
     void ClickButton(int button);
 
     JukeboxFiles& Files() { return m_files; }
+    // The state of the find dialog, which the frame's window shows.
+    frmFind& Find() { return m_find; }
 
  private:
     bool IsJukeboxCommandEnabled(FrameCommand command) const;
@@ -73,6 +79,7 @@ class FrameCommands {
     FrameView& m_view;
     JukeboxFiles m_files;
     NewSongs m_newSongs;
+    frmFind m_find;
 };
 
 // The tool-tips of the toolbar's 17 buttons, the first at 0; empty for a separator.

@@ -46,6 +46,7 @@ class FrameView {
     // Modal dialogs.
     virtual void ShowAbout() = 0;
     virtual void ShowTips() = 0;
+    virtual void ShowFind() = 0;  // over FrameCommands::Find
 
     // The window `frmSearching`, not yet open. While it is, the frame takes no input.
     virtual std::unique_ptr<SearchingWindow> MakeSearchingWindow() = 0;

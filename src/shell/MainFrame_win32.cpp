@@ -327,6 +327,8 @@ void MainFrame::ShowTips() {
     TipDialog(tips).Show(Handle());
 }
 
+void MainFrame::ShowFind() {}
+
 void MainFrame::ShowTipsAtStartUp() {
     Tips tips(m_outside.Interfaces(), m_application.Folders().application);
     TipDialog(tips).Show(Handle());

@@ -77,6 +77,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void Arrange(Arrangement arrangement) override;
     void ShowAbout() override;
     void ShowTips() override;
+    void ShowFind() override;
     std::unique_ptr<SearchingWindow> MakeSearchingWindow() override;
     void CloseFrame() override;
 

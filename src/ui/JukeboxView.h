@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,11 @@ class JukeboxView {
     // The selected rows of the list pane, ascending.
     virtual std::vector<std::size_t> SelectedRows() const = 0;
     virtual std::size_t SelectedCount() const = 0;
+    // Exactly these; the first one gets the focus.
     virtual void SelectRows(const std::vector<std::size_t>& rows) = 0;
+    // The row that the keys start from; selected or not.
+    virtual std::optional<std::size_t> MaybeFocusedRow() const = 0;
+    virtual void FocusRow(std::size_t row) = 0;
     virtual void MakeRowVisible(std::size_t row) = 0;
 
     // Brings the window forward; closes it as the person does, with the question whether to save.

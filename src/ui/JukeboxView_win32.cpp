@@ -168,6 +168,10 @@ void JukeboxMdiChild::OnSongsChanged(Folder& folder) {
         m_explorer.List().Refresh();
 }
 
+void JukeboxMdiChild::OnRanksChanged() {
+    m_explorer.List().Refresh();
+}
+
 void JukeboxMdiChild::OnColumnsChanged() {
     m_explorer.List().SetColumns(m_controller.Model().Columns());
 }
@@ -198,6 +202,14 @@ std::size_t JukeboxMdiChild::SelectedCount() const {
 
 void JukeboxMdiChild::SelectRows(const std::vector<std::size_t>& rows) {
     m_explorer.List().SelectRows(rows);
+}
+
+std::optional<std::size_t> JukeboxMdiChild::MaybeFocusedRow() const {
+    return m_explorer.List().MaybeFocusedRow();
+}
+
+void JukeboxMdiChild::FocusRow(std::size_t row) {
+    m_explorer.List().FocusRow(row);
 }
 
 void JukeboxMdiChild::MakeRowVisible(std::size_t row) {

@@ -46,6 +46,8 @@ class JukeboxMdiChild : public WindowBase,
     std::vector<std::size_t> SelectedRows() const override;
     std::size_t SelectedCount() const override;
     void SelectRows(const std::vector<std::size_t>& rows) override;
+    std::optional<std::size_t> MaybeFocusedRow() const override;
+    void FocusRow(std::size_t row) override;
     void MakeRowVisible(std::size_t row) override;
     void Activate() override;
     void Close() override;
@@ -65,6 +67,7 @@ class JukeboxMdiChild : public WindowBase,
     void ShowPopUpMenu(int pane, POINT screen);
 
     void OnSongsChanged(Folder& folder) override;
+    void OnRanksChanged() override;
     void OnColumnsChanged() override;
     void OnCaptionChanged() override;
 

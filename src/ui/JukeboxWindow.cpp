@@ -11,8 +11,7 @@ constexpr int kKeyColumn = 1;
 
 // Pictures of songs.
 constexpr int kMissingImage = 0;
-constexpr int kNoRankImage = 1;
-constexpr int kBestRankImage = 7;
+constexpr int kWorstRankImage = 2;
 
 // Entries of the song menu.
 constexpr int kPlayAll = 1;
@@ -32,9 +31,8 @@ bool IsInMenu(int command, int pane) {
 
 }  // namespace
 
-JukeboxWindow::JukeboxWindow(Outside& outside, const clsMain& catalogue, Jukebox& jukebox,
-                             JukeboxWindowHost& host)
-    : m_outside(outside), m_catalogue(catalogue), m_jukebox(jukebox), m_host(host) {
+JukeboxWindow::JukeboxWindow(const EditingTools& tools, Jukebox& jukebox, JukeboxWindowHost& host)
+    : m_tools(tools), m_jukebox(jukebox), m_host(host), m_history(jukebox) {
     m_jukebox.AddListener(*this);
 }
 
@@ -65,6 +63,14 @@ bool JukeboxWindow::IsEnabled(int command, int pane) const {
     return command == kChangePicture && m_host.CanChangePicture();
 }
 
+std::string JukeboxWindow::UndoText() const {
+    return CanUndo() ? "Undo " + m_history.UndoName() : std::string();
+}
+
+std::string JukeboxWindow::RedoText() const {
+    return CanRedo() ? "Redo " + m_history.RedoName() : std::string();
+}
+
 void JukeboxWindow::OnFolderSelected(Folder* folder) {
     m_selected = folder;
     m_host.OnSelectionChanged(*this);
@@ -92,10 +98,12 @@ std::string JukeboxWindow::RowText(std::size_t row, int column) const {
 
 int JukeboxWindow::RowImage(std::size_t row) const {
     const SongItem& song = m_selected->Songs()[row];
-    if (song.IsMissing() || song.recordNumber > m_catalogue.UBoundOfMp3Array() ||
-        !m_catalogue.IsPresent(song.recordNumber))
+    const clsMain& catalogue = m_tools.catalogue;
+    if (song.IsMissing() || song.recordNumber > catalogue.UBoundOfMp3Array() ||
+        !catalogue.IsPresent(song.recordNumber))
         return kMissingImage;
-    return std::clamp<int>(song.image, kNoRankImage, kBestRankImage);
+    return m_jukebox.IsShownAsWorst(song.recordNumber) ? kWorstRankImage
+                                                       : catalogue.Rank(song.recordNumber);
 }
 
 std::string JukeboxWindow::EmptyText() const {
@@ -124,7 +132,7 @@ void JukeboxWindow::AskBeforeClosing() {
             ? "You should save this initial Jukebox to speed up the program.  Do you want to save "
               "this Jukebox?"
             : "Do you want to save changes to " + DaCaption();
-    if (m_outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
+    if (m_tools.outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
         m_host.SaveBeforeClosing(*this);
 }
 

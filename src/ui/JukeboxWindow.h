@@ -1,13 +1,16 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
+#include "jukebox/JukeboxHistory.h"
 #include "jukebox/SpecialFolders.h"
-#include "platform/Outside.h"
+#include "ui/Dragging.h"
+#include "ui/EditingTools.h"
 #include "ui/JukeboxView.h"
 
 namespace tobbin {
@@ -45,8 +48,7 @@ class JukeboxWindowHost {
 // it into changes of the jukebox, questions and calls of the frame. The jukebox outlives it.
 class JukeboxWindow : private JukeboxListener {
  public:
-    JukeboxWindow(Outside& outside, const clsMain& catalogue, Jukebox& jukebox,
-                  JukeboxWindowHost& host);
+    JukeboxWindow(const EditingTools& tools, Jukebox& jukebox, JukeboxWindowHost& host);
     ~JukeboxWindow() override;
     JukeboxWindow(const JukeboxWindow&) = delete;
     JukeboxWindow& operator=(const JukeboxWindow&) = delete;
@@ -84,6 +86,32 @@ class JukeboxWindow : private JukeboxListener {
     // Whether that entry can act now. The caption of a sub-menu and a separator can't.
     bool IsEnabled(int command, int pane) const;
 
+    // Undoing and redoing of all that was done to the jukebox, one step at a time. The text names
+    // the step: "Undo Cut Folder"; empty when there is none.
+    bool CanUndo() const { return m_history.CanUndo(); }
+    bool CanRedo() const { return m_history.CanRedo(); }
+    std::string UndoText() const;
+    std::string RedoText() const;
+    void Undo();
+    void Redo();
+
+    // A click on the list pane's heading: sorts by name and by rank, up and down, in turn.
+    void OnHeaderClicked();
+
+    // What is dragged over or dropped on a folder of this window; null is the place beside all
+    // folders, the top level. What may not be moved is refused, with the words of the cut, only
+    // when it is dropped.
+    bool CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const;
+    void Drop(const Dragged& dragged, Folder* target, DropMode mode);
+    // Files from outside, by their full paths. Those that are MP3 files come into the catalogue,
+    // unless it has them, and to the end of the folder.
+    void DropFiles(const std::vector<std::string>& paths, Folder& target);
+
+    // The next row from `start` on, and round once, whose name begins with a text, whatever the
+    // case of letters.
+    std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
+                                                     std::size_t start) const;
+
     // Whether a folder may be deleted: every one that the program does not fill.
     static bool OkToDelete(const Folder& node) { return !IsSpecialFolder(node); }
 
@@ -96,7 +124,7 @@ class JukeboxWindow : private JukeboxListener {
     // What the list pane shows: the songs of the selected folder, rows and columns from 0.
     std::size_t RowCount() const;
     std::string RowText(std::size_t row, int column) const;
-    // The rank, 2 to 7; 1 for a song without one, 0 for one whose file is missing.
+    // The rank, 2 to 7; 0 for a song whose file is missing.
     int RowImage(std::size_t row) const;
 
     // What the list pane says while the selected folder holds no song.
@@ -117,13 +145,14 @@ class JukeboxWindow : private JukeboxListener {
     void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
 
-    Outside& m_outside;
-    const clsMain& m_catalogue;
+    EditingTools m_tools;
     Jukebox& m_jukebox;
     JukeboxWindowHost& m_host;
     JukeboxView* m_view = nullptr;
     Folder* m_selected = nullptr;
     Pane m_focus = Pane::Tree;
+    JukeboxHistory m_history;
+    int m_sortState = 0;
     std::string m_picture;
     bool m_showPicture = false;
     bool m_tiled = false;

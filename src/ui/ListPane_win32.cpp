@@ -132,6 +132,15 @@ void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
     }
 }
 
+std::optional<std::size_t> ListPane::MaybeFocusedRow() const {
+    const int row = ListView_GetNextItem(m_handle, -1, LVNI_FOCUSED);
+    return row >= 0 ? std::make_optional(static_cast<std::size_t>(row)) : std::nullopt;
+}
+
+void ListPane::FocusRow(std::size_t row) {
+    ListView_SetItemState(m_handle, static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
 void ListPane::MakeVisible(std::size_t row) {
     ListView_EnsureVisible(m_handle, static_cast<int>(row), FALSE);
 }

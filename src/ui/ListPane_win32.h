@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,6 +64,8 @@ class ListPane {
     std::vector<std::size_t> SelectedRows() const;
     std::size_t SelectedCount() const;
     void SelectRows(const std::vector<std::size_t>& rows);
+    std::optional<std::size_t> MaybeFocusedRow() const;
+    void FocusRow(std::size_t row);
     void MakeVisible(std::size_t row);
 
     // Where a menu for the selection belongs, in screen coordinates.

@@ -67,7 +67,7 @@ void TreePane::Fill() {
     SendMessageW(m_handle, WM_SETREDRAW, FALSE, 0);
     for (Folder* folder = m_jukebox.Next(nullptr); folder != nullptr;
          folder = m_jukebox.Next(folder))
-        OnFolderAdded(*folder);
+        Show(*folder);
     SendMessageW(m_handle, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(m_handle, nullptr, TRUE);
 }
@@ -89,6 +89,11 @@ HTREEITEM TreePane::Insert(Folder& folder, HTREEITEM parent, HTREEITEM after) {
 void TreePane::OnFolderAdded(Folder& folder) {
     if (m_handle == nullptr)
         return;
+    for (Folder* one = &folder; one != nullptr && one->IsInside(folder); one = m_jukebox.Next(one))
+        Show(*one);
+}
+
+void TreePane::Show(Folder& folder) {
     const HTREEITEM parent = folder.Parent() != nullptr ? ItemOf(folder.Parent()) : TVI_ROOT;
     const HTREEITEM after =
         folder.Index() > 0 ? ItemOf(Sibling(m_jukebox, folder, folder.Index() - 1)) : TVI_FIRST;

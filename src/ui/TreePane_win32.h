@@ -61,6 +61,7 @@ class TreePane : private JukeboxListener {
     void OnChildrenReordered(Folder* parent) override;
 
     void Fill();
+    void Show(Folder& folder);
     HTREEITEM Insert(Folder& folder, HTREEITEM parent, HTREEITEM after);
     HTREEITEM ItemOf(const Folder* folder) const;
     Folder* FolderOf(HTREEITEM item) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@ namespace tobbin {
 class FakeJukeboxView : public JukeboxView {
  public:
     std::vector<std::size_t> rows;
+    std::optional<std::size_t> focusedRow;
+    Folder* edited = nullptr;
     bool visible = true;
     bool closed = false;
     bool active = false;
@@ -18,13 +21,20 @@ class FakeJukeboxView : public JukeboxView {
 
     void SelectFolder(Folder* folder) override {
         rows.clear();
+        focusedRow.reset();
         controller->OnFolderSelected(folder);
     }
     void ExpandFolder(Folder&, bool) override {}
-    void EditFolderText(Folder&) override {}
+    void EditFolderText(Folder& folder) override { edited = &folder; }
     std::vector<std::size_t> SelectedRows() const override { return rows; }
     std::size_t SelectedCount() const override { return rows.size(); }
-    void SelectRows(const std::vector<std::size_t>& selected) override { rows = selected; }
+    void SelectRows(const std::vector<std::size_t>& selected) override {
+        rows = selected;
+        if (!rows.empty())
+            focusedRow = rows.front();
+    }
+    std::optional<std::size_t> MaybeFocusedRow() const override { return focusedRow; }
+    void FocusRow(std::size_t row) override { focusedRow = row; }
     void MakeRowVisible(std::size_t) override {}
     void Activate() override { active = true; }
     void Close() override {

@@ -53,8 +53,7 @@ class FakeFrame : public FrameView {
     bool HasMinimisedChildren() const override { return false; }
     void OpenJukeboxWindow(Jukebox& jukebox) override {
         Child& child = children.emplace_back();
-        child.window = std::make_unique<JukeboxWindow>(application.TheOutside(),
-                                                       application.Catalogue(), jukebox, host);
+        child.window = std::make_unique<JukeboxWindow>(application.Tools(), jukebox, host);
         child.view = std::make_unique<FakeJukeboxView>();
         child.view->controller = child.window.get();
         child.window->SetView(child.view.get());
@@ -80,6 +79,7 @@ class FakeFrame : public FrameView {
     }
     void ShowAbout() override { seen.push_back("about"); }
     void ShowTips() override { seen.push_back("tips"); }
+    void ShowFind() override { seen.push_back("find"); }
     std::unique_ptr<SearchingWindow> MakeSearchingWindow() override {
         class Window : public SearchingWindow {
          public:

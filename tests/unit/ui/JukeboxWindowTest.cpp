@@ -17,7 +17,7 @@ class JukeboxWindowTest : public testing::Test {
     Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\"}};
     FakeJukeboxWindowHost host;
     Jukebox jukebox;
-    JukeboxWindow window{fake.outside, application.Catalogue(), jukebox, host};
+    JukeboxWindow window{application.Tools(), jukebox, host};
     FakeJukeboxView view;
     Folder& songs = jukebox.AddChild(nullptr, "Mine");
 
@@ -45,6 +45,7 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     ASSERT_EQ(window.RowCount(), 3U);
     EXPECT_EQ(window.RowText(1, 0), "b.mp3");
     EXPECT_EQ(window.RowText(1, 1), "2");
+    application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);

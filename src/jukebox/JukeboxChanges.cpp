@@ -1,0 +1,207 @@
+#include "jukebox/JukeboxChanges.h"
+
+#include <numeric>
+#include <utility>
+
+namespace tobbin {
+namespace {
+
+Folder* SiblingOrParent(const Jukebox& jukebox, Folder* parent, std::size_t index) {
+    const std::size_t count = jukebox.ChildCount(parent);
+    if (count == 0)
+        return parent;
+    const std::size_t at = std::min(index, count - 1);
+    return parent != nullptr ? &parent->Child(at) : &jukebox.Root(at);
+}
+
+// What stands at k after the first change stood at order[k] before it; this leads back.
+std::vector<std::size_t> Inverse(const std::vector<std::size_t>& order) {
+    std::vector<std::size_t> inverse(order.size());
+    for (std::size_t k = 0; k < order.size(); ++k)
+        inverse[order[k]] = k;
+    return inverse;
+}
+
+class FolderInOrOut : public JukeboxChange {
+ public:
+    FolderInOrOut(std::unique_ptr<Folder> maybeOutside, Folder& folder, Folder* parent,
+                  std::size_t index)
+        : m_maybeOutside(std::move(maybeOutside)),
+          m_folder(folder),
+          m_parent(parent),
+          m_index(index) {}
+
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        if (m_maybeOutside != nullptr)
+            return {&jukebox.Insert(m_parent, m_index, std::move(m_maybeOutside)), {}, {}};
+        m_maybeOutside = jukebox.Detach(m_folder);
+        return {SiblingOrParent(jukebox, m_parent, m_index), {}, {}};
+    }
+
+ private:
+    std::unique_ptr<Folder> m_maybeOutside;
+    Folder& m_folder;
+    Folder* m_parent;
+    std::size_t m_index;
+};
+
+class FolderElsewhere : public JukeboxChange {
+ public:
+    FolderElsewhere(Folder& folder, Folder* parent) : m_folder(folder), m_parent(parent) {}
+
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        Folder* const from = m_folder.Parent();
+        const std::size_t fromIndex = m_folder.Index();
+        std::unique_ptr<Folder> folder = jukebox.Detach(m_folder);
+        const std::size_t index = std::min(m_index, jukebox.ChildCount(m_parent));
+        jukebox.Insert(m_parent, index, std::move(folder));
+        m_parent = from;
+        m_index = fromIndex;
+        return {&m_folder, {}, {}};
+    }
+
+ private:
+    Folder& m_folder;
+    Folder* m_parent;
+    std::size_t m_index = static_cast<std::size_t>(-1);  // the last
+};
+
+class FolderText : public JukeboxChange {
+ public:
+    FolderText(Folder& folder, std::string text) : m_folder(folder), m_text(std::move(text)) {}
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        std::string old = m_folder.Text();
+        jukebox.SetText(m_folder, std::exchange(m_text, std::move(old)));
+        return {&m_folder, {}, {}};
+    }
+
+ private:
+    Folder& m_folder;
+    std::string m_text;
+};
+
+class ChildOrder : public JukeboxChange {
+ public:
+    ChildOrder(Folder* parent, std::vector<std::size_t> order)
+        : m_parent(parent), m_order(std::move(order)) {}
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        jukebox.ReorderChildren(m_parent, m_order);
+        m_order = Inverse(m_order);
+        return {m_parent, {}, {}};
+    }
+
+ private:
+    Folder* m_parent;
+    std::vector<std::size_t> m_order;
+};
+
+class SongsInOrOut : public JukeboxChange {
+ public:
+    SongsInOrOut(Folder& folder, std::vector<std::size_t> rows, std::vector<SongItem> outside)
+        : m_folder(folder), m_rows(std::move(rows)), m_outside(std::move(outside)) {}
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        if (m_outside.empty()) {
+            m_outside = jukebox.TakeSongs(m_folder, m_rows);
+            return {&m_folder, {}, {}};
+        }
+        jukebox.PutSongs(m_folder, m_rows, std::exchange(m_outside, {}));
+        return {&m_folder, m_rows, {}};
+    }
+
+ private:
+    Folder& m_folder;
+    std::vector<std::size_t> m_rows;
+    std::vector<SongItem> m_outside;
+};
+
+class SongOrder : public JukeboxChange {
+ public:
+    SongOrder(Folder& folder, std::vector<std::size_t> order)
+        : m_folder(folder), m_order(std::move(order)) {}
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        jukebox.ReorderSongs(m_folder, m_order);
+        std::vector<std::size_t> back = Inverse(m_order);
+        return {&m_folder, {}, std::exchange(m_order, std::move(back))};
+    }
+
+ private:
+    Folder& m_folder;
+    std::vector<std::size_t> m_order;
+};
+
+class Heading : public JukeboxChange {
+ public:
+    Heading(std::size_t column, std::string heading)
+        : m_column(column), m_heading(std::move(heading)) {}
+    ChangedPlace Flip(Jukebox& jukebox) override {
+        std::string old = jukebox.Columns()[m_column];
+        jukebox.SetColumn(m_column, std::exchange(m_heading, std::move(old)));
+        return {};
+    }
+
+ private:
+    std::size_t m_column;
+    std::string m_heading;
+};
+
+class Value : public JukeboxChange {
+ public:
+    Value(int& variable, int value) : m_variable(variable), m_value(value) {}
+    ChangedPlace Flip(Jukebox& /*jukebox*/) override {
+        std::swap(m_variable, m_value);
+        return {};
+    }
+    bool ChangesJukebox() const override { return false; }
+
+ private:
+    int& m_variable;
+    int m_value;
+};
+
+}  // namespace
+
+std::unique_ptr<JukeboxChange> PutFolder(std::unique_ptr<Folder> folder, Folder* parent,
+                                         std::size_t index) {
+    Folder& inside = *folder;
+    return std::make_unique<FolderInOrOut>(std::move(folder), inside, parent, index);
+}
+
+std::unique_ptr<JukeboxChange> TakeFolder(Folder& folder) {
+    return std::make_unique<FolderInOrOut>(nullptr, folder, folder.Parent(), folder.Index());
+}
+
+std::unique_ptr<JukeboxChange> MoveFolder(Folder& folder, Folder* newParent) {
+    return std::make_unique<FolderElsewhere>(folder, newParent);
+}
+
+std::unique_ptr<JukeboxChange> RenameFolder(Folder& folder, std::string text) {
+    return std::make_unique<FolderText>(folder, std::move(text));
+}
+
+std::unique_ptr<JukeboxChange> OrderChildren(Folder* parent, std::vector<std::size_t> order) {
+    return std::make_unique<ChildOrder>(parent, std::move(order));
+}
+
+std::unique_ptr<JukeboxChange> TakeSongs(Folder& folder, std::vector<std::size_t> rows) {
+    return std::make_unique<SongsInOrOut>(folder, std::move(rows), std::vector<SongItem>());
+}
+
+std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem> songs) {
+    std::vector<std::size_t> rows(songs.size());
+    std::iota(rows.begin(), rows.end(), folder.Songs().size());
+    return std::make_unique<SongsInOrOut>(folder, std::move(rows), std::move(songs));
+}
+
+std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order) {
+    return std::make_unique<SongOrder>(folder, std::move(order));
+}
+
+std::unique_ptr<JukeboxChange> ChangeHeading(std::size_t column, std::string heading) {
+    return std::make_unique<Heading>(column, std::move(heading));
+}
+
+std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value) {
+    return std::make_unique<Value>(variable, value);
+}
+
+}  // namespace tobbin

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jukebox/JukeboxChange.h"
+
+namespace tobbin {
+
+// The changes that the editing commands are made of. Null for a parent means the top level; each
+// holds no more than what the change moves.
+
+// Puts a folder with all in it at a place among a parent's children.
+std::unique_ptr<JukeboxChange> PutFolder(std::unique_ptr<Folder> folder, Folder* parent,
+                                         std::size_t index);
+// Takes a folder out of the tree. It stays the same object while it is out.
+std::unique_ptr<JukeboxChange> TakeFolder(Folder& folder);
+// Makes a folder the last child of another parent, which must not be inside it.
+std::unique_ptr<JukeboxChange> MoveFolder(Folder& folder, Folder* newParent);
+std::unique_ptr<JukeboxChange> RenameFolder(Folder& folder, std::string text);
+// Child k becomes what is child order[k] now.
+std::unique_ptr<JukeboxChange> OrderChildren(Folder* parent, std::vector<std::size_t> order);
+
+// The same for the songs of a folder; rows ascending.
+std::unique_ptr<JukeboxChange> TakeSongs(Folder& folder, std::vector<std::size_t> rows);
+std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem> songs);
+std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order);
+
+// Gives a column of the list pane another heading.
+std::unique_ptr<JukeboxChange> ChangeHeading(std::size_t column, std::string heading);
+// Gives a variable that outlives the change another value.
+std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value);
+
+}  // namespace tobbin

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "catalogue/clsMain.h"
+#include "jukebox/Jukebox.h"
+#include "jukebox/SongClipboard.h"
+#include "platform/Outside.h"
+#include "util/SortCity.h"
+
+namespace tobbin {
+
+// What all jukebox windows work with; each lives as long as the program.
+struct EditingTools {
+    Outside& outside;
+    clsMain& catalogue;
+    SortCity& sorter;
+    SongClipboard& clipboard;
+    OpenJukeboxes& jukeboxes;
+};
+
+}  // namespace tobbin
