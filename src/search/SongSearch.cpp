@@ -24,13 +24,13 @@ bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
                kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
 }
 
+}  // namespace
+
 bool IsSongName(std::string_view name) {
     constexpr std::string_view kEnding = ".mp3";
     return name.size() >= kEnding.size() &&
            EqualsIgnoringAsciiCase(name.substr(name.size() - kEnding.size()), kEnding);
 }
-
-}  // namespace
 
 std::string DriveTypeText(unsigned type, const std::string& root) {
     switch (type) {

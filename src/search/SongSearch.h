@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 
 #include "platform/Outside.h"
@@ -24,6 +25,9 @@ std::string DriveTypeText(unsigned type, const std::string& root);
 // Whether songs and programs are looked for on this drive: its type text, lower-cased, matches
 // "*hard*".
 bool IsHardDrive(const Outside& outside, const std::string& root);
+
+// Whether a file is an MP3 file, by its name.
+bool IsSongName(std::string_view name);
 
 // Finds MP3 files and hands each to the sink; its texts go to the progress window. A folder that
 // can't be listed is passed over.
