@@ -22,6 +22,13 @@
 #define IDC_NEXT_TIP 312
 #define IDC_TIPS_AT_STARTUP 313
 
+#define IDD_PICTURE 320
+#define IDC_PICTURE_BROWSE 321
+#define IDC_PICTURE_TILE 322
+#define IDC_PICTURE_SHOW 323
+#define IDC_PICTURE_PATH 324
+#define IDC_PICTURE_PREVIEW 325
+
 // Places of the menus in the menu bar, from 0.
 #define MENU_FILE 0
 #define MENU_WINDOW 4

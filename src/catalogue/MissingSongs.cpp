@@ -6,7 +6,6 @@
 #include <unordered_set>
 
 #include "catalogue/clsMain.h"
-#include "search/SongSearch.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -17,7 +16,6 @@ MissingSongs::MissingSongs(Outside& outside, const RecordTable& table)
 std::vector<std::int32_t> MissingSongs::Find() {
     m_missing.clear();
     m_reachable.clear();
-    m_listed.clear();
     std::vector<Song> songs;
     for (std::int32_t record = 1; record <= m_table.Size(); ++record) {
         const RecordTable::CellId folder = m_table.Id(clsMain::kFolder, record);
@@ -50,8 +48,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         return;
     FolderListing listing;
     std::unordered_set<std::string_view> names;
-    const bool listed = !root.empty() && m_outside.disk.List(folder, listing).Ok();
-    if (listed) {
+    if (!root.empty() && m_outside.disk.List(folder, listing).Ok()) {
         for (const FolderEntry& entry : listing.entries)
             if (!entry.isFolder)
                 names.insert(entry.name);
@@ -59,14 +56,11 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     const std::size_t before = m_missing.size();
     std::array<char, 10> digits{};
     int asked = 0;
-    std::unordered_set<std::string_view> known;
     for (const Song* song = first; song != last; ++song) {
         const std::string_view name =
             m_table.ViewOf(m_table.Id(clsMain::kFileName, song->record), digits);
-        if (const auto found = names.find(name); found != names.end()) {
-            known.insert(*found);
+        if (names.contains(name))
             continue;
-        }
         // The file system itself knows best which names it takes for the same, and whether a file
         // that a listing can't show is there.
         if (root.empty() || IsGone(folder + std::string(name)))
@@ -74,12 +68,6 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         constexpr int kAskedBetweenEvents = 64;
         if (++asked % kAskedBetweenEvents == 0)
             m_outside.events.LetEventsThrough();
-    }
-    if (listed) {
-        std::vector<std::string>& others = m_listed[folder];
-        for (const FolderEntry& entry : listing.entries)
-            if (!entry.isFolder && IsSongName(entry.name) && !known.contains(entry.name))
-                others.push_back(entry.name);
     }
     // A drive that went away meanwhile took its files with it without their being gone.
     if (m_missing.size() > before && !root.empty() && !IsReachable(root)) {

@@ -35,7 +35,8 @@ using ComText = std::unique_ptr<wchar_t, ComTextFree>;
 // COM on this thread, as long as the object lives.
 class ComApartment {
  public:
-    ComApartment() : m_begun(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    explicit ComApartment(COINIT kind = COINIT_APARTMENTTHREADED)
+        : m_begun(SUCCEEDED(CoInitializeEx(nullptr, kind))) {}
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;
     ~ComApartment() {

@@ -56,7 +56,9 @@ class Application : public OpenJukeboxes {
 
     // What was last cut or copied, and all that jukebox windows work with.
     SongClipboard& Clipboard() { return m_clipboard; }
-    EditingTools Tools() { return {m_outside, m_catalogue, m_sorter, m_clipboard, *this}; }
+    EditingTools Tools() {
+        return {m_outside, m_catalogue, m_settings, m_sorter, m_clipboard, *this};
+    }
 
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);

@@ -2,10 +2,21 @@
 
 #include <utility>
 
+#include "ui/WicDecoder_win32.h"
+
 namespace tobbin {
 
+namespace {
+
+constexpr std::size_t kMostPictureBytes = 128 << 20;  // a dozen of a large window's
+
+}  // namespace
+
 FrameChildren::FrameChildren(Application& application, JukeboxWindowHost& host)
-    : m_application(application), m_host(host), m_states(application.TheOutside().userSettings) {}
+    : m_application(application),
+      m_host(host),
+      m_states(application.TheOutside().userSettings),
+      m_pictures([] { return MakeSystemPictureMaker(); }, kMostPictureBytes) {}
 
 JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
     // The first window fills the frame unless it was left otherwise; one that opens over such a
@@ -18,7 +29,7 @@ JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
     Child& child = *m_children.emplace_back(std::make_unique<Child>());
     child.jukebox = &jukebox;
     child.controller = std::make_unique<JukeboxWindow>(m_application.Tools(), jukebox, m_host);
-    child.window = std::make_unique<JukeboxMdiChild>(*child.controller);
+    child.window = std::make_unique<JukeboxMdiChild>(*child.controller, m_pictures);
     child.loadedNumber =
         m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });
     child.window->Open(mdiClient, maximised != FALSE, remembered ? &*remembered : nullptr,

@@ -9,6 +9,7 @@
 #include "shell/Application.h"
 #include "ui/JukeboxView_win32.h"
 #include "ui/JukeboxWindow.h"
+#include "ui/PictureLoader.h"
 #include "ui/WindowState.h"
 
 namespace tobbin {
@@ -24,6 +25,9 @@ class FrameChildren {
 
     // Releases windows that are closed. Only to be called when no message of one is at work.
     void ReleaseClosed();
+
+    // Makes the pictures of all windows.
+    PictureLoader& Pictures() { return m_pictures; }
 
     // The open window with this handle; null when it is none of the jukebox windows.
     JukeboxMdiChild* MaybeAt(HWND window) const;
@@ -42,6 +46,7 @@ class FrameChildren {
     Application& m_application;
     JukeboxWindowHost& m_host;
     WindowStates m_states;
+    PictureLoader m_pictures;
     std::vector<std::unique_ptr<Child>> m_children;
     int m_opened = 0;
 };

@@ -52,7 +52,6 @@ constexpr JukeboxCommand kJukeboxCommands[] = {
     {FrameCommand::AddFolderToRoot, Pane::Tree, 5, Pane::Tree, 5},
     {FrameCommand::PlaySelectedSongs, Pane::List, 2, Pane::List, 2},
     {FrameCommand::PlayAllSongsInFolder, Pane::List, 1, Pane::List, 1},
-    {FrameCommand::ChangePicture, Pane::List, 16, Pane::List, 16},
 };
 
 struct PopUpEntry {
@@ -95,6 +94,29 @@ std::optional<PlayerCommand> MaybePlayerCommand(FrameCommand command) {
             return PlayerCommand::Close;
         default:
             return std::nullopt;
+    }
+}
+
+// Carries out a command of the Picture menu; false when it is no such command.
+bool DoPictureCommand(FrameCommand command, JukeboxWindow& window) {
+    switch (command) {
+        case FrameCommand::ChangePicture:
+            window.Picture().choose();
+            return true;
+        case FrameCommand::NoPicture:
+            window.ShowPictt(!window.ShowPictt());
+            window.UpdatePictureStatus();
+            return true;
+        case FrameCommand::ToggleTile:
+            window.BeItTiled(!window.BeItTiled());
+            window.UpdatePictureStatus();
+            return true;
+        case FrameCommand::NextPicture:
+        case FrameCommand::PreviousPicture:
+            window.ChangePicture(command == FrameCommand::NextPicture);
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -150,14 +172,12 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
         case FrameCommand::About:
             return true;
         case FrameCommand::Close:
+        case FrameCommand::ChangePicture:
+        case FrameCommand::NoPicture:
+        case FrameCommand::ToggleTile:
+        case FrameCommand::NextPicture:
+        case FrameCommand::PreviousPicture:
             return m_view.MaybeActiveJukebox() != nullptr;
-        case FrameCommand::Find:
-        case FrameCommand::FindNext:
-            return HasSelectedFolder();
-        case FrameCommand::Undo:
-            return m_view.MaybeActiveJukebox() != nullptr && m_view.MaybeActiveJukebox()->CanUndo();
-        case FrameCommand::Redo:
-            return m_view.MaybeActiveJukebox() != nullptr && m_view.MaybeActiveJukebox()->CanRedo();
         case FrameCommand::Save:
         case FrameCommand::SaveAs:
         case FrameCommand::Cascade:
@@ -183,21 +203,6 @@ void FrameCommands::Do(FrameCommand command) {
             break;
         case FrameCommand::Open:
             m_files.Open();
-            break;
-        case FrameCommand::Find:
-            m_view.ShowFind();
-            break;
-        case FrameCommand::FindNext:
-            if (m_find.CanFindNext())
-                m_find.FindNext();
-            else
-                m_view.ShowFind();
-            break;
-        case FrameCommand::Undo:
-            m_view.MaybeActiveJukebox()->Undo();
-            break;
-        case FrameCommand::Redo:
-            m_view.MaybeActiveJukebox()->Redo();
             break;
         case FrameCommand::Close:
             m_view.MaybeActiveJukebox()->View().Close();
@@ -253,15 +258,10 @@ void FrameCommands::ClickButton(int button) {
         Do(*command);
 }
 
-bool FrameCommands::HasSelectedFolder() const {
-    const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
-    return window != nullptr && window->SelectedFolder() != nullptr;
-}
-
 bool FrameCommands::IsJukeboxCommandEnabled(FrameCommand command) const {
-    if (!HasSelectedFolder())
-        return false;
     const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
+    if (window == nullptr || window->SelectedFolder() == nullptr)
+        return false;
     const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
     return entry && window->IsEnabled(entry->number, static_cast<int>(entry->pane));
 }
@@ -270,18 +270,13 @@ bool FrameCommands::DoJukeboxCommand(FrameCommand command) {
     JukeboxWindow* const window = m_view.MaybeActiveJukebox();
     if (window == nullptr)
         return false;
+    if (DoPictureCommand(command, *window))
+        return true;
     const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
-    const bool asksFirst = command == FrameCommand::Cut && entry && entry->pane == Pane::Tree;
-    if (entry && (!asksFirst || MayCutFolder()))
+    if (entry)
         window->ActOnPopUpClick(entry->number, static_cast<int>(entry->pane),
                                 window->SelectedFolder());
     return entry.has_value();
-}
-
-bool FrameCommands::MayCutFolder() {
-    return m_application.TheOutside().dialogs.Ask(
-               "Are you sure you want to cut this folder and all it's contents?",
-               Buttons::YesNoCancel, BoxIcon::Question) == Answer::Yes;
 }
 
 // With no jukebox open, the sample jukebox is built first and opens in a window of its own.

@@ -7,7 +7,7 @@
 #include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxFile.h"
 #include "jukebox/SpecialFolders.h"
-#include "util/DataText.h"
+#include "ui/PictureSettings.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -16,11 +16,6 @@ namespace {
 constexpr char kFilter[] = "Juke Box Files (*.juk) |*.juk";
 constexpr char kExtension[] = ".juk";
 constexpr char kAlreadyOpen[] = "This file is already open";
-
-// A flag as the writer prints a whole number: with a blank in the place of the missing sign.
-std::string PrintedFlag(bool flag) {
-    return flag ? "-1 " : " 0 ";
-}
 
 }  // namespace
 
@@ -180,10 +175,9 @@ void JukeboxFiles::WritePictureSettings(const std::string& path, const JukeboxWi
     std::string name = FileNameOfPath(path);
     name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
     const std::string file = m_application.Settings().LocOfGroupingDir() + name + ".poc";
-    const DiskStatus status = SaveWholeFile(
-        outside.disk, file,
-        EncodeDataText(outside.text, window.LastPicFileLocation()) + "\r\n" +
-            PrintedFlag(window.BeItTiled()) + "\r\n" + PrintedFlag(window.ShowPictt()) + "\r\n");
+    const DiskStatus status = SavePictureSettings(
+        outside, file, {window.LastPicFileLocation(), window.BeItTiled(), window.ShowPictt()},
+        FlagText::TruthValue);
     if (!status.Ok())
         outside.statusLine.Say("The jukebox is saved, but not its picture settings \"" + file +
                                "\": " + status.Reason() + ".");

@@ -15,6 +15,7 @@
 #include "shell/TipDialog_win32.h"
 #include "shell/Tips.h"
 #include "ui/ListedSongs.h"
+#include "ui/PictureDialog_win32.h"
 
 namespace tobbin {
 namespace {
@@ -350,7 +351,11 @@ void MainFrame::PlaySelectedSongs(JukeboxWindow& window) {
     m_player.Requests().PlaySelectedSongs(ListedSongs(window));
 }
 
-void MainFrame::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {}
+void MainFrame::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {
+    PictureChoice choice(m_outside.Interfaces(), m_application.Settings(),
+                         [this] { return MaybeActiveJukebox(); });
+    PictureDialog(choice, m_children.Pictures()).Show(Handle());
+}
 
 void MainFrame::SaveBeforeClosing(JukeboxWindow& window) {
     m_commands.Files().SaveBeforeClosing(window);

@@ -81,7 +81,6 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     std::unique_ptr<SearchingWindow> MakeSearchingWindow() override;
     void CloseFrame() override;
 
-    bool CanChangePicture() const override { return false; }
     void PlayAllSongsInFolder(JukeboxWindow& window) override;
     void PlaySelectedSongs(JukeboxWindow& window) override;
     void ChangeBackgroundPicture(JukeboxWindow& window) override;

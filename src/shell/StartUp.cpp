@@ -176,8 +176,8 @@ void StartUp::BringCatalogueUpToDate() {
     clsMain& catalogue = m_application.Catalogue();
     if (!catalogue.Mp3MainHasSomeMembers())
         return;
-    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
-        catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
 }
 
 void StartUp::SearchForSongs() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/clsINI.h"
 #include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/SongClipboard.h"
@@ -12,6 +13,7 @@ namespace tobbin {
 struct EditingTools {
     Outside& outside;
     clsMain& catalogue;
+    const clsINI& settings;
     SortCity& sorter;
     SongClipboard& clipboard;
     OpenJukeboxes& jukeboxes;

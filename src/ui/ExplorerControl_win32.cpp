@@ -22,8 +22,9 @@ bool IsDown(int key) {
 
 }  // namespace
 
-ExplorerControl::ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list)
-    : m_tree(jukebox, tree), m_list(list), m_splitter(kFirstTreeWidth) {}
+ExplorerControl::ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list,
+                                 PictureLoader& pictures)
+    : m_tree(jukebox, tree), m_list(list, pictures), m_splitter(kFirstTreeWidth) {}
 
 ExplorerControl::~ExplorerControl() {
     Destroy();
@@ -71,6 +72,9 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_CONTEXTMENU:
             OnContextMenu(reinterpret_cast<HWND>(wParam), GET_X_LPARAM(lParam),
                           GET_Y_LPARAM(lParam));
+            return 0;
+        case WM_COMMAND:
+            onCommand(LOWORD(wParam));
             return 0;
         case WM_PAINT:
             OnPaint();

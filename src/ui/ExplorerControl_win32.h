@@ -22,7 +22,8 @@ class ExplorerControl : public WindowBase {
     static constexpr wchar_t kName[] = L"PVExplorer1";  // of its class and of itself
     enum Control : int { kTree = 1, kList = 2 };
 
-    ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list);
+    ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list,
+                    PictureLoader& pictures);
     ~ExplorerControl() override;
 
     bool CreateIn(HWND parent);
@@ -44,6 +45,9 @@ class ExplorerControl : public WindowBase {
 
     // Called when the panes have got their places.
     std::function<void()> onLayout = [] {};
+
+    // Called for a command that was sent to the control.
+    std::function<void(int command)> onCommand = [](int) {};
 
     // Called for a menu in a pane: at a place of the screen, by mouse or by key.
     std::function<void(HWND pane, POINT screen, bool byMouse)> onMenu = [](HWND, POINT, bool) {};

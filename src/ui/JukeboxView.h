@@ -35,6 +35,9 @@ class JukeboxView {
     virtual void FocusRow(std::size_t row) = 0;
     virtual void MakeRowVisible(std::size_t row) = 0;
 
+    // Shows a picture behind the list pane; see BackgroundPicture::Show.
+    virtual void SetBackground(const std::string& address, bool tiled, const std::string& next) = 0;
+
     // Brings the window forward; closes it as the person does, with the question whether to save.
     virtual void Activate() = 0;
     virtual void Close() = 0;

@@ -10,8 +10,8 @@
 #include "ui/WindowState_win32.h"
 
 namespace tobbin {
-JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller)
-    : m_controller(controller), m_explorer(controller.Model(), *this, *this) {
+JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller, PictureLoader& pictures)
+    : m_controller(controller), m_explorer(controller.Model(), *this, *this, pictures) {
     m_controller.SetView(this);
     m_controller.Model().AddListener(*this);
 }
@@ -50,6 +50,7 @@ bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, const WindowState* re
         return false;
     if (remembered != nullptr)
         RestorePanes(*remembered);
+    m_controller.OnOpened();
     return true;
 }
 
@@ -85,6 +86,11 @@ bool JukeboxMdiChild::OnCreate() {
         return false;
     m_explorer.onMenu = [this](HWND pane, POINT screen, bool byMouse) {
         OnMenu(pane, screen, byMouse);
+    };
+    m_explorer.onCommand = [this](int command) { m_controller.OnControlCommand(command); };
+    m_explorer.List().Background().onFailed = [this](const std::string& path,
+                                                     const std::string& problem) {
+        m_controller.Picture().OnFailed(path, problem);
     };
     m_explorer.onLayout = [this] {
         if (!m_columnsAreThePersons && !IsIconic(Handle()))
@@ -158,8 +164,10 @@ void JukeboxMdiChild::OnMenu(HWND pane, POINT screen, bool byMouse) {
 
 void JukeboxMdiChild::ShowPopUpMenu(int pane, POINT screen) {
     PopUpMenu menu(pane, Handle());
+    if (pane == static_cast<int>(Pane::List) && !m_controller.Picture().Pictures().IsEmpty())
+        menu.AddControlCommands();
     menu.EnableEntries([&](int entry) { return m_controller.IsEnabled(entry, pane); });
-    if (const int entry = menu.Show(screen, Handle()); entry != 0)
+    if (const int entry = menu.Show(screen, m_explorer.Handle()); entry != 0)
         m_controller.ActOnPopUpClick(entry, pane, m_controller.SelectedFolder());
 }
 
@@ -214,6 +222,13 @@ void JukeboxMdiChild::FocusRow(std::size_t row) {
 
 void JukeboxMdiChild::MakeRowVisible(std::size_t row) {
     m_explorer.List().MakeVisible(row);
+}
+
+void JukeboxMdiChild::SetBackground(const std::string& address, bool tiled,
+                                    const std::string& next) {
+    constexpr std::string_view kFile = R"(file:\\)";
+    m_explorer.List().Background().Show(
+        address.starts_with(kFile) ? address.substr(kFile.size()) : std::string(), tiled, next);
 }
 
 void JukeboxMdiChild::Activate() {

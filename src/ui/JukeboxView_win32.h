@@ -25,7 +25,7 @@ class JukeboxMdiChild : public WindowBase,
  public:
     static constexpr wchar_t kClassName[] = L"frmMain";
 
-    explicit JukeboxMdiChild(JukeboxWindow& controller);
+    JukeboxMdiChild(JukeboxWindow& controller, PictureLoader& pictures);
     ~JukeboxMdiChild() override;
 
     // `closed` is called when the window is gone; the owner then releases this object and its
@@ -49,6 +49,7 @@ class JukeboxMdiChild : public WindowBase,
     std::optional<std::size_t> MaybeFocusedRow() const override;
     void FocusRow(std::size_t row) override;
     void MakeRowVisible(std::size_t row) override;
+    void SetBackground(const std::string& address, bool tiled, const std::string& next) override;
     void Activate() override;
     void Close() override;
     bool IsVisible() const override { return IsWindowVisible(Handle()) != FALSE; }

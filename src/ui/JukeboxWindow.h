@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "jukebox/Jukebox.h"
+#include "jukebox/JukeboxHistory.h"
 #include "jukebox/SpecialFolders.h"
+#include "ui/BackgroundPicture.h"
 #include "ui/Dragging.h"
 #include "ui/EditingTools.h"
-#include "ui/JukeboxEditor.h"
 #include "ui/JukeboxView.h"
 
 namespace tobbin {
@@ -21,13 +22,14 @@ class JukeboxWindow;
 inline constexpr int kFolderMenuEntries = 11;
 inline constexpr int kSongMenuEntries = 16;
 
+// The commands of the window's control beside the menus' own entries.
+inline constexpr int kNextPic = 601;
+inline constexpr int kPrevPic = 602;
+
 // What a jukebox window hands on to the main frame.
 class JukeboxWindowHost {
  public:
     virtual ~JukeboxWindowHost() = default;
-
-    // Whether the frame can do such a thing now.
-    virtual bool CanChangePicture() const = 0;
 
     // Play the songs of the list pane: all of them, or the selected rows.
     virtual void PlayAllSongsInFolder(JukeboxWindow& window) = 0;
@@ -60,13 +62,22 @@ class JukeboxWindow : private JukeboxListener {
     JukeboxView& View() const { return *m_view; }
     bool HasView() const { return m_view != nullptr; }
 
-    // The background picture: path of the last one, whether one is shown, whether it is tiled.
-    const std::string& LastPicFileLocation() const { return m_picture; }
-    void LastPicFileLocation(std::string path) { m_picture = std::move(path); }
-    bool ShowPictt() const { return m_showPicture; }
-    void ShowPictt(bool shown) { m_showPicture = shown; }
-    bool BeItTiled() const { return m_tiled; }
-    void BeItTiled(bool tiled) { m_tiled = tiled; }
+    // The window is on the screen, or will be with its frame: a jukebox that comes from a file
+    // finds its picture again.
+    void OnOpened();
+
+    // The background picture: path of the last one, whether one is shown, whether it is tiled, and
+    // what BackgroundPicture says of the operations.
+    BackgroundPicture& Picture() { return m_picture; }
+    const std::string& LastPicFileLocation() const { return m_picture.LastPicFileLocation(); }
+    void LastPicFileLocation(std::string path) { m_picture.LastPicFileLocation(std::move(path)); }
+    bool ShowPictt() const { return m_picture.ShowPictt(); }
+    void ShowPictt(bool shown) { m_picture.ShowPictt(shown); }
+    bool BeItTiled() const { return m_picture.BeItTiled(); }
+    void BeItTiled(bool tiled) { m_picture.BeItTiled(tiled); }
+    void ReadInImageArray(const std::string& name) { m_picture.ReadInImageArray(name); }
+    void ChangePicture(bool forward) { m_picture.ChangePicture(forward); }
+    void UpdatePictureStatus() { m_picture.UpdatePictureStatus(); }
 
     // The pane that last had the focus.
     Pane CurrentPaneWFocus() const { return m_focus; }
@@ -84,12 +95,12 @@ class JukeboxWindow : private JukeboxListener {
     void ActOnPopUpClick(int command, int pane, Folder* node);
 
     // Whether that entry can act now. The caption of a sub-menu and a separator can't.
-    bool IsEnabled(int command, int pane) const { return CanAct(command, pane, m_selected); }
+    bool IsEnabled(int command, int pane) const;
 
     // Undoing and redoing of all that was done to the jukebox, one step at a time. The text names
     // the step: "Undo Cut Folder"; empty when there is none.
-    bool CanUndo() const { return m_editor.History().CanUndo(); }
-    bool CanRedo() const { return m_editor.History().CanRedo(); }
+    bool CanUndo() const { return m_history.CanUndo(); }
+    bool CanRedo() const { return m_history.CanRedo(); }
     std::string UndoText() const;
     std::string RedoText() const;
     void Undo();
@@ -111,6 +122,8 @@ class JukeboxWindow : private JukeboxListener {
     // case of letters.
     std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
                                                      std::size_t start) const;
+    // Runs a command of the window's control: "Next Pic" or "Prev. Pic".
+    void OnControlCommand(int command);
 
     // Whether a folder may be deleted: every one that the program does not fill.
     static bool OkToDelete(const Folder& node) { return !IsSpecialFolder(node); }
@@ -142,16 +155,6 @@ class JukeboxWindow : private JukeboxListener {
     void AskBeforeClosing();
 
  private:
-    bool CanAct(int command, int pane, const Folder* node) const;
-    void ActOnFolder(int command, Folder& node);
-    void ActOnSongs(int command, Folder& node);
-    void AddFolder(Folder* parent);
-    void CutSongs(Folder& folder);
-    void Paste(Folder& into);
-    void Show(const ChangedPlace& place);
-    template <typename Change>
-    void ShowWithSelection(Change change);
-
     void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
 
@@ -161,11 +164,9 @@ class JukeboxWindow : private JukeboxListener {
     JukeboxView* m_view = nullptr;
     Folder* m_selected = nullptr;
     Pane m_focus = Pane::Tree;
-    JukeboxEditor m_editor;
+    JukeboxHistory m_history;
     int m_sortState = 0;
-    std::string m_picture;
-    bool m_showPicture = false;
-    bool m_tiled = false;
+    BackgroundPicture m_picture;
 };
 
 }  // namespace tobbin

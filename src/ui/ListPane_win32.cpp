@@ -30,6 +30,7 @@ bool ListPane::Create(HWND parent, int number) {
         return false;
     ListView_SetExtendedListViewStyle(
         m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
+    m_background.Attach(m_handle);
     OnDpiChanged();
     return true;
 }
@@ -234,8 +235,11 @@ LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {
     return TRUE;
 }
 
-// Systems whose control does not ask for the empty text get it painted over the empty pane.
+// The picture comes under the rows. Systems whose control does not ask for the empty text get it
+// painted over the empty pane.
 LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT && m_background.IsShown())
+        m_background.Paint(draw.nmcd.hdc);
     if (m_controlShowsEmptyText || m_delegate.RowCount() > 0)
         return CDRF_DODEFAULT;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
@@ -251,7 +255,8 @@ LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
     InflateRect(&place, -margin, 0);
     const int saved = SaveDC(draw.nmcd.hdc);
     SelectObject(draw.nmcd.hdc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
-    SetTextColor(draw.nmcd.hdc, GetSysColor(COLOR_GRAYTEXT));
+    SetTextColor(draw.nmcd.hdc,
+                 GetSysColor(m_background.IsShown() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
     SetBkMode(draw.nmcd.hdc, TRANSPARENT);
     DrawTextW(draw.nmcd.hdc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
               DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);

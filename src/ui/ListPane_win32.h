@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/UniqueHandle_win32.h"
+#include "ui/ListBackground_win32.h"
 
 namespace tobbin {
 
@@ -37,7 +38,8 @@ class ListPaneDelegate {
 // paints, so that a million of them open at once.
 class ListPane {
  public:
-    explicit ListPane(ListPaneDelegate& delegate) : m_delegate(delegate) {}
+    ListPane(ListPaneDelegate& delegate, PictureLoader& pictures)
+        : m_delegate(delegate), m_background(pictures) {}
     ListPane(const ListPane&) = delete;
     ListPane& operator=(const ListPane&) = delete;
 
@@ -68,6 +70,9 @@ class ListPane {
     void FocusRow(std::size_t row);
     void MakeVisible(std::size_t row);
 
+    // The picture behind the rows.
+    ListBackground& Background() { return m_background; }
+
     // Where a menu for the selection belongs, in screen coordinates.
     POINT MenuPlace() const;
 
@@ -80,6 +85,7 @@ class ListPane {
     ListPaneDelegate& m_delegate;
     HWND m_handle = nullptr;
     UniqueImageList m_icons;
+    ListBackground m_background;
     int m_columns = 0;
     bool m_controlShowsEmptyText = false;
 };

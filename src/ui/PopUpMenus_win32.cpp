@@ -85,9 +85,18 @@ void PopUpMenu::GreyEmptySubMenus() const {
     }
 }
 
+void PopUpMenu::AddControlCommands() {
+    AppendMenuW(Handle(), MF_STRING, kNextPic, L"Next Pic");
+    AppendMenuW(Handle(), MF_STRING, kPrevPic, L"Prev. Pic");
+}
+
 int PopUpMenu::Show(POINT screen, HWND window) const {
     const int chosen = TrackPopupMenuEx(Handle(), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_LEFTALIGN,
                                         screen.x, screen.y, window, nullptr);
+    if (chosen == kNextPic || chosen == kPrevPic) {
+        SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(chosen), 0);
+        return 0;
+    }
     return chosen > 0 ? chosen - m_firstNumber : 0;
 }
 

@@ -17,7 +17,11 @@ class PopUpMenu {
 
     void EnableEntries(const std::function<bool(int entry)>& isEnabled);
 
-    // Waits for the choice: an entry from 1, or 0 for none.
+    // Adds "Next Pic" and "Prev. Pic" at the end.
+    void AddControlCommands();
+
+    // Waits for the choice: an entry from 1, or 0 for none. A command of the control is sent to
+    // the window.
     int Show(POINT screen, HWND window) const;
 
     HMENU Handle() const { return GetSubMenu(m_menu.Get(), 0); }

@@ -36,6 +36,10 @@ class FakeJukeboxView : public JukeboxView {
     std::optional<std::size_t> MaybeFocusedRow() const override { return focusedRow; }
     void FocusRow(std::size_t row) override { focusedRow = row; }
     void MakeRowVisible(std::size_t) override {}
+    std::vector<std::string> backgrounds;  // address, "tiled" or "fitted", the next one
+    void SetBackground(const std::string& address, bool tiled, const std::string& next) override {
+        backgrounds.push_back(address + (tiled ? "|tiled|" : "|fitted|") + next);
+    }
     void Activate() override { active = true; }
     void Close() override {
         controller->AskBeforeClosing();
@@ -50,7 +54,6 @@ class FakeJukeboxWindowHost : public JukeboxWindowHost {
  public:
     std::vector<std::string> asked;
 
-    bool CanChangePicture() const override { return false; }
     void PlayAllSongsInFolder(JukeboxWindow&) override { asked.push_back("play all"); }
     void PlaySelectedSongs(JukeboxWindow&) override { asked.push_back("play selected"); }
     void ChangeBackgroundPicture(JukeboxWindow&) override { asked.push_back("picture"); }

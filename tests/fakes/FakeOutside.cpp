@@ -109,8 +109,9 @@ Answer FakeDialogs::Ask(const std::string& text, Buttons buttons, BoxIcon icon,
     return answer;
 }
 
-std::optional<std::string> FakeDialogs::MaybeFileToOpen(const std::string& /*filter*/,
-                                                        const std::string& /*folder*/) {
+std::optional<std::string> FakeDialogs::MaybeFileToOpen(const std::string& filter,
+                                                        const std::string& folder) {
+    fileDialogs.push_back(filter + " in " + folder);
     if (files.empty())
         return std::nullopt;
     auto file = files.front();

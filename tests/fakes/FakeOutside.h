@@ -2,7 +2,6 @@
 
 #include <deque>
 #include <functional>
-#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -53,6 +52,7 @@ class FakeDialogs : public Dialogs {
     std::vector<Box> boxes;
     std::deque<Answer> answers;
     std::deque<std::optional<std::string>> files;
+    std::vector<std::string> fileDialogs;  // filter and folder of each, with " in " between them
 
     Answer Ask(const std::string& text, Buttons buttons, BoxIcon icon,
                const std::string& title) override;

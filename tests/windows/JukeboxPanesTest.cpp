@@ -7,6 +7,7 @@
 #include "platform/Wide_win32.h"
 #include "shell/Application.h"
 #include "ui/JukeboxView_win32.h"
+#include "ui/WicDecoder_win32.h"
 
 namespace tobbin {
 namespace {
@@ -19,7 +20,8 @@ class JukeboxPanesTest : public testing::Test {
     FakeJukeboxWindowHost host;
     Jukebox jukebox;
     JukeboxWindow controller{application.Tools(), jukebox, host};
-    JukeboxMdiChild window{controller};
+    PictureLoader pictures{[] { return MakeSystemPictureMaker(); }, 1 << 20};
+    JukeboxMdiChild window{controller, pictures};
     HWND frame = nullptr;
 
     JukeboxPanesTest() {
@@ -50,7 +52,6 @@ class JukeboxPanesTest : public testing::Test {
         for (int i = 1; i <= count; ++i) {
             const std::string name = "song " + std::to_string(i) + ".mp3";
             application.Catalogue().OnSongFound("C:\\M\\", name);
-            application.Catalogue().Mp3Info(clsMain::kRank, i, std::to_string(2 + i % 6));
             songs.push_back(jukebox.MakeItem(name, i, 2 + i % 6));
         }
         jukebox.SetSongs(folder, std::move(songs));

@@ -58,6 +58,7 @@ class FakeFrame : public FrameView {
         child.view->controller = child.window.get();
         child.window->SetView(child.view.get());
         child.view->SelectFolder(jukebox.RootCount() > 0 ? &jukebox.Root(0) : nullptr);
+        child.window->OnOpened();
     }
     bool PlayerCheck() override {
         ++playerChecks;

@@ -1,0 +1,67 @@
+#include "ui/BackgroundPicture.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kAddress[] = R"(file:\\)";
+constexpr char kPickFirst[] = "You first need to pick a picture.\r\n\r\n";
+constexpr char kToStep[] =
+    "Once you've picked a picture this will allow you to cycle through all the pictures in that "
+    "particular folder (directory).";
+constexpr char kToSwitch[] = "Once you've picked a picture you can use this function.";
+
+}  // namespace
+
+void BackgroundPicture::ReadInImageArray(const std::string& name) {
+    const LoadResult result =
+        LoadPictureSettings(m_outside, m_settings.LocOfGroupingDir() + name, m_kept);
+    if (result.outcome == LoadOutcome::Damaged || result.outcome == LoadOutcome::Unreadable)
+        m_outside.statusLine.Say(result.message);
+    m_list.Read(m_outside, m_sorter, m_kept.picture);
+    if (!m_list.IsEmpty()) {
+        UpdatePictureStatus();
+        return;
+    }
+    show({}, m_kept.tiled, {});
+    if (m_kept.shown && !m_kept.picture.empty())
+        m_outside.statusLine.Say("The background picture \"" + m_kept.picture +
+                                 "\" is not there any more.");
+}
+
+void BackgroundPicture::ChangePicture(bool forward) {
+    if (m_list.IsEmpty()) {
+        AskToPick(kToStep);
+        return;
+    }
+    m_list.Step(forward);
+    ShowCurrent(forward);
+}
+
+void BackgroundPicture::UpdatePictureStatus() {
+    if (m_list.IsEmpty())
+        AskToPick(kToSwitch);
+    else
+        ShowCurrent(true);
+}
+
+void BackgroundPicture::ShowCurrent(bool forward) {
+    if (!m_kept.shown) {
+        show({}, m_kept.tiled, {});
+        return;
+    }
+    m_kept.picture = m_list.Current();
+    show(kAddress + m_kept.picture, m_kept.tiled,
+         m_list.Count() > 1 ? m_list.Beside(forward) : std::string());
+}
+
+void BackgroundPicture::AskToPick(const char* whatFor) {
+    m_outside.dialogs.Tell(std::string(kPickFirst) + whatFor);
+    choose();
+}
+
+void BackgroundPicture::OnFailed(const std::string& path, const std::string& reason) {
+    if (m_kept.shown && path == m_kept.picture)
+        m_outside.statusLine.Say("The picture \"" + path + "\" can't be shown: " + reason + ".");
+}
+
+}  // namespace tobbin

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/UniqueHandle_win32.h"
+#include "ui/PictureLoader.h"
+
+namespace tobbin {
+
+// The picture behind the rows of a list view, under a veil of the window's colour that keeps the
+// rows readable. It stays in its place while the rows scroll. The list's owner calls Paint when the
+// list asks how to draw itself.
+class ListBackground {
+ public:
+    explicit ListBackground(PictureLoader& loader) : m_loader(loader) {}
+    ListBackground(const ListBackground&) = delete;
+    ListBackground& operator=(const ListBackground&) = delete;
+    ~ListBackground() { Detach(); }
+
+    // From the list view's creation to its end.
+    void Attach(HWND list);
+    void Detach();
+
+    // Shows a file, or nothing when the path is empty. `next` is decoded ahead.
+    void Show(const std::string& path, bool tiled, const std::string& next);
+
+    // Whether there is a picture now: names are then drawn on it, not on the window's colour.
+    bool IsShown() const { return m_canvas && !m_path.empty(); }
+
+    // Paints the area behind the rows.
+    void Paint(HDC dc) const;
+
+    // Called when a picture can't be shown.
+    std::function<void(const std::string& path, const std::string& problem)> onFailed =
+        [](const std::string&, const std::string&) {};
+
+ private:
+    static LRESULT CALLBACK Subclass(HWND list, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR self);
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void Request();
+    void OnReady();
+    void SetCanvas(const PicturePixels& pixels);
+    void UseColours();
+    RECT Pane() const;
+    POINT Scrolled() const;
+
+    PictureLoader& m_loader;
+    HWND m_list = nullptr;
+    std::string m_path, m_next;
+    bool m_tiled = false;
+    PictureRequest m_request;  // the last one made
+    UniqueBitmap m_canvas;     // a picture of an earlier request while the last one is made
+    PictureSize m_canvasSize;
+};
+
+}  // namespace tobbin

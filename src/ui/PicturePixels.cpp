@@ -1,0 +1,87 @@
+#include "ui/PicturePixels.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tobbin {
+namespace {
+
+// Where the pixel at a place of the seen picture is stored.
+std::pair<int, int> StoredPlace(int x, int y, PictureSize stored, int orientation) {
+    if (IsOnItsSide(orientation))
+        std::swap(x, y);
+    const bool mirrorX =
+        orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
+    const bool mirrorY =
+        orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
+    return {mirrorX ? stored.width - 1 - x : x, mirrorY ? stored.height - 1 - y : y};
+}
+
+int Scaled(int value, int times, int by) {
+    return std::max(1, static_cast<int>(static_cast<std::int64_t>(value) * times / by));
+}
+
+}  // namespace
+
+PicturePart CoveringPart(PictureSize picture, PictureSize pane) {
+    PicturePart part{0, 0, picture.width, picture.height};
+    if (static_cast<std::int64_t>(picture.width) * pane.height >
+        static_cast<std::int64_t>(picture.height) * pane.width)
+        part.width = Scaled(picture.height, pane.width, pane.height);
+    else
+        part.height = Scaled(picture.width, pane.height, pane.width);
+    part.x = (picture.width - part.width) / 2;
+    part.y = (picture.height - part.height) / 2;
+    return part;
+}
+
+bool IsOnItsSide(int orientation) {
+    return orientation >= 5;
+}
+
+PictureSize TurnedSize(PictureSize stored, int orientation) {
+    return IsOnItsSide(orientation) ? PictureSize{stored.height, stored.width} : stored;
+}
+
+PicturePart StoredPart(const PicturePart& seen, PictureSize stored, int orientation) {
+    const auto [x1, y1] = StoredPlace(seen.x, seen.y, stored, orientation);
+    const auto [x2, y2] =
+        StoredPlace(seen.x + seen.width - 1, seen.y + seen.height - 1, stored, orientation);
+    const auto [left, right] = std::minmax(x1, x2);
+    const auto [top, bottom] = std::minmax(y1, y2);
+    return {left, top, right - left + 1, bottom - top + 1};
+}
+
+PicturePixels Turned(const PicturePixels& stored, int orientation) {
+    PicturePixels seen(TurnedSize(stored.size, orientation));
+    for (int y = 0; y < seen.size.height; ++y) {
+        std::uint32_t* const row = seen.Row(y);
+        for (int x = 0; x < seen.size.width; ++x) {
+            const auto [fromX, fromY] = StoredPlace(x, y, stored.size, orientation);
+            row[x] = stored.Row(fromY)[fromX];
+        }
+    }
+    return seen;
+}
+
+PicturePixels Tiled(const PicturePixels& tile, PictureSize pane) {
+    PicturePixels all(pane);
+    for (int y = 0; y < pane.height; ++y) {
+        const std::uint32_t* const from = tile.Row(y % tile.size.height);
+        for (int x = 0; x < pane.width; x += tile.size.width)
+            std::copy_n(from, std::min(tile.size.width, pane.width - x), all.Row(y) + x);
+    }
+    return all;
+}
+
+void Veil(PicturePixels& picture, std::uint32_t colour, int percent) {
+    const auto mix = [&](std::uint32_t pixel, int shift) {
+        const auto of = static_cast<std::uint32_t>(100 - percent);
+        const auto veil = static_cast<std::uint32_t>(percent);
+        return ((pixel >> shift & 0xFF) * of + (colour >> shift & 0xFF) * veil + 50) / 100 << shift;
+    };
+    for (std::uint32_t& pixel : picture.pixels)
+        pixel = mix(pixel, 16) | mix(pixel, 8) | mix(pixel, 0);
+}
+
+}  // namespace tobbin

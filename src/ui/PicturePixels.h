@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace tobbin {
+
+struct PictureSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PictureSize&) const = default;
+};
+
+// A part of a picture, in its pixels, from its upper left corner.
+struct PicturePart {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const PicturePart&) const = default;
+};
+
+// Pixels as 0x00RRGGBB, row by row from the top.
+struct PicturePixels {
+    PictureSize size;
+    std::vector<std::uint32_t> pixels;
+
+    PicturePixels() = default;
+    explicit PicturePixels(PictureSize of)
+        : size(of),
+          pixels(static_cast<std::size_t>(of.width) * static_cast<std::size_t>(of.height)) {}
+    std::uint32_t* Row(int y) {
+        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width);
+    }
+    const std::uint32_t* Row(int y) const {
+        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width);
+    }
+};
+
+// The part of a picture that is seen when it covers a pane, keeping its proportions: all of its
+// width or all of its height, and the middle of the other.
+PicturePart CoveringPart(PictureSize picture, PictureSize pane);
+
+// How a camera was held: the EXIF number of the orientation, 1 to 8, of which 1 is upright. A
+// stored picture is turned to be seen; these tell the size that it then has, and which part of the
+// stored picture a part of the seen one is.
+bool IsOnItsSide(int orientation);
+PictureSize TurnedSize(PictureSize stored, int orientation);
+PicturePart StoredPart(const PicturePart& seen, PictureSize stored, int orientation);
+PicturePixels Turned(const PicturePixels& stored, int orientation);
+
+// Fills a pane with copies of a picture, from its upper left corner on.
+PicturePixels Tiled(const PicturePixels& tile, PictureSize pane);
+
+// Lays a colour over the picture; `percent` is the share of the colour.
+void Veil(PicturePixels& picture, std::uint32_t colour, int percent);
+
+}  // namespace tobbin
