@@ -106,13 +106,14 @@ DiskStatus PosixDisk::Stat(const std::string& path, PathInfo& info) {
     return {};
 }
 
-DiskStatus PosixDisk::List(const std::string& folder, FolderListing& listing) {
+DiskStatus PosixDisk::List(const std::string& folder, const ListingWish& wish,
+                           FolderListing& listing) {
     listing = {};
     DIR* const stream = opendir(Local(folder).c_str());
     if (stream == nullptr)
         return LastError();
     struct stat self {};
-    if (fstat(dirfd(stream), &self) == 0)
+    if (wish.id && fstat(dirfd(stream), &self) == 0)
         listing.id = FolderId{self.st_dev, self.st_ino};
     while (const dirent* const entry = readdir(stream)) {
         const std::string name = entry->d_name;

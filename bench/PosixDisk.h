@@ -13,7 +13,9 @@ class PosixDisk : public Disk {
     explicit PosixDisk(std::string root) : m_root(std::move(root)) {}
 
     DiskStatus Stat(const std::string& path, PathInfo& info) override;
-    DiskStatus List(const std::string& folder, FolderListing& listing) override;
+    using Disk::List;
+    DiskStatus List(const std::string& folder, const ListingWish& wish,
+                    FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;

@@ -9,7 +9,7 @@ export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 
 native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix)
-music_packages=(lame ffmpeg id3v2)
+music_packages=(lame ffmpeg id3v2 python3-mutagen)
 wine_packages=(wine wine64 xvfb xauth x11-utils fonts-wine xdotool imagemagick)
 
 say() { printf '\n== %s\n' "$*"; }
@@ -40,6 +40,14 @@ build() {
     (cd "$root" && cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" "${targets[@]}")
 }
 
+# Makes the small library of real songs in build/music, with build/music.json, unless it is there.
+sample_music() {
+    [ "$root/build/music.json" -nt "$root/scripts/make_music" ] && return
+    need "${music_packages[@]}"
+    say "Making a library of songs"
+    "$root/scripts/make_music" "$root/build/music"
+}
+
 # Calls a command until it succeeds: wait_for SECONDS COMMAND...
 wait_for() {
     local end=$((SECONDS + $1))
@@ -49,6 +57,8 @@ wait_for() {
         sleep 0.05
     done
 }
+
+has_ended() { ! kill -0 "$1" 2>/dev/null; }
 
 # The 64-bit Wine itself, without the launcher that advises to install the 32-bit one.
 wine=/usr/lib/wine/wine64
@@ -74,14 +84,14 @@ use_prefix() {
 use_display() {
     [ "${1:-}" != own ] && [ -n "${DISPLAY:-}" ] && return
     mkdir -p "$root/build"
-    local number
-    for number in $(seq 90 140); do
-        [ -e "/tmp/.X$number-lock" ] || break
-    done
-    Xvfb ":$number" -screen 0 1280x960x24 -nolisten tcp >/dev/null 2>&1 &
+    local answer=$root/build/display-number.$$
+    rm -f "$answer"
+    Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -noreset 3>"$answer" >/dev/null 2>&1 &
     display_process=$!
-    export DISPLAY=:$number
-    wait_for 20 xdpyinfo >/dev/null 2>&1 || fail "the virtual display did not open"
+    wait_for 20 test -s "$answer" || fail "the virtual display did not open"
+    DISPLAY=:$(cat "$answer")
+    export DISPLAY
+    rm "$answer"
 }
 
 # Ends what use_prefix and use_display started. For a trap on EXIT.
@@ -114,6 +124,11 @@ install_program() {
 # Stores one of the program's per-user settings.
 set_option() {
     "$wine" reg add 'HKCU\Software\Tobbin\Options' /v "$1" /d "$2" /f >/dev/null 2>&1
+}
+
+# Lets Wine draw the windows' frames and captions, where no window manager does.
+draw_own_frames() {
+    "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
 }
 
 # Makes a folder a hard drive of the prefix in use: use_drive LETTER FOLDER

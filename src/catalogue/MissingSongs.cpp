@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "catalogue/clsMain.h"
+#include "search/SongSearch.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -16,6 +17,7 @@ MissingSongs::MissingSongs(Outside& outside, const RecordTable& table)
 std::vector<std::int32_t> MissingSongs::Find() {
     m_missing.clear();
     m_reachable.clear();
+    m_listed.clear();
     std::vector<Song> songs;
     for (std::int32_t record = 1; record <= m_table.Size(); ++record) {
         const RecordTable::CellId folder = m_table.Id(clsMain::kFolder, record);
@@ -48,7 +50,8 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         return;
     FolderListing listing;
     std::unordered_set<std::string_view> names;
-    if (!root.empty() && m_outside.disk.List(folder, listing).Ok()) {
+    const bool listed = !root.empty() && m_outside.disk.List(folder, listing).Ok();
+    if (listed) {
         for (const FolderEntry& entry : listing.entries)
             if (!entry.isFolder)
                 names.insert(entry.name);
@@ -56,11 +59,14 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     const std::size_t before = m_missing.size();
     std::array<char, 10> digits{};
     int asked = 0;
+    std::unordered_set<std::string_view> known;
     for (const Song* song = first; song != last; ++song) {
         const std::string_view name =
             m_table.ViewOf(m_table.Id(clsMain::kFileName, song->record), digits);
-        if (names.contains(name))
+        if (const auto found = names.find(name); found != names.end()) {
+            known.insert(*found);
             continue;
+        }
         // The file system itself knows best which names it takes for the same, and whether a file
         // that a listing can't show is there.
         if (root.empty() || IsGone(folder + std::string(name)))
@@ -68,6 +74,12 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         constexpr int kAskedBetweenEvents = 64;
         if (++asked % kAskedBetweenEvents == 0)
             m_outside.events.LetEventsThrough();
+    }
+    if (listed) {
+        std::vector<std::string>& others = m_listed[folder];
+        for (const FolderEntry& entry : listing.entries)
+            if (!entry.isFolder && IsSongName(entry.name) && !known.contains(entry.name))
+                others.push_back(entry.name);
     }
     // A drive that went away meanwhile took its files with it without their being gone.
     if (m_missing.size() > before && !root.empty() && !IsReachable(root)) {

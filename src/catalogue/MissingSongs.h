@@ -3,12 +3,17 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "catalogue/RecordTable.h"
 #include "platform/Outside.h"
 
 namespace tobbin {
+
+// What the listings of one check held besides the songs of the catalogue: for each folder that was
+// listed (ending in "\"), the names of the songs that the catalogue does not have in it.
+using ListedFolders = std::unordered_map<std::string, std::vector<std::string>>;
 
 // Finds out which songs of the catalogue have lost their file. A drive or network share that can't
 // be reached says nothing of its songs: they are no answer either way.
@@ -20,6 +25,9 @@ class MissingSongs {
     // on a drive that can't be reached. Each folder is listed once, and the system is asked for a
     // single file only when the listing does not name it. Lets events through.
     std::vector<std::int32_t> Find();
+
+    // What the same listings held of other songs; call it once, after Find.
+    ListedFolders TakeListed() { return std::move(m_listed); }
 
  private:
     struct Song {
@@ -35,6 +43,7 @@ class MissingSongs {
     const RecordTable& m_table;
     std::vector<std::int32_t> m_missing;
     std::unordered_map<std::string, bool> m_reachable;  // by root, as first found
+    ListedFolders m_listed;
 };
 
 }  // namespace tobbin

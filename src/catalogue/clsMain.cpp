@@ -8,7 +8,6 @@
 
 #include "catalogue/CatalogueBackup.h"
 #include "catalogue/CatalogueFile.h"
-#include "catalogue/MissingSongs.h"
 #include "catalogue/SongFolderList.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
@@ -196,18 +195,20 @@ bool clsMain::KeepBackup() {
     return CatalogueBackup(m_outside, CataloguePath()).Keep();
 }
 
-void clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
-    const std::vector<std::int32_t> missing = MissingSongs(m_outside, m_table).Find();
+ListedFolders clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
+    MissingSongs check(m_outside, m_table);
+    const std::vector<std::int32_t> missing = check.Find();
     const bool losesSongs =
         std::any_of(missing.begin(), missing.end(), [this](std::int32_t record) {
             const std::string name = m_table.Text(kFileName, record);
             return !name.empty() && name != "0";
         });
-    if (losesSongs && !KeepBackup())
-        return;
-    for (const std::int32_t record : missing)
-        for (const Field field : {kPresence, kFolder, kFileName})
-            Mp3Info(field, record, "0");
+    if (!losesSongs || KeepBackup()) {
+        for (const std::int32_t record : missing)
+            for (const Field field : {kPresence, kFolder, kFileName})
+                Mp3Info(field, record, "0");
+    }
+    return check.TakeListed();
 }
 
 bool clsMain::RenumberBasedOnArrayNumber() {
@@ -290,7 +291,7 @@ bool clsMain::SearchHardDrives() {
            (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
 }
 
-bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories() {
+bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& listedJustNow) {
     if (m_settings.NumerOfRecordsInTheMain() < 1)
         return SearchHardDrives();
     const std::string list = m_settings.FileContainingTargetDirectories();
@@ -307,7 +308,10 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories() {
     for (const std::string& folder : folders) {
         if (m_progress.StopRequested())
             break;
-        search.SearchFolder(folder);
+        if (const auto listed = listedJustNow.find(folder); listed != listedJustNow.end())
+            search.HandOverSongs(folder, listed->second);
+        else
+            search.SearchFolder(folder);
         m_outside.events.LetEventsThrough();
     }
     return DeleteIdenticalFileNamesAndPaths() && status.Ok();

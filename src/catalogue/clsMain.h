@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "catalogue/clsINI.h"
+#include "catalogue/MissingSongs.h"
 #include "catalogue/RecordTable.h"
 #include "platform/Outside.h"
 #include "search/SongSearch.h"
@@ -32,13 +33,14 @@ class clsMain : public SongSink {
 
     // Sets every record's presence flag from its file's existence; a missing song also gets the
     // folder and name "0". Songs on a drive that can't be reached stay as they are. Each folder is
-    // listed once.
-    void CheckToSeeIfFilesAreMissingAndMakeFalse();
+    // listed once. Returns what else the listings held.
+    ListedFolders CheckToSeeIfFilesAreMissingAndMakeFalse();
 
     // Appends the songs of the listed song folders that are not in the catalogue yet; with no
     // catalogue (the settings count no record), searches every hard drive. A lost list is made anew
-    // from the catalogue. Returns whether all of it succeeded.
-    bool AddAnyAdditionalMp3FromTheNormalDirectories();
+    // from the catalogue. What a check has listed just now is not listed again. Returns whether all
+    // of it succeeded.
+    bool AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& listedJustNow = {});
 
     // Appends the songs of every hard drive, then drops duplicates, renumbers, saves, loads again
     // and writes the list of song folders. A search that was stopped keeps what it found.

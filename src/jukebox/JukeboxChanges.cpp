@@ -1,5 +1,6 @@
 #include "jukebox/JukeboxChanges.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -138,6 +139,7 @@ class Heading : public JukeboxChange {
         jukebox.SetColumn(m_column, std::exchange(m_heading, std::move(old)));
         return {};
     }
+    bool ChangesJukebox() const override { return false; }  // no more than a view of it
 
  private:
     std::size_t m_column;

@@ -63,12 +63,21 @@ struct FolderId {
 struct FolderEntry {
     std::string name;
     bool isFolder = false;
+    bool isLink = false;  // leads to another place, which may be on another volume
 };
 
 // Everything in a folder but "." and "..", in the order of the file system.
 struct FolderListing {
     std::vector<FolderEntry> entries;
-    std::optional<FolderId> id;  // nothing where the file system has no such number
+    std::optional<FolderId> id;  // nothing where it was not wished or the file system has none
+};
+
+// What a listing shall tell besides the entries.
+struct ListingWish {
+    bool id = false;
+    // The volume that the folder is on, where the caller knows it: a folder that is no link is on
+    // that of the folder around it. Asking the system for it takes longer than the listing.
+    std::optional<std::uint64_t> volume;
 };
 
 // An open file. Closing it by destruction passes over an error; a writer calls Close itself.
@@ -104,7 +113,11 @@ class Disk {
     // means that the question could not be answered.
     virtual DiskStatus Stat(const std::string& path, PathInfo& info) = 0;
 
-    virtual DiskStatus List(const std::string& folder, FolderListing& listing) = 0;
+    virtual DiskStatus List(const std::string& folder, const ListingWish& wish,
+                            FolderListing& listing) = 0;
+    DiskStatus List(const std::string& folder, FolderListing& listing) {
+        return List(folder, {}, listing);
+    }
     virtual DiskStatus Open(const std::string& path, OpenMode mode,
                             std::unique_ptr<File>& file) = 0;
     virtual DiskStatus CreateFolder(const std::string& folder) = 0;

@@ -1,5 +1,7 @@
 #include "platform/Disk_win32.h"
 
+#include <winternl.h>
+
 #include "platform/DiskError_win32.h"
 #include "platform/File_win32.h"
 #include "platform/FolderListing_win32.h"
@@ -32,13 +34,26 @@ PathInfo InfoOf(const Attributes& attributes) {
     return info;
 }
 
+// The number of an open folder on its volume, 0 when it can't be told. It comes from the call below
+// the documented GetFileInformationByHandle, which never leaves out the slow question for the
+// volume.
+std::uint64_t IndexOf(HANDLE folder) {
+    FILE_INTERNAL_INFORMATION info = {};
+    IO_STATUS_BLOCK block = {};
+    const NTSTATUS status =
+        NtQueryInformationFile(folder, &block, &info, sizeof(info), FileInternalInformation);
+    return NT_SUCCESS(status) ? static_cast<std::uint64_t>(info.IndexNumber.QuadPart) : 0;
+}
+
 // The identity of an open folder; nothing where the file system gives none.
-std::optional<FolderId> MaybeId(const BY_HANDLE_FILE_INFORMATION& info) {
-    const std::uint64_t index =
-        static_cast<std::uint64_t>(info.nFileIndexHigh) << 32 | info.nFileIndexLow;
+std::optional<FolderId> MaybeId(HANDLE folder, std::optional<std::uint64_t> volume) {
+    const std::uint64_t index = IndexOf(folder);
     if (index == 0 || index == ~std::uint64_t{0})
         return std::nullopt;
-    return FolderId{info.dwVolumeSerialNumber, index};
+    BY_HANDLE_FILE_INFORMATION info = {};
+    if (!volume && GetFileInformationByHandle(folder, &info))
+        volume = info.dwVolumeSerialNumber;
+    return volume ? std::optional(FolderId{*volume, index}) : std::nullopt;
 }
 
 // The system reports a target that another program holds as "access denied".
@@ -76,7 +91,8 @@ DiskStatus SystemDisk::Stat(const std::string& path, PathInfo& info) {
     return status;
 }
 
-DiskStatus SystemDisk::List(const std::string& folder, FolderListing& listing) {
+DiskStatus SystemDisk::List(const std::string& folder, const ListingWish& wish,
+                            FolderListing& listing) {
     listing = {};
     const std::wstring longFolder = LongPath(folder);
     const UniqueFile handle(CreateFileW(longFolder.c_str(), FILE_LIST_DIRECTORY, kShareAll, nullptr,
@@ -87,12 +103,12 @@ DiskStatus SystemDisk::List(const std::string& folder, FolderListing& listing) {
             return ListBySearch(longFolder, listing.entries);
         return status;
     }
-    BY_HANDLE_FILE_INFORMATION info = {};
-    if (GetFileInformationByHandle(handle.Get(), &info)) {
-        if ((info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
-            return StatusOf(ERROR_DIRECTORY);
-        listing.id = MaybeId(info);
-    }
+    FILE_BASIC_INFO info = {};
+    if (GetFileInformationByHandleEx(handle.Get(), FileBasicInfo, &info, sizeof(info)) &&
+        (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        return StatusOf(ERROR_DIRECTORY);
+    if (wish.id)
+        listing.id = MaybeId(handle.Get(), wish.volume);
     bool supported = false;
     const DiskStatus status = ListByHandle(handle.Get(), listing.entries, supported);
     if (supported)

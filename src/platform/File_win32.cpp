@@ -7,6 +7,7 @@
 namespace tobbin {
 namespace {
 
+constexpr std::size_t kSmallBytes = 4096;
 constexpr std::size_t kPieceBytes = 16 * 1024 * 1024;  // the most that one call is asked for
 
 // Where in the file a read or write takes place; no file position is kept.
@@ -25,10 +26,13 @@ DWORD Piece(std::size_t bytes) {
 
 DiskStatus SystemFile::Read(std::uint64_t offset, std::size_t count, std::string& bytes) {
     bytes.clear();
-    std::uint64_t size = 0;
-    if (DiskStatus status = Size(size); !status.Ok())
-        return status;
-    bytes.resize(std::min<std::uint64_t>(count, size - std::min(size, offset)));
+    if (count > kSmallBytes) {  // No room is made for more than there is.
+        std::uint64_t size = 0;
+        if (DiskStatus status = Size(size); !status.Ok())
+            return status;
+        count = std::min<std::uint64_t>(count, size - std::min(size, offset));
+    }
+    bytes.resize(count);
     std::size_t done = 0;
     while (done < bytes.size()) {
         OVERLAPPED place = At(offset + done);

@@ -16,16 +16,17 @@ constexpr std::size_t kBufferBytes = 64 * 1024;
 
 void Add(std::wstring_view name, DWORD attributes, std::vector<FolderEntry>& entries) {
     if (name != L"." && name != L"..")
-        entries.push_back({Utf8(name), (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+        entries.push_back({Utf8(name), (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
 }
 
 // Adds the entries of a filled buffer: a chain of records, each with its distance to the next.
 void AddAll(const std::byte* buffer, std::vector<FolderEntry>& entries) {
     for (std::size_t at = 0;;) {
-        FILE_ID_BOTH_DIR_INFO record;
-        std::memcpy(&record, buffer + at, offsetof(FILE_ID_BOTH_DIR_INFO, FileName));
-        const auto* const name = reinterpret_cast<const wchar_t*>(
-            buffer + at + offsetof(FILE_ID_BOTH_DIR_INFO, FileName));
+        FILE_FULL_DIR_INFO record;
+        std::memcpy(&record, buffer + at, offsetof(FILE_FULL_DIR_INFO, FileName));
+        const auto* const name =
+            reinterpret_cast<const wchar_t*>(buffer + at + offsetof(FILE_FULL_DIR_INFO, FileName));
         Add({name, record.FileNameLength / sizeof(wchar_t)}, record.FileAttributes, entries);
         if (record.NextEntryOffset == 0)
             return;
@@ -46,8 +47,8 @@ DiskStatus ListByHandle(HANDLE folder, std::vector<FolderEntry>& entries, bool& 
     };
     const auto buffer = std::make_unique<Buffer>();
     supported = true;
-    for (FILE_INFO_BY_HANDLE_CLASS what = FileIdBothDirectoryRestartInfo;;
-         what = FileIdBothDirectoryInfo) {
+    for (FILE_INFO_BY_HANDLE_CLASS what = FileFullDirectoryRestartInfo;;
+         what = FileFullDirectoryInfo) {
         if (!GetFileInformationByHandleEx(folder, what, buffer->bytes, kBufferBytes)) {
             const DWORD error = GetLastError();
             supported = error != ERROR_INVALID_PARAMETER && error != ERROR_INVALID_FUNCTION &&

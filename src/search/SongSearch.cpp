@@ -24,13 +24,22 @@ bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
                kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
 }
 
+// The names of the songs among what a listing holds.
+std::vector<std::string> SongsIn(const FolderListing& listing) {
+    std::vector<std::string> songs;
+    for (const FolderEntry& entry : listing.entries)
+        if (!entry.isFolder && IsSongName(entry.name))
+            songs.push_back(entry.name);
+    return songs;
+}
+
+}  // namespace
+
 bool IsSongName(std::string_view name) {
     constexpr std::string_view kEnding = ".mp3";
     return name.size() >= kEnding.size() &&
            EqualsIgnoringAsciiCase(name.substr(name.size() - kEnding.size()), kEnding);
 }
-
-}  // namespace
 
 std::string DriveTypeText(unsigned type, const std::string& root) {
     switch (type) {
@@ -85,15 +94,19 @@ void SongSearch::SearchFolder(const std::string& folder) {
     FolderListing listing;
     const std::string withSeparator = FolderWithSeparator(folder);
     if (m_outside.disk.List(withSeparator, listing).Ok())
-        HandOverSongs(withSeparator, listing);
+        HandOverSongs(withSeparator, SongsIn(listing));
 }
 
 // The folders that wait are kept in a list of our own, the next one last, so that folders nested
 // ever so deep do no harm.
 void SongSearch::WalkTree(const std::string& root) {
-    std::vector<std::string> waiting{FolderWithSeparator(root)};
+    struct Waiting {
+        std::string folder;
+        std::optional<std::uint64_t> volume;  // where it is known
+    };
+    std::vector<Waiting> waiting{{FolderWithSeparator(root), std::nullopt}};
     while (!waiting.empty() && !m_progress.StopRequested()) {
-        const std::string folder = std::move(waiting.back());
+        const auto [folder, volume] = std::move(waiting.back());
         waiting.pop_back();
         m_outside.events.LetEventsThrough();
         // All that lies below has the same words in its path. Not entering it leaves what a link in
@@ -101,28 +114,29 @@ void SongSearch::WalkTree(const std::string& root) {
         if (IsSkippedFolder(m_outside.text, folder))
             continue;
         FolderListing listing;
-        if (!m_outside.disk.List(folder, listing).Ok())
+        if (!m_outside.disk.List(folder, {true, volume}, listing).Ok())
             continue;
         // A link may lead back to a folder above it, or to one that was searched already.
         if (listing.id && !m_entered.insert(*listing.id).second)
             continue;
-        HandOverSongs(folder, listing);
+        HandOverSongs(folder, SongsIn(listing));
         for (auto entry = listing.entries.rbegin(); entry != listing.entries.rend(); ++entry) {
-            if (entry->isFolder && entry->name != "." && entry->name != "..")
-                waiting.push_back(folder + entry->name + "\\");
+            if (!entry->isFolder)
+                continue;
+            const bool isOnThisVolume = listing.id && !entry->isLink;
+            waiting.push_back({folder + entry->name + "\\",
+                               isOnThisVolume ? std::optional(listing.id->volume) : std::nullopt});
         }
     }
 }
 
-void SongSearch::HandOverSongs(const std::string& folder, const FolderListing& listing) {
+void SongSearch::HandOverSongs(const std::string& folder, const std::vector<std::string>& songs) {
     if (IsSkippedFolder(m_outside.text, folder))
         return;
-    for (const FolderEntry& entry : listing.entries) {
-        if (entry.isFolder || !IsSongName(entry.name))
-            continue;
+    for (const std::string& song : songs) {
         if (m_progress.StopRequested())
             return;
-        const std::int32_t count = m_sink.OnSongFound(folder, entry.name);
+        const std::int32_t count = m_sink.OnSongFound(folder, song);
         m_progress.Show("Found " + std::to_string(count) + " Mp3s");
         m_outside.events.LetEventsThrough();
     }

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "platform/Outside.h"
 
@@ -25,6 +27,9 @@ std::string DriveTypeText(unsigned type, const std::string& root);
 // "*hard*".
 bool IsHardDrive(const Outside& outside, const std::string& root);
 
+// Whether a file of this name is taken for a song: it ends in ".mp3" in any case.
+bool IsSongName(std::string_view name);
+
 // Finds MP3 files and hands each to the sink; its texts go to the progress window. A folder that
 // can't be listed is passed over.
 class SongSearch {
@@ -38,14 +43,15 @@ class SongSearch {
     // Searches one folder without the folders in it.
     void SearchFolder(const std::string& folder);
 
+    // The same with a folder that was listed just now: `songs` are the names of songs in it.
+    void HandOverSongs(const std::string& folder, const std::vector<std::string>& songs);
+
  private:
     struct FolderIdHash {
         std::size_t operator()(const FolderId& id) const;
     };
 
     void WalkTree(const std::string& root);
-    void HandOverSongs(const std::string& folder, const FolderListing& listing);
-
     Outside& m_outside;
     Progress& m_progress;
     SongSink& m_sink;

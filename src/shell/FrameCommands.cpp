@@ -178,6 +178,13 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
         case FrameCommand::NextPicture:
         case FrameCommand::PreviousPicture:
             return m_view.MaybeActiveJukebox() != nullptr;
+        case FrameCommand::Find:
+        case FrameCommand::FindNext:
+            return HasSelectedFolder();
+        case FrameCommand::Undo:
+            return m_view.MaybeActiveJukebox() != nullptr && m_view.MaybeActiveJukebox()->CanUndo();
+        case FrameCommand::Redo:
+            return m_view.MaybeActiveJukebox() != nullptr && m_view.MaybeActiveJukebox()->CanRedo();
         case FrameCommand::Save:
         case FrameCommand::SaveAs:
         case FrameCommand::Cascade:
@@ -203,6 +210,21 @@ void FrameCommands::Do(FrameCommand command) {
             break;
         case FrameCommand::Open:
             m_files.Open();
+            break;
+        case FrameCommand::Find:
+            m_view.ShowFind();
+            break;
+        case FrameCommand::FindNext:
+            if (m_find.CanFindNext())
+                m_find.FindNext();
+            else
+                m_view.ShowFind();
+            break;
+        case FrameCommand::Undo:
+            m_view.MaybeActiveJukebox()->Undo();
+            break;
+        case FrameCommand::Redo:
+            m_view.MaybeActiveJukebox()->Redo();
             break;
         case FrameCommand::Close:
             m_view.MaybeActiveJukebox()->View().Close();
@@ -258,10 +280,15 @@ void FrameCommands::ClickButton(int button) {
         Do(*command);
 }
 
-bool FrameCommands::IsJukeboxCommandEnabled(FrameCommand command) const {
+bool FrameCommands::HasSelectedFolder() const {
     const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
-    if (window == nullptr || window->SelectedFolder() == nullptr)
+    return window != nullptr && window->SelectedFolder() != nullptr;
+}
+
+bool FrameCommands::IsJukeboxCommandEnabled(FrameCommand command) const {
+    if (!HasSelectedFolder())
         return false;
+    const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
     const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
     return entry && window->IsEnabled(entry->number, static_cast<int>(entry->pane));
 }
@@ -273,10 +300,17 @@ bool FrameCommands::DoJukeboxCommand(FrameCommand command) {
     if (DoPictureCommand(command, *window))
         return true;
     const std::optional<PopUpEntry> entry = MaybeEntry(command, *window);
-    if (entry)
+    const bool asksFirst = command == FrameCommand::Cut && entry && entry->pane == Pane::Tree;
+    if (entry && (!asksFirst || MayCutFolder()))
         window->ActOnPopUpClick(entry->number, static_cast<int>(entry->pane),
                                 window->SelectedFolder());
     return entry.has_value();
+}
+
+bool FrameCommands::MayCutFolder() {
+    return m_application.TheOutside().dialogs.Ask(
+               "Are you sure you want to cut this folder and all it's contents?",
+               Buttons::YesNoCancel, BoxIcon::Question) == Answer::Yes;
 }
 
 // With no jukebox open, the sample jukebox is built first and opens in a window of its own.

@@ -70,8 +70,10 @@ class FrameCommands {
     frmFind& Find() { return m_find; }
 
  private:
+    bool HasSelectedFolder() const;
     bool IsJukeboxCommandEnabled(FrameCommand command) const;
     bool DoJukeboxCommand(FrameCommand command);
+    bool MayCutFolder();
     void NewJukeboxWindow();
     void StartHelp();
 

@@ -176,8 +176,8 @@ void StartUp::BringCatalogueUpToDate() {
     clsMain& catalogue = m_application.Catalogue();
     if (!catalogue.Mp3MainHasSomeMembers())
         return;
-    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
-    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
+    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
+        catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
 }
 
 void StartUp::SearchForSongs() {

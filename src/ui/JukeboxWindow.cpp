@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "jukebox/InitialJukebox.h"
+#include "util/LowerCaseSearch.h"
 
 namespace tobbin {
 namespace {
@@ -13,20 +14,28 @@ constexpr int kKeyColumn = 1;
 constexpr int kMissingImage = 0;
 constexpr int kWorstRankImage = 2;
 
-// Entries of the song menu.
+// Entries of both menus, of the folder menu, and of the song menu.
 constexpr int kPlayAll = 1;
+
+constexpr int kAddToFolder = 4;
+constexpr int kAddToRoot = 5;
+constexpr int kCutFolder = 6;
+constexpr int kCopyFolder = 7;
+constexpr int kPasteInTree = 8;
+constexpr int kDeleteFolder = 9;
+constexpr int kSortNodes = 11;
+
 constexpr int kPlaySelected = 2;
+constexpr int kCutSongs = 4;
+constexpr int kCopySongs = 5;
+constexpr int kPasteInList = 6;
+constexpr int kDeleteSongs = 7;
+constexpr int kRankBest = 9;
+constexpr int kRankWorst = 14;
 constexpr int kChangePicture = 16;
 
-// The folder menu's first entry does what the song menu's first does.
-bool IsPlayAll(int command, int /*pane*/) {
-    return command == kPlayAll;
-}
-
-bool IsInMenu(int command, int pane) {
-    const int entries =
-        pane == static_cast<int>(Pane::Tree) ? kFolderMenuEntries : kSongMenuEntries;
-    return command >= 1 && command <= entries;
+bool IsTree(int pane) {
+    return pane == static_cast<int>(Pane::Tree);
 }
 
 }  // namespace
@@ -35,7 +44,7 @@ JukeboxWindow::JukeboxWindow(const EditingTools& tools, Jukebox& jukebox, Jukebo
     : m_tools(tools),
       m_jukebox(jukebox),
       m_host(host),
-      m_history(jukebox),
+      m_editor(tools, jukebox),
       m_picture(tools.outside, tools.settings, tools.sorter) {
     m_jukebox.AddListener(*this);
     m_picture.show = [this](const std::string& address, bool tiled, const std::string& next) {
@@ -55,14 +64,166 @@ void JukeboxWindow::OnOpened() {
 }
 
 void JukeboxWindow::ActOnPopUpClick(int command, int pane, Folder* node) {
-    if (node == nullptr || !IsInMenu(command, pane) || !IsEnabled(command, pane))
+    if (!CanAct(command, pane, node))
         return;
-    if (IsPlayAll(command, pane))
+    if (command == kPlayAll)
         m_host.PlayAllSongsInFolder(*this);
-    else if (command == kPlaySelected)
-        m_host.PlaySelectedSongs(*this);
-    else if (command == kChangePicture)
-        m_host.ChangeBackgroundPicture(*this);
+    else if (IsTree(pane))
+        ActOnFolder(command, *node);
+    else
+        ActOnSongs(command, *node);
+}
+
+bool JukeboxWindow::CanAct(int command, int pane, const Folder* node) const {
+    if (node == nullptr)
+        return false;
+    if (command == kPlayAll)
+        return !node->Songs().empty();
+    if (IsTree(pane)) {
+        switch (command) {
+            case kAddToFolder:
+            case kAddToRoot:
+            case kCutFolder:  // which says why a special folder can't be cut
+            case kCopyFolder:
+                return true;
+            case kPasteInTree:
+                return !m_tools.clipboard.IsEmpty();
+            case kDeleteFolder:
+                return OkToDelete(*node);
+            case kSortNodes:
+                return node->ChildCount() > 1;
+            default:
+                return false;
+        }
+    }
+    if (command == kPasteInList)
+        return !m_tools.clipboard.IsEmpty();
+    if (command == kChangePicture)
+        return true;
+    const bool needsSongs = command == kPlaySelected || command == kCutSongs ||
+                            command == kCopySongs || command == kDeleteSongs ||
+                            (command >= kRankBest && command <= kRankWorst);
+    return needsSongs && node == m_selected && HasView() && m_view->SelectedCount() > 0;
+}
+
+void JukeboxWindow::ActOnFolder(int command, Folder& node) {
+    switch (command) {
+        case kAddToFolder:
+            AddFolder(&node);
+            break;
+        case kAddToRoot:
+            AddFolder(nullptr);
+            break;
+        case kCutFolder:
+            Show(m_editor.CutFolder(node));
+            break;
+        case kCopyFolder:
+            m_editor.CopyFolder(node);
+            break;
+        case kPasteInTree:
+            Paste(node);
+            break;
+        case kDeleteFolder:
+            Show(m_editor.DeleteFolder(node));
+            break;
+        case kSortNodes:
+            m_editor.SortNodes(node);
+            break;
+        default:
+            break;
+    }
+}
+
+void JukeboxWindow::ActOnSongs(int command, Folder& node) {
+    switch (command) {
+        case kPlaySelected:
+            m_host.PlaySelectedSongs(*this);
+            break;
+        case kCutSongs:
+        case kDeleteSongs:
+            CutSongs(node);
+            break;
+        case kCopySongs:
+            m_editor.CopySongs(node, View().SelectedRows());
+            break;
+        case kPasteInList:
+            Paste(node);
+            break;
+        case kChangePicture:
+            m_host.ChangeBackgroundPicture(*this);
+            break;
+        default:
+            m_editor.RankSongs(command, node, View().SelectedRows());
+            break;
+    }
+}
+
+// A new folder's text is open for editing at once.
+void JukeboxWindow::AddFolder(Folder* parent) {
+    const ChangedPlace place = m_editor.AddFolder(parent);
+    Show(place);
+    if (HasView())
+        View().EditFolderText(*place.maybeFolder);
+}
+
+// The next song takes the place of the first one that was cut.
+void JukeboxWindow::CutSongs(Folder& folder) {
+    const std::vector<std::size_t> rows = View().SelectedRows();
+    if (m_editor.CutSongs(folder, rows).maybeFolder == nullptr)
+        return;
+    View().SelectRows({});
+    if (!folder.Songs().empty())
+        View().FocusRow(std::min(rows.front(), folder.Songs().size() - 1));
+}
+
+// What was pasted is shown, but the selected folder stays the selected one: the next paste goes
+// there, too.
+void JukeboxWindow::Paste(Folder& into) {
+    const ChangedPlace place = m_editor.Paste(into);
+    if (place.maybeFolder == &into)
+        Show(place);
+    else if (place.maybeFolder != nullptr && HasView())
+        View().ExpandFolder(into, true);
+}
+
+void JukeboxWindow::Show(const ChangedPlace& place) {
+    if (!HasView() || place.maybeFolder == nullptr)
+        return;
+    if (place.maybeFolder != m_selected)
+        View().SelectFolder(place.maybeFolder);
+    if (place.rows.empty())
+        return;
+    View().SelectRows(place.rows);
+    View().MakeRowVisible(place.rows.front());
+}
+
+// Where the songs only change their places, the selection and the focused row go with them.
+template <typename Change>
+void JukeboxWindow::ShowWithSelection(Change change) {
+    const Folder* const shown = m_selected;
+    std::vector<std::size_t> rows = HasView() ? View().SelectedRows() : std::vector<std::size_t>();
+    std::optional<std::size_t> focused = HasView() ? View().MaybeFocusedRow() : std::nullopt;
+    const ChangedPlace place = change();
+    Show(place);
+    if (!HasView() || place.order.empty() || place.maybeFolder != shown)
+        return;
+    std::vector<bool> selected(place.order.size());
+    for (const std::size_t row : rows)
+        if (row < selected.size())
+            selected[row] = true;
+    rows.clear();
+    std::optional<std::size_t> newFocus;
+    for (std::size_t row = 0; row < place.order.size(); ++row) {
+        if (selected[place.order[row]])
+            rows.push_back(row);
+        if (focused == place.order[row])
+            newFocus = row;
+    }
+    View().SelectRows(rows);
+    if (newFocus) {
+        View().FocusRow(*newFocus);
+        View().MakeRowVisible(*newFocus);
+    }
 }
 
 void JukeboxWindow::OnControlCommand(int command) {
@@ -70,24 +231,60 @@ void JukeboxWindow::OnControlCommand(int command) {
         ChangePicture(command == kNextPic);
 }
 
-bool JukeboxWindow::IsEnabled(int command, int pane) const {
-    if (m_selected == nullptr)
-        return false;
-    if (IsPlayAll(command, pane))
-        return !m_selected->Songs().empty();
-    if (pane == static_cast<int>(Pane::Tree))
-        return false;
-    if (command == kPlaySelected)
-        return HasView() && m_view->SelectedCount() > 0;
-    return command == kChangePicture;
-}
-
 std::string JukeboxWindow::UndoText() const {
-    return CanUndo() ? "Undo " + m_history.UndoName() : std::string();
+    return CanUndo() ? "Undo " + m_editor.History().UndoName() : std::string();
 }
 
 std::string JukeboxWindow::RedoText() const {
-    return CanRedo() ? "Redo " + m_history.RedoName() : std::string();
+    return CanRedo() ? "Redo " + m_editor.History().RedoName() : std::string();
+}
+
+void JukeboxWindow::Undo() {
+    if (!CanUndo())
+        return;
+    m_tools.outside.statusLine.Say("Undone: " + m_editor.History().UndoName() + ".");
+    ShowWithSelection([this] { return m_editor.History().Undo(); });
+}
+
+void JukeboxWindow::Redo() {
+    if (!CanRedo())
+        return;
+    m_tools.outside.statusLine.Say("Done again: " + m_editor.History().RedoName() + ".");
+    ShowWithSelection([this] { return m_editor.History().Redo(); });
+}
+
+void JukeboxWindow::OnHeaderClicked() {
+    if (m_selected == nullptr)
+        return;
+    const int state = std::max(m_sortState, 1);
+    ShowWithSelection([&] { return m_editor.SortSongs(*m_selected, state, m_sortState); });
+    m_tools.outside.events.LetEventsThrough();
+}
+
+bool JukeboxWindow::CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const {
+    return JukeboxEditor::CanDrop(dragged.from->m_editor, dragged, m_editor, target, mode);
+}
+
+void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) {
+    const ChangedPlace place =
+        JukeboxEditor::Drop(dragged.from->m_editor, dragged, m_editor, target, mode);
+    if (dragged.IsFolder())
+        Show(place);
+}
+
+void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder& target) {
+    Show(m_editor.AddFiles(target, paths));
+}
+
+std::optional<std::size_t> JukeboxWindow::MaybeRowBeginningWith(std::string_view text,
+                                                                std::size_t start) const {
+    LowerCaseSearch search(m_tools.outside.text, text);
+    for (std::size_t i = 0; i < RowCount(); ++i) {
+        const std::size_t row = (start + i) % RowCount();
+        if (search.Begins(m_jukebox.TextOf(m_selected->Songs()[row])))
+            return row;
+    }
+    return std::nullopt;
 }
 
 void JukeboxWindow::OnFolderSelected(Folder* folder) {
@@ -139,7 +336,7 @@ std::string JukeboxWindow::EmptyText() const {
 bool JukeboxWindow::OnFolderTextEdited(Folder& folder, const std::string& text) {
     if (text.empty() || text == folder.Text() || !MayEditText(folder))
         return false;
-    m_jukebox.SetText(folder, text);
+    m_editor.RenameFolder(folder, text);
     return true;
 }
 

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "jukebox/Jukebox.h"
-#include "jukebox/JukeboxHistory.h"
 #include "jukebox/SpecialFolders.h"
 #include "ui/BackgroundPicture.h"
 #include "ui/Dragging.h"
 #include "ui/EditingTools.h"
+#include "ui/JukeboxEditor.h"
 #include "ui/JukeboxView.h"
 
 namespace tobbin {
@@ -95,12 +95,12 @@ class JukeboxWindow : private JukeboxListener {
     void ActOnPopUpClick(int command, int pane, Folder* node);
 
     // Whether that entry can act now. The caption of a sub-menu and a separator can't.
-    bool IsEnabled(int command, int pane) const;
+    bool IsEnabled(int command, int pane) const { return CanAct(command, pane, m_selected); }
 
     // Undoing and redoing of all that was done to the jukebox, one step at a time. The text names
     // the step: "Undo Cut Folder"; empty when there is none.
-    bool CanUndo() const { return m_history.CanUndo(); }
-    bool CanRedo() const { return m_history.CanRedo(); }
+    bool CanUndo() const { return m_editor.History().CanUndo(); }
+    bool CanRedo() const { return m_editor.History().CanRedo(); }
     std::string UndoText() const;
     std::string RedoText() const;
     void Undo();
@@ -155,6 +155,16 @@ class JukeboxWindow : private JukeboxListener {
     void AskBeforeClosing();
 
  private:
+    bool CanAct(int command, int pane, const Folder* node) const;
+    void ActOnFolder(int command, Folder& node);
+    void ActOnSongs(int command, Folder& node);
+    void AddFolder(Folder* parent);
+    void CutSongs(Folder& folder);
+    void Paste(Folder& into);
+    void Show(const ChangedPlace& place);
+    template <typename Change>
+    void ShowWithSelection(Change change);
+
     void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
 
@@ -164,7 +174,7 @@ class JukeboxWindow : private JukeboxListener {
     JukeboxView* m_view = nullptr;
     Folder* m_selected = nullptr;
     Pane m_focus = Pane::Tree;
-    JukeboxHistory m_history;
+    JukeboxEditor m_editor;
     int m_sortState = 0;
     BackgroundPicture m_picture;
 };

@@ -2,32 +2,32 @@
 // command for each run; answers are lines of UTF-8 whose fields are parted by tabs. Exit code 0
 // when the command did what it says, 1 with a line on the error output when it didn't.
 //
-//   windows                        every window of every program: class, text, "visible" or
-//   "hidden" wait CLASS [TEXT] [SECONDS]    waits for a visible window of the class whose text, or
-//   the text of
-//                                  a window in it, matches TEXT (wildcards * and ?); prints its
-//                                  text
-//   gone CLASS [SECONDS]           waits until there is no such window
-//   texts CLASS                    the texts of the windows in it: class, text
-//   press CLASS BUTTON [TEXT]      presses a button by its caption, without its "&"
-//   close CLASS                    asks the window to close
-//   menu CAPTION...                picks a command of the frame's menu: menu File Exit
-//   command NUMBER                 gives the frame a command by its number in assets/resource.h
-//   activate CLASS                 makes the frame's child of the class the active one
-//   enter                          presses Enter in the song list
-//   answers CLASS [SECONDS]        asks the window again and again whether it answers; prints the
-//                                  longest wait in milliseconds, which may not exceed a second
-//   tree                           the active jukebox's folders: depth, text, image number
-//   open FOLDER...                 opens and selects a folder by its path: open Artist Abba
-//   rows [LIMIT]                   the song list: one line of captions, then image, "x" if
-//   selected,
-//                                  cells
-//   rowcount                       how many rows the song list has
-//   select ROW...                  selects rows of the song list, counted from 0
-//   status                         the text of the frame's status bar
-//   end CLASS                      ends the program of such a window, if there is one
-//   freeze CLASS TEXT [SECONDS]    waits as "wait" does, then stops the program in that moment
-//   thaw CLASS                     lets it go on
+//   windows                     every window of every program: class, text, "visible" or "hidden"
+//   wait CLASS [TEXT] [SECONDS] waits for a visible window of the class whose text, or the text of
+//                               a window in it, matches TEXT (wildcards * and ?); prints its text
+//   gone CLASS [SECONDS]        waits until there is no such window
+//   texts CLASS                 the texts of the windows in it: class, text
+//   press CLASS BUTTON [TEXT]   waits as "wait" does, then presses a button by its caption, without
+//                               its "&"
+//   close CLASS                 asks the window to close
+//   menu CAPTION...             picks a command of the frame's menu: menu File Exit
+//   command NUMBER              gives the frame a command by its number in assets/resource.h
+//   activate CLASS              makes the frame's child of the class the active one
+//   enter                       presses Enter in the song list
+//   answers CLASS [SECONDS]     asks the window again and again whether it answers; prints the
+//                               longest wait in milliseconds, which may not exceed a second
+//   tree                        the active jukebox's folders: depth, text, image number
+//   contents                    selects each folder in turn: its line as for "tree", then its rows
+//                               as for "rows", each behind a tab
+//   open FOLDER...              opens and selects a folder by its path: open Artist Abba
+//   rows [LIMIT]                the song list: one line of captions, then image, "x" if selected,
+//                               cells
+//   rowcount                    how many rows the song list has
+//   select ROW...               selects rows of the song list, counted from 0
+//   status                      the text of the frame's status bar
+//   end CLASS                   ends the program of such a window, if there is one
+//   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
+//   thaw CLASS                  lets it go on
 #include <windows.h>
 
 #include <shellapi.h>
@@ -207,13 +207,30 @@ void OpenFolder(const Words& path) {
     throw std::runtime_error("no folder " + Utf8(path[level]));
 }
 
+Words Fields(const ListRow& row) {
+    Words fields = {std::to_wstring(row.image), row.selected ? L"x" : L""};
+    fields.insert(fields.end(), row.cells.begin(), row.cells.end());
+    return fields;
+}
+
 void PrintRows(int limit) {
     const HWND list = Pane(WC_LISTVIEWW);
     Print(ReadColumns(list));
-    for (const ListRow& row : ReadList(list, limit)) {
-        Words fields = {std::to_wstring(row.image), row.selected ? L"x" : L""};
-        fields.insert(fields.end(), row.cells.begin(), row.cells.end());
-        Print(fields);
+    for (const ListRow& row : ReadList(list, limit))
+        Print(Fields(row));
+}
+
+void PrintContents() {
+    const HWND tree = Pane(WC_TREEVIEWW);
+    const HWND list = Pane(WC_LISTVIEWW);
+    for (const TreeRow& folder : ReadTree(tree)) {
+        Print({std::to_wstring(folder.depth), folder.text, std::to_wstring(folder.image)});
+        Ask(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(folder.item));
+        for (const ListRow& row : ReadList(list, 100'000)) {
+            Words fields = Fields(row);
+            fields.insert(fields.begin(), L"");
+            Print(fields);
+        }
     }
 }
 
@@ -289,7 +306,7 @@ void Run(const std::wstring& command, const Words& words) {
         for (const HWND window : WindowsIn(WindowOf(word(0))))
             Print({ClassOf(window), TextOf(window)});
     } else if (command == L"press") {
-        Press(WindowOf(word(0), word(2)), word(1));
+        Press(Wait(word(0), word(2), defaultLimit), word(1));
     } else if (command == L"close") {
         PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
     } else if (command == L"menu") {
@@ -305,6 +322,8 @@ void Run(const std::wstring& command, const Words& words) {
         AskForAnswers(WindowOf(word(0)), number(1, 3));
     } else if (command == L"tree") {
         PrintTree();
+    } else if (command == L"contents") {
+        PrintContents();
     } else if (command == L"open" && !words.empty()) {
         OpenFolder(words);
     } else if (command == L"rows") {

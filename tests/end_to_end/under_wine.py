@@ -25,30 +25,45 @@ def driver(*words):
 
 
 class Program:
-    """The running program, from its start to its end."""
+    """The running program, from its start to its end.
 
-    def __init__(self, *boxes):
-        self.boxes = boxes  # texts of the boxes that the start must bring, each with its button
+    `boxes` are the texts of the boxes that the start must bring, each with its button; `question`
+    is the one about saving that its end must bring; it is answered with No."""
+
+    def __init__(self, *boxes, question="*initial Jukebox*"):
+        self.boxes = boxes
+        self.question = question
 
     def __enter__(self):
         self.process = subprocess.Popen([WINE, r"C:\Tobbin\Tobbin.exe"], stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
         for words, button in self.boxes:
-            driver("wait", "#32770", words, "60")
             driver("press", "#32770", button, words)
         driver("wait", "frmMDIForm1", "*", "120")
         return self
 
     def __exit__(self, *_):
         driver("close", "frmMDIForm1")
-        driver("wait", "#32770", "*initial Jukebox*", "30")
-        driver("press", "#32770", "No", "*initial Jukebox*")
+        driver("press", "#32770", "No", self.question)
         driver("gone", "frmMDIForm1", "30")
         self.process.wait(30)
 
     def rows(self, *folder):
         driver("open", *folder)
         return [line.split("\t")[2] for line in driver("rows", "1000")[1:]]
+
+    def contents(self):
+        """The active jukebox: for each folder's path, the file name and the key of each of its
+        songs in order; a missing song has no key."""
+        folders, path = {}, ()
+        for line in driver("contents"):
+            fields = line.split("\t")
+            if fields[0]:
+                path = path[:int(fields[0])] + (fields[1],)
+                folders[path] = []
+            else:
+                folders[path].append((fields[3], fields[4]))
+        return folders
 
     def tree(self):
         return [(int(line.split("\t")[0]), line.split("\t")[1]) for line in driver("tree")]

@@ -151,6 +151,13 @@ void FakeDisk::AddLink(const std::string& link, const std::string& target) {
     Add(link, true).linkTo = Key(target);
 }
 
+void FakeDisk::SetId(const std::string& folder, const FolderId& id) {
+    Node* node = Find(folder);
+    CHECK(node != nullptr);
+    node->id = id.index;
+    node->volume = id.volume;
+}
+
 void FakeDisk::SetModifiedTime(const std::string& path, std::int64_t unixTime) {
     Node* node = Find(path);
     CHECK(node != nullptr);
@@ -184,7 +191,8 @@ DiskStatus FakeDisk::Stat(const std::string& path, PathInfo& info) {
     return {};
 }
 
-DiskStatus FakeDisk::List(const std::string& folder, FolderListing& listing) {
+DiskStatus FakeDisk::List(const std::string& folder, const ListingWish& wish,
+                          FolderListing& listing) {
     listing = {};
     if (DiskStatus status = Step("list " + folder); !status.Ok())
         return status;
@@ -193,7 +201,8 @@ DiskStatus FakeDisk::List(const std::string& folder, FolderListing& listing) {
         return DiskStatus(DiskError::NotFound);
     if (node->denyListing)
         return DiskStatus(DiskError::AccessDenied);
-    listing.id = FolderId{1, node->id};
+    if (wish.id)
+        listing.id = FolderId{wish.volume.value_or(node->volume), node->id};
     const std::string prefix = Resolve(folder) + "\\";
     std::vector<const Node*> found;
     for (auto it = m_nodes.lower_bound(prefix);
@@ -204,7 +213,7 @@ DiskStatus FakeDisk::List(const std::string& folder, FolderListing& listing) {
     std::sort(found.begin(), found.end(),
               [](const Node* a, const Node* b) { return a->id < b->id; });
     for (const Node* entry : found)
-        listing.entries.push_back({entry->name, entry->isFolder});
+        listing.entries.push_back({entry->name, entry->isFolder, !entry->linkTo.empty()});
     return {};
 }
 

@@ -25,6 +25,7 @@ class FakeDisk : public Disk {
     void DenyListing(const std::string& folder);
     // Entering `link` leads to `target`: the listing of the one is the listing of the other.
     void AddLink(const std::string& link, const std::string& target);
+    void SetId(const std::string& folder, const FolderId& id);
     void SetModifiedTime(const std::string& path, std::int64_t unixTime);
     void SetNow(std::int64_t unixTime) { m_now = unixTime; }
 
@@ -42,7 +43,9 @@ class FakeDisk : public Disk {
     void ResetOperations() { m_operations = 0; }
 
     DiskStatus Stat(const std::string& path, PathInfo& info) override;
-    DiskStatus List(const std::string& folder, FolderListing& listing) override;
+    using Disk::List;
+    DiskStatus List(const std::string& folder, const ListingWish& wish,
+                    FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
@@ -60,6 +63,7 @@ class FakeDisk : public Disk {
         std::shared_ptr<std::string> content = std::make_shared<std::string>();
         std::int64_t modifiedTime = 0;
         std::uint64_t id = 0;
+        std::uint64_t volume = 1;
         DiskError lock = DiskError::None;
         bool denyListing = false;
         std::string linkTo;  // key of the folder that a link leads to

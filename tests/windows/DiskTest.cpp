@@ -124,7 +124,11 @@ TEST_F(SystemDiskTest, AFolderHasOneIdWhateverPathLeadsToIt) {
     ASSERT_TRUE(disk.CreateFolder(two).Ok());
     const auto id = [this](const std::string& path) {
         FolderListing listing;
-        EXPECT_TRUE(disk.List(path, listing).Ok()) << path;
+        EXPECT_TRUE(disk.List(path, {true, {}}, listing).Ok()) << path;
+        FolderListing again;
+        const std::uint64_t volume = listing.id ? listing.id->volume : 0;
+        EXPECT_TRUE(disk.List(path, {true, volume}, again).Ok()) << path;
+        EXPECT_EQ(again.id, listing.id);
         return listing.id;
     };
     ASSERT_TRUE(id(one).has_value());

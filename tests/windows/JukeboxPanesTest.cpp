@@ -52,6 +52,7 @@ class JukeboxPanesTest : public testing::Test {
         for (int i = 1; i <= count; ++i) {
             const std::string name = "song " + std::to_string(i) + ".mp3";
             application.Catalogue().OnSongFound("C:\\M\\", name);
+            application.Catalogue().Mp3Info(clsMain::kRank, i, std::to_string(2 + i % 6));
             songs.push_back(jukebox.MakeItem(name, i, 2 + i % 6));
         }
         jukebox.SetSongs(folder, std::move(songs));

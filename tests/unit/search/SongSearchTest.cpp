@@ -68,6 +68,17 @@ TEST_F(Search, EntersEachFolderOnce) {
     EXPECT_EQ(m_found, (Paths{"C:\\a\\1.mp3", "C:\\a\\aside\\2.mp3"}));
 }
 
+TEST_F(Search, TellsFoldersOfTwoVolumesApartThatHaveTheSameNumber) {
+    AddFiles({"C:\\a\\1.mp3", "C:\\b\\c\\2.mp3", "V:\\m\\n\\3.mp3"});
+    m_fake.disk.AddLink("C:\\d", "V:\\m");
+    m_fake.disk.SetId("C:\\a", {1, 101});
+    m_fake.disk.SetId("C:\\b\\c", {1, 102});
+    m_fake.disk.SetId("V:\\m", {2, 101});
+    m_fake.disk.SetId("V:\\m\\n", {2, 102});
+    m_search.SearchHardDrives();
+    EXPECT_EQ(m_found, (Paths{"C:\\b\\c\\2.mp3", "C:\\d\\n\\3.mp3", "C:\\a\\1.mp3"}));
+}
+
 TEST_F(Search, PassesOverWhatCannotBeListedAndStandsAnyDepth) {
     std::string deep = "C:\\";
     for (int level = 0; level < 500; ++level)

@@ -1,0 +1,265 @@
+#include "ui/JukeboxEditor.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+#include <unordered_set>
+#include <utility>
+
+#include "catalogue/SongIntake.h"
+#include "jukebox/JukeboxChanges.h"
+#include "jukebox/RankChange.h"
+#include "jukebox/SpecialFolders.h"
+#include "ui/ListSort.h"
+#include "util/Utf.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kNewFolder[] = "New Folder";
+constexpr char kNotIntoItself[] = "A folder can't be pasted into itself.";
+constexpr char kHoldsThemAll[] = "\"All Songs\" holds all of these songs already.";
+
+bool IsAllSongs(const Folder& folder) {
+    return folder.Parent() == nullptr && folder.Text() == kAllSongs;
+}
+
+std::string CountedSongs(std::size_t number) {
+    return std::to_string(number) + (number == 1 ? " song" : " songs");
+}
+
+// What a rank command writes into the catalogue, and whether the list shows "2" all the same.
+SongRank RankOfCommand(int command) {
+    constexpr int kBest = 9;
+    constexpr int kWorst = 14;
+    const int rank = '7' - (command - kBest);
+    return {std::string(1, static_cast<char>(command == kWorst ? '3' : rank)), command == kWorst};
+}
+
+}  // namespace
+
+JukeboxEditor::JukeboxEditor(const EditingTools& tools, Jukebox& jukebox)
+    : m_tools(tools), m_jukebox(jukebox), m_history(jukebox) {}
+
+ChangedPlace JukeboxEditor::AddFolder(Folder* parent) {
+    return m_history.Do("Add Folder", PutFolder(Jukebox::MakeFolder(kNewFolder), parent,
+                                                m_jukebox.ChildCount(parent)));
+}
+
+ChangedPlace JukeboxEditor::RenameFolder(Folder& folder, std::string text) {
+    return m_history.Do("Rename Folder", tobbin::RenameFolder(folder, std::move(text)));
+}
+
+bool JukeboxEditor::MayTakeFolder(const Folder& folder) {
+    if (!IsSpecialFolder(folder))
+        return true;
+    m_tools.outside.dialogs.Tell(
+        "This is a special node that can not be cut.  It can be copied if you wish.");
+    m_jukebox.IsFormDirty(true);
+    return false;
+}
+
+bool JukeboxEditor::MayTakeSongs(const Folder& folder) {
+    if (!IsAllSongs(folder))
+        return true;
+    m_tools.outside.dialogs.Tell(
+        "Can not cut a song from 'All Songs.'  You can copy a song if you wish.");
+    m_jukebox.IsFormDirty(true);
+    return false;
+}
+
+ChangedPlace JukeboxEditor::CutFolder(Folder& folder) {
+    if (!MayTakeFolder(folder))
+        return {};
+    m_tools.clipboard.HoldFolder(m_jukebox, folder);
+    return m_history.Do("Cut Folder", TakeFolder(folder));
+}
+
+void JukeboxEditor::CopyFolder(const Folder& folder) {
+    m_tools.clipboard.HoldFolder(m_jukebox, folder);
+}
+
+ChangedPlace JukeboxEditor::DeleteFolder(Folder& folder) {
+    if (IsSpecialFolder(folder) ||
+        m_tools.outside.dialogs.Ask(
+            "Are you sure you want to delete this folder and all it's contents?",
+            Buttons::YesNoCancel, BoxIcon::Question) != Answer::Yes)
+        return {};
+    return m_history.Do("Delete Folder", TakeFolder(folder));
+}
+
+ChangedPlace JukeboxEditor::Paste(Folder& into) {
+    const SongClipboard& clipboard = m_tools.clipboard;
+    if (clipboard.HoldsFolder()) {
+        if (clipboard.IsInsideOriginal(m_jukebox, into)) {
+            Say(kNotIntoItself);
+            return {};
+        }
+        return m_history.Do("Paste Folder",
+                            PutFolder(clipboard.FolderFor(m_jukebox), &into, into.ChildCount()));
+    }
+    if (!clipboard.HoldsSongs())
+        return {};
+    std::vector<SongItem> songs = Wanted(into, clipboard.SongsFor(m_jukebox));
+    if (songs.empty()) {
+        Say(kHoldsThemAll);
+        return {};
+    }
+    return m_history.Do("Paste Songs", AppendSongs(into, std::move(songs)));
+}
+
+std::vector<SongItem> JukeboxEditor::Wanted(const Folder& into, std::vector<SongItem> songs) const {
+    if (!IsAllSongs(into))
+        return songs;
+    using Place = std::pair<std::string_view, std::string_view>;
+    std::unordered_set<std::int32_t> held;
+    std::set<Place> missingHeld;
+    const auto isNew = [&](const SongItem& song) {
+        if (!song.IsMissing())
+            return held.insert(song.recordNumber).second;
+        const MissingSong missing = m_jukebox.MissingSongOf(song);
+        return missingHeld.emplace(missing.folder, missing.fileName).second;
+    };
+    std::ranges::for_each(into.Songs(), isNew);
+    std::erase_if(songs, [&](const SongItem& song) { return !isNew(song); });
+    return songs;
+}
+
+ChangedPlace JukeboxEditor::SortNodes(Folder& parent) {
+    std::vector<std::u16string> keys;
+    for (std::size_t i = 0; i < parent.ChildCount(); ++i)
+        keys.push_back(Utf8ToUtf16(m_tools.outside.text.ToLower(parent.Child(i).Text())));
+    std::vector<std::size_t> order(keys.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order,
+                             [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+    return std::ranges::is_sorted(order)
+               ? ChangedPlace()
+               : m_history.Do("Sort Nodes", OrderChildren(&parent, std::move(order)));
+}
+
+ChangedPlace JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
+    if (!MayTakeSongs(folder))
+        return {};
+    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+    return m_history.Do("Cut Songs", TakeSongs(folder, rows));
+}
+
+void JukeboxEditor::CopySongs(const Folder& folder, const std::vector<std::size_t>& rows) {
+    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+}
+
+void JukeboxEditor::RankSongs(int command, const Folder& folder,
+                              const std::vector<std::size_t>& rows) {
+    std::vector<std::int32_t> records;
+    records.reserve(rows.size());
+    for (const std::size_t row : rows)
+        records.push_back(folder.Songs()[row].recordNumber);
+    auto change = std::make_unique<RankChange>(m_tools.catalogue, m_tools.jukeboxes, m_jukebox,
+                                               std::move(records), RankOfCommand(command));
+    if (change->IsEmpty())
+        m_tools.catalogue.Save();
+    else
+        m_history.Do("Rank Songs", std::move(change));
+}
+
+ChangedPlace JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
+    std::vector<std::size_t> order =
+        SortedOrder(m_tools.sorter, m_tools.catalogue, m_jukebox, folder, state);
+    JukeboxHistory::Changes changes;
+    if (!std::ranges::is_sorted(order))
+        changes.push_back(OrderSongs(folder, std::move(order)));
+    changes.push_back(ChangeHeading(0, SortHeading(state)));
+    changes.push_back(ChangeValue(sortState, state % kSortStates + 1));
+    return m_history.Do("Sort Songs", std::move(changes));
+}
+
+ChangedPlace JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string>& paths) {
+    const clsMain& catalogue = m_tools.catalogue;
+    const std::vector<std::int32_t> records =
+        SongIntake(m_tools.outside, m_tools.catalogue).RecordsOf(paths);
+    std::vector<SongItem> songs;
+    for (const std::int32_t record : records)
+        songs.push_back(m_jukebox.MakeItem(catalogue.Mp3Info(clsMain::kFileName, record), record,
+                                           catalogue.Rank(record)));
+    songs = Wanted(folder, std::move(songs));
+    if (records.empty())
+        Say("There is no MP3 file among what was dropped.");
+    else
+        Say("Added " + CountedSongs(songs.size()) + " to \"" + folder.Text() + "\".");
+    return songs.empty() ? ChangedPlace()
+                         : m_history.Do("Add Files", AppendSongs(folder, std::move(songs)));
+}
+
+bool JukeboxEditor::CanDrop(const JukeboxEditor& from, const Dragged& dragged,
+                            const JukeboxEditor& to, const Folder* target, DropMode mode) {
+    const Folder& folder = *dragged.folder;
+    if (!dragged.IsFolder())
+        return target != nullptr && (mode == DropMode::Copy || target != &folder);
+    if (&from != &to)
+        return true;
+    const bool isThere = mode == DropMode::Move && folder.Parent() == target;
+    return !isThere && (target == nullptr || !target->IsInside(folder));
+}
+
+ChangedPlace JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
+                                 Folder* target, DropMode mode) {
+    if (!CanDrop(from, dragged, to, target, mode)) {
+        if (dragged.IsFolder() && target != nullptr && target->IsInside(*dragged.folder))
+            to.Say(kNotIntoItself);
+        return {};
+    }
+    if (mode == DropMode::Move && !(dragged.IsFolder() ? from.MayTakeFolder(*dragged.folder)
+                                                       : from.MayTakeSongs(*dragged.folder)))
+        return {};
+    return dragged.IsFolder() ? to.DropFolder(from, *dragged.folder, target, mode)
+                              : to.DropSongs(from, dragged, *target, mode);
+}
+
+ChangedPlace JukeboxEditor::DropFolder(JukeboxEditor& from, Folder& folder, Folder* target,
+                                       DropMode mode) {
+    if (mode == DropMode::Move && &from == this)
+        return m_history.Do("Move Folder", MoveFolder(folder, target));
+    const std::string name = mode == DropMode::Move ? "Move Folder" : "Copy Folder";
+    ChangedPlace place = m_history.Do(name, PutFolder(m_jukebox.CopyFolder(from.m_jukebox, folder),
+                                                      target, m_jukebox.ChildCount(target)));
+    if (mode == DropMode::Move) {
+        from.m_history.Do(name, TakeFolder(folder));
+        JukeboxHistory::Join(m_history, from.m_history);
+    }
+    return place;
+}
+
+ChangedPlace JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
+                                      DropMode mode) {
+    std::vector<SongItem> songs;
+    for (const std::size_t row : dragged.rows)
+        songs.push_back(m_jukebox.CopyItem(from.m_jukebox, dragged.folder->Songs()[row]));
+    songs = Wanted(target, std::move(songs));
+    const bool isMove = mode == DropMode::Move;
+    if (songs.empty() && !isMove) {
+        Say(kHoldsThemAll);
+        return {};
+    }
+    Say((isMove ? "Moved " : "Copied ") + CountedSongs(dragged.rows.size()) + " to \"" +
+        target.Text() + "\".");
+    const std::string name = isMove ? "Move Songs" : "Copy Songs";
+    JukeboxHistory::Changes changes;
+    if (!songs.empty())
+        changes.push_back(AppendSongs(target, std::move(songs)));
+    if (!isMove)
+        return m_history.Do(name, std::move(changes));
+    auto taken = TakeSongs(*dragged.folder, dragged.rows);
+    if (&from == this) {
+        changes.insert(changes.begin(), std::move(taken));
+        return m_history.Do(name, std::move(changes));
+    }
+    from.m_history.Do(name, std::move(taken));
+    if (changes.empty())
+        return {};
+    const ChangedPlace place = m_history.Do(name, std::move(changes));
+    JukeboxHistory::Join(m_history, from.m_history);
+    return place;
+}
+
+}  // namespace tobbin

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jukebox/Jukebox.h"
+#include "jukebox/JukeboxHistory.h"
+#include "ui/Dragging.h"
+#include "ui/EditingTools.h"
+
+namespace tobbin {
+
+// What the editing commands do to one jukebox, with their guards and questions. Each that changes
+// something is one step of the history; each answers what there is to be shown of it, nothing when
+// it did nothing.
+class JukeboxEditor {
+ public:
+    JukeboxEditor(const EditingTools& tools, Jukebox& jukebox);
+
+    JukeboxHistory& History() { return m_history; }
+    const JukeboxHistory& History() const { return m_history; }
+
+    ChangedPlace AddFolder(Folder* parent);
+    ChangedPlace RenameFolder(Folder& folder, std::string text);
+    // Refused, with a message, for a folder that the program fills; the jukebox counts as changed
+    // all the same.
+    ChangedPlace CutFolder(Folder& folder);
+    void CopyFolder(const Folder& folder);
+    // Asks first. A folder that the program fills stays, without a word.
+    ChangedPlace DeleteFolder(Folder& folder);
+    // Puts what was cut or copied last at the end of a folder: songs to its songs, a folder to its
+    // folders.
+    ChangedPlace Paste(Folder& into);
+    // By text, up. Folders of equal texts stay in their order.
+    ChangedPlace SortNodes(Folder& parent);
+
+    // Refused, with a message, for "All Songs"; as above.
+    ChangedPlace CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
+    void CopySongs(const Folder& folder, const std::vector<std::size_t>& rows);
+    // `command` is that of the song menu, 9 (best) to 14 (worst).
+    void RankSongs(int command, const Folder& folder, const std::vector<std::size_t>& rows);
+    // By a state of the sort cycle; `sortState` becomes the next one.
+    ChangedPlace SortSongs(Folder& folder, int state, int& sortState);
+    ChangedPlace AddFiles(Folder& folder, const std::vector<std::string>& paths);
+
+    // Dragging from one editor's jukebox to a folder of another's or its own.
+    static bool CanDrop(const JukeboxEditor& from, const Dragged& dragged, const JukeboxEditor& to,
+                        const Folder* target, DropMode mode);
+    static ChangedPlace Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
+                             Folder* target, DropMode mode);
+
+ private:
+    bool MayTakeFolder(const Folder& folder);
+    bool MayTakeSongs(const Folder& folder);
+    // The songs that a folder takes in: "All Songs" holds each only once.
+    std::vector<SongItem> Wanted(const Folder& into, std::vector<SongItem> songs) const;
+    ChangedPlace DropFolder(JukeboxEditor& from, Folder& folder, Folder* target, DropMode mode);
+    ChangedPlace DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
+                           DropMode mode);
+    void Say(const std::string& line) { m_tools.outside.statusLine.Say(line); }
+
+    EditingTools m_tools;
+    Jukebox& m_jukebox;
+    JukeboxHistory m_history;
+};
+
+}  // namespace tobbin
