@@ -1,0 +1,338 @@
+#include <algorithm>
+
+#include "unit/ui/EditingFixture.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kStart[] = "All Songs(abc) Artist[Abba(a)] Decades[70's 10's] By Mood[Happy(abc)]";
+
+TEST_F(EditingTest, GuardsAndConfirmsWordForWord) {
+    const std::string cut = "Are you sure you want to cut this folder and all it's contents?";
+    const std::string erase = "Are you sure you want to delete this folder and all it's contents?";
+    const std::string special =
+        "This is a special node that can not be cut.  It can be copied if you wish.";
+    const std::string song =
+        "Can not cut a song from 'All Songs.'  You can copy a song if you wish.";
+    const std::string withoutHappy = "All Songs(abc) Artist[Abba(a)] Decades[70's 10's] By Mood";
+    const struct {
+        const char* folder;
+        Rows rows;
+        FrameCommand command;
+        Answer answer;
+        std::vector<std::string> boxes;
+        std::string tree;
+        bool dirty;
+    } cases[] = {
+        {"All Songs", {}, FrameCommand::Cut, Answer::Yes, {cut, special}, kStart, true},
+        {"Decades/70's", {}, FrameCommand::Cut, Answer::Yes, {cut, special}, kStart, true},
+        {"By Mood/Happy", {}, FrameCommand::Cut, Answer::No, {cut}, kStart, false},
+        {"By Mood/Happy", {}, FrameCommand::Cut, Answer::Yes, {cut}, withoutHappy, true},
+        {"Decades", {}, FrameCommand::Delete, Answer::Yes, {}, kStart, false},
+        {"Decades/70's", {}, FrameCommand::Delete, Answer::Yes, {}, kStart, false},
+        {"Decades/10's", {}, FrameCommand::Delete, Answer::Cancel, {erase}, kStart, false},
+        {"By Mood/Happy", {}, FrameCommand::Delete, Answer::Yes, {erase}, withoutHappy, true},
+        {"All Songs", {0, 2}, FrameCommand::Cut, Answer::Yes, {song}, kStart, true},
+        {"All Songs", {1}, FrameCommand::Delete, Answer::Yes, {song}, kStart, true},
+        {"Artist/Abba",
+         {0},
+         FrameCommand::Cut,
+         Answer::Yes,
+         {},
+         "All Songs(abc) Artist[Abba] Decades[70's 10's] By Mood[Happy(abc)]",
+         true},
+        {"By Mood/Happy",
+         {0, 2},
+         FrameCommand::Delete,
+         Answer::Yes,
+         {},
+         "All Songs(abc) Artist[Abba(a)] Decades[70's 10's] By Mood[Happy(b)]",
+         true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.folder) + " " + std::to_string(static_cast<int>(c.command)));
+        Select(c.folder, c.rows);
+        fake.dialogs.boxes.clear();
+        fake.dialogs.answers = {c.answer};
+        commands.Do(c.command);
+        std::vector<std::string> boxes;
+        for (const auto& box : fake.dialogs.boxes) {
+            const bool asks = box.text == cut || box.text == erase;
+            EXPECT_EQ(box.buttons, asks ? Buttons::YesNoCancel : Buttons::Ok);
+            boxes.push_back(box.text);
+        }
+        EXPECT_EQ(boxes, c.boxes);
+        EXPECT_EQ(Tree(), c.tree);
+        EXPECT_EQ(Window().IsFormDirty(), c.dirty);
+        commands.Do(FrameCommand::Undo);
+        EXPECT_EQ(Tree(), kStart);
+        EXPECT_EQ(Window().IsFormDirty(), c.dirty && c.tree == kStart);
+        Window().IsFormDirty(false);
+    }
+}
+
+TEST_F(EditingTest, AddsFoldersAndOpensTheirLabels) {
+    Select("By Mood");
+    Window().CurrentPaneWFocus(Pane::List);  // counts for nothing here
+    commands.Do(FrameCommand::AddFolderToSelectedFolder);
+    EXPECT_EQ(View().edited, At("By Mood/New Folder"));
+    EXPECT_EQ(Window().SelectedFolder(), At("By Mood/New Folder"));
+    Window().OnFolderTextEdited(*View().edited, "Sad");
+    commands.Do(FrameCommand::AddFolderToRoot);
+    EXPECT_EQ(Tree(), std::string(kStart).insert(sizeof kStart - 2, " Sad") + " New Folder");
+    EXPECT_FALSE(Window().OnFolderTextEdited(*At("All Songs"), "Mine"));
+    for (int i = 0; i < 3; ++i)
+        commands.Do(FrameCommand::Undo);
+    EXPECT_EQ(Tree(), kStart);
+    View().SelectFolder(nullptr);
+    commands.Do(FrameCommand::AddFolderToRoot);
+    commands.Do(FrameCommand::Redo);  // needs no selection
+    EXPECT_EQ(Window().RedoText(), "Redo Rename Folder");
+    frame.playerIsKnown = false;
+    Select("By Mood");
+    commands.ClickButton(9);
+    EXPECT_EQ(At("By Mood/Happy/New Folder"), nullptr);
+    EXPECT_EQ(frame.playerChecks, 1);
+}
+
+TEST_F(EditingTest, PastesAnyNumberOfTimesIntoAnyJukebox) {
+    OpenJukebox("OTHER");
+    EXPECT_FALSE(commands.IsEnabled(FrameCommand::Paste));
+    PopUp(7, "By Mood");  // copy
+    Select("Artist", {}, 1);
+    commands.Do(FrameCommand::Paste);
+    commands.Do(FrameCommand::Paste);
+    EXPECT_EQ(Dump(Window(1).Model(), *At("Artist", 1)),
+              "Artist[Abba(a) By Mood[Happy(abc)] By Mood[Happy(abc)]]");
+    PopUp(8, "By Mood");
+    PopUp(8, "By Mood/Happy");
+    EXPECT_EQ(LastLine(), "A folder can't be pasted into itself.");
+    EXPECT_EQ(Tree(), kStart);
+    PopUp(8, "By Mood", {}, 1);  // the same folder of another jukebox is another one
+    EXPECT_NE(At("By Mood/By Mood/Happy", 1), nullptr);
+
+    PopUp(4, "By Mood/Happy", {1, 2});  // cut
+    EXPECT_EQ(View().focusedRow, 0U);
+    PopUp(6, "Artist/Abba", {0}, 1);
+    PopUp(6, "Artist/Abba", {0}, 1);
+    EXPECT_EQ(Dump(Window(1).Model(), *At("Artist/Abba", 1)), "Abba(abcbc)");
+    EXPECT_EQ(View(1).rows, (Rows{3, 4}));
+    PopUp(6, "All Songs", {0}, 1);
+    EXPECT_EQ(At("All Songs", 1)->Songs().size(), 3U);
+    EXPECT_EQ(LastLine(), "\"All Songs\" holds all of these songs already.");
+    PopUp(8, "By Mood");  // songs pasted in the tree pane go to the folder's songs
+    EXPECT_EQ(Dump(Window().Model(), *At("By Mood")), "By Mood(bc)[Happy(a)]");
+}
+
+TEST_F(EditingTest, RanksInTheCatalogueAndEveryJukeboxWithOneSave) {
+    OpenJukebox("OTHER");
+    const char* const written[] = {"7", "6", "5", "4", "3", "3"};
+    const int shown[] = {7, 6, 5, 4, 3, 2};
+    Select("All Songs", {}, 1);
+    for (int i = 0; i < 6; ++i) {
+        PopUp(9 + i, "By Mood/Happy", {0, 2});
+        EXPECT_EQ(Ranks(), std::string(written[i]) + "2" + written[i]);
+        EXPECT_EQ(Window().RowImage(2), shown[i]);
+        EXPECT_EQ(Window(1).RowImage(2), shown[i]);
+        EXPECT_EQ(Window().RowImage(1), 2);
+    }
+    fake.disk.ClearLog();
+    PopUp(9, "By Mood/Happy", {0, 1, 2});
+    const auto catalogueSaves = [&] {
+        return std::ranges::count_if(fake.disk.Log(), [](const std::string& line) {
+            return line.starts_with("replace") && line.ends_with("FileLocNames.lmz");
+        });
+    };
+    EXPECT_EQ(catalogueSaves(), 1);
+    EXPECT_FALSE(Window().IsFormDirty());
+    OpenJukebox("THIRD");
+    PopUp(14, "By Mood/Happy", {0});
+    commands.Do(FrameCommand::Undo);  // in the third window there is nothing to undo
+    EXPECT_EQ(Ranks(), "377");
+    PopUp(12, "All Songs", {1}, 1);
+    for (int i = 0; i < 8; ++i)
+        Window().Undo();
+    EXPECT_EQ(Ranks(), "242");  // what was ranked elsewhere meanwhile stays
+    EXPECT_EQ(Window().RowImage(2), 2);
+}
+
+TEST_F(EditingTest, ASongRankedWorstShowsThreeInAJukeboxOpenedLater) {
+    PopUp(14, "By Mood/Happy", {0});
+    EXPECT_EQ(Window().RowImage(0), 2);
+    OpenJukebox("LATER");
+    Select("By Mood/Happy", {}, 1);
+    EXPECT_EQ(Window(1).RowImage(0), 3);
+}
+
+TEST_F(EditingTest, CyclesThroughTheFourOrders) {
+    Jukebox& jukebox = Window().Model();
+    std::vector<SongItem> songs;
+    for (const char* const name : {"beta", "Alpha", "Zebra", "gamma"})
+        songs.push_back(
+            jukebox.MakeItem(name, application.Catalogue().OnSongFound("C:\\M\\", name), 2));
+    jukebox.SetSongs(*At("By Mood/Happy"), songs);
+    for (int record = 4; record <= 7; ++record)  // 6, 4, 7, 5
+        application.Catalogue().Mp3Info(clsMain::kRank, record,
+                                        std::to_string("6475"[record - 4] - '0'));
+    const std::string before = Bytes();
+    Select("By Mood/Happy", {0, 3});  // beta, gamma
+    View().FocusRow(1);               // Alpha
+    const struct {
+        const char* order;
+        const char* heading;
+        Rows selected;
+        std::size_t focus;
+    } cycle[] = {
+        {"Happy(AlphabetagammaZebra)", "Name    --   ", {1, 2}, 0},
+        {"Happy(ZebragammabetaAlpha)", "Name    --   ", {1, 2}, 3},
+        {"Happy(ZebrabetagammaAlpha)", "By Rank -- best to worst", {1, 2}, 3},
+        {"Happy(AlphagammabetaZebra)", "By Rank -- worst to best", {1, 2}, 0},
+        {"Happy(AlphabetagammaZebra)", "Name    --   ", {1, 2}, 0},
+    };
+    for (const auto& state : cycle) {
+        Window().OnHeaderClicked();
+        EXPECT_EQ(Dump(jukebox, *At("By Mood/Happy")), state.order);
+        EXPECT_EQ(jukebox.Columns()[0], state.heading);
+        EXPECT_EQ(View().rows, state.selected);
+        EXPECT_EQ(View().focusedRow, state.focus);
+    }
+    EXPECT_EQ(fake.events.count, 5);
+    for (int i = 0; i < 5; ++i)
+        Window().Undo();
+    EXPECT_EQ(Bytes(), before);
+    EXPECT_EQ(View().rows, (Rows{0, 3}));
+    EXPECT_EQ(View().focusedRow, 1U);
+    Window().OnHeaderClicked();
+    EXPECT_EQ(Dump(jukebox, *At("By Mood/Happy")), cycle[0].order);
+}
+
+TEST_F(EditingTest, DropsInOneStepAlsoBetweenWindows) {
+    OpenJukebox("OTHER");
+    const auto drop = [&](std::size_t from, const std::string& path, const Rows& rows,
+                          std::size_t to, const std::string& target, DropMode mode) {
+        const Dragged dragged{&Window(from), At(path, from), rows};
+        Folder* const folder = target.empty() ? nullptr : At(target, to);
+        const bool can = Window(to).CanDrop(dragged, folder, mode);
+        Window(to).Drop(dragged, folder, mode);
+        return can;
+    };
+    // Within one jukebox.
+    EXPECT_TRUE(drop(0, "By Mood/Happy", {}, 0, "Artist", DropMode::Move));
+    EXPECT_TRUE(drop(0, "Artist/Abba", {}, 0, "", DropMode::Move));
+    EXPECT_TRUE(drop(0, "Artist/Happy", {0, 2}, 0, "By Mood", DropMode::Move));
+    EXPECT_TRUE(drop(0, "All Songs", {1}, 0, "By Mood", DropMode::Copy));
+    EXPECT_TRUE(drop(0, "By Mood", {0}, 0, "All Songs", DropMode::Move));
+    EXPECT_EQ(Tree(), "All Songs(abc) Artist[Happy(b)] Decades[70's 10's] By Mood(cb) Abba(a)");
+    for (int i = 0; i < 5; ++i)
+        Window().Undo();
+    EXPECT_EQ(Tree(), kStart);
+    // Refused: where it is already, into itself, and what may not be cut.
+    EXPECT_FALSE(drop(0, "By Mood/Happy", {}, 0, "By Mood", DropMode::Move));
+    EXPECT_FALSE(drop(0, "By Mood/Happy", {0}, 0, "By Mood/Happy", DropMode::Move));
+    EXPECT_FALSE(drop(0, "By Mood/Happy", {0}, 0, "", DropMode::Copy));
+    EXPECT_FALSE(drop(0, "By Mood", {}, 0, "By Mood/Happy", DropMode::Copy));
+    EXPECT_EQ(LastLine(), "A folder can't be pasted into itself.");
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+    drop(0, "Decades", {}, 1, "Artist", DropMode::Move);
+    EXPECT_TRUE(LastBox().starts_with("This is a special node"));
+    drop(0, "All Songs", {0}, 0, "Artist", DropMode::Move);
+    EXPECT_TRUE(LastBox().starts_with("Can not cut a song"));
+    EXPECT_EQ(Tree() + Tree(1), std::string(kStart) + kStart);
+    // Between windows: undone and done again in both, from either.
+    drop(0, "By Mood", {}, 1, "", DropMode::Move);
+    drop(0, "Artist/Abba", {0}, 1, "Artist", DropMode::Move);
+    const std::string moved0 = "All Songs(abc) Artist[Abba] Decades[70's 10's]";
+    const std::string moved1 =
+        "All Songs(abc) Artist(a)[Abba(a)] Decades[70's 10's] "
+        "By Mood[Happy(abc)] By Mood[Happy(abc)]";
+    EXPECT_EQ(Tree(), moved0);
+    EXPECT_EQ(Tree(1), moved1);
+    Window(1).Undo();
+    Window(0).Undo();
+    EXPECT_EQ(Tree() + Tree(1), std::string(kStart) + kStart);
+    Window(0).Redo();
+    Window(1).Redo();
+    EXPECT_EQ(Tree() + Tree(1), moved0 + moved1);
+    // Where the other one was changed since, each goes its own way.
+    PopUp(5, "Artist", {}, 1);
+    Window(0).Undo();
+    EXPECT_NE(At("Artist/Abba")->Songs().size(), 0U);
+    Window(1).Undo();
+    EXPECT_EQ(Tree(1), moved1);
+    Window(1).Undo();
+    EXPECT_EQ(At("Artist", 1)->Songs().size(), 0U);
+    frame.children.pop_back();  // a closed window is no partner
+    Window(0).Undo();
+    EXPECT_EQ(Tree(), kStart);
+}
+
+TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
+    fake.disk.AddFile("D:\\New\\d.MP3", "no tag");
+    fake.disk.AddFile("D:\\New\\b.mp3", "no tag");  // its name is known
+    fake.disk.AddFile("D:\\New\\notes.txt");
+    Window().DropFiles({"D:\\New\\notes.txt", "D:\\New\\gone.mp3"}, *At("Decades/10's"));
+    EXPECT_EQ(LastLine(), "There is no MP3 file among what was dropped.");
+    Window().DropFiles({"D:\\New\\d.MP3", "D:\\New\\notes.txt", "D:\\New\\b.mp3", "C:\\M\\a.mp3"},
+                       *At("Decades/10's"));
+    EXPECT_EQ(application.Catalogue().UBoundOfMp3Array(), 4);
+    EXPECT_EQ(application.Catalogue().SongPath(4), "D:\\New\\d.MP3");
+    EXPECT_EQ(Window().SelectedFolder(), At("Decades/10's"));
+    ASSERT_EQ(Window().RowCount(), 3U);
+    EXPECT_EQ(Window().RowText(0, 0) + Window().RowText(1, 1) + Window().RowText(2, 1), "d.MP321");
+    EXPECT_EQ(LastLine(), "Added 3 songs to \"10's\".");
+    EXPECT_NE(Bytes().find("d.MP3"), std::string::npos);
+    Window().DropFiles({"D:\\New\\d.MP3", "C:\\M\\a.mp3"}, *At("All Songs"));
+    EXPECT_EQ(Tree().substr(0, 20), "All Songs(abcd.MP3) ");
+}
+
+TEST_F(EditingTest, ChangesByOthersEndTheHistory) {
+    PopUp(4, "By Mood");
+    PopUp(4, "By Mood");
+    Window().Undo();
+    application.Groups().BuildAutomaticGroups(0, true, "");  // finds nothing new
+    EXPECT_TRUE(Window().CanUndo() && Window().CanRedo());
+    application.Catalogue().OnSongFound("C:\\M\\", "e.mp3");
+    application.Groups().BuildAutomaticGroups(0, true, "");
+    EXPECT_EQ(At("All Songs")->Songs().size(), 4U);
+    EXPECT_FALSE(Window().CanUndo() || Window().CanRedo());
+    EXPECT_TRUE(Window().IsFormDirty());
+}
+
+TEST_F(EditingTest, IsCleanAgainWhereItWasSaved) {
+    PopUp(4, "By Mood");
+    Window().IsFormDirty(false);  // saved
+    PopUp(9, "All Songs", {0});   // no change of the jukebox
+    PopUp(5, "By Mood");
+    EXPECT_TRUE(Window().IsFormDirty());
+    Window().Undo();
+    EXPECT_FALSE(Window().IsFormDirty());
+    Window().Undo();
+    Window().Undo();
+    EXPECT_TRUE(Window().IsFormDirty());
+    Window().Redo();
+    EXPECT_FALSE(Window().IsFormDirty());
+    Window().Undo();
+    PopUp(5, "By Mood");  // the saved state is out of reach
+    Window().Undo();
+    EXPECT_TRUE(Window().IsFormDirty());
+}
+
+TEST_F(EditingTest, FindsTheNextRowByItsBeginning) {
+    Jukebox& jukebox = Window().Model();
+    std::vector<SongItem> songs;
+    for (const char* const name : {"Love Me Do", "glove", "LOVELY", "Éclair"})
+        songs.push_back(jukebox.MakeItem(name, 1, 2));
+    jukebox.SetSongs(*At("By Mood"), songs);
+    EXPECT_EQ(Window().MaybeRowBeginningWith("a", 0), 0U);  // in "All Songs"
+    Select("By Mood");
+    EXPECT_EQ(Window().MaybeRowBeginningWith("love", 0), 0U);
+    EXPECT_EQ(Window().MaybeRowBeginningWith("lOVE", 1), 2U);
+    EXPECT_EQ(Window().MaybeRowBeginningWith("love", 3), 0U);
+    EXPECT_EQ(Window().MaybeRowBeginningWith("éc", 9), 3U);
+    EXPECT_EQ(Window().MaybeRowBeginningWith("x", 0), std::nullopt);
+    Select("Artist");
+    EXPECT_EQ(Window().MaybeRowBeginningWith("", 0), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tobbin
