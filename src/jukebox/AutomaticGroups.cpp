@@ -15,6 +15,7 @@ namespace tobbin {
 namespace {
 
 constexpr std::int16_t kLeaveNewAlone = 1;
+constexpr std::size_t kSongsForAText = 100;  // of the progress
 
 // Gathers songs by folder, so that each folder is changed once.
 class SongsToAdd {
@@ -138,6 +139,7 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
         if (caption.empty() || m_jukeboxes.At(i).DaCaption() == caption)
             picked.push_back(&m_jukeboxes.At(i));
     }
+    const bool wasBuilding = std::exchange(m_building, true);
     TagsRead tags;
     for (Jukebox* const jukebox : picked) {
         if (!IsOpen(*jukebox))
@@ -151,11 +153,13 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
             continue;
         std::vector<bool> selection;
         SelectSongsNotInFolder(*topLevelAllSongs(), selection);
-        ReadTags(selection, tags);
+        if (!ReadTags(selection, tags))
+            break;
         // Events went through: nothing that was found before may be trusted.
         if (Folder* const allSongs = IsOpen(*jukebox) ? topLevelAllSongs() : nullptr)
             Fill(*jukebox, *allSongs, mode != kLeaveNewAlone, tags);
     }
+    m_building = wasBuilding;
 }
 
 bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
@@ -165,12 +169,21 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
     return false;
 }
 
-void AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
+// Returns whether all were read.
+bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
     MP3TagEditor editor(m_outside.disk, m_outside.text);
+    const std::string all =
+        GroupedNumber(static_cast<std::size_t>(std::ranges::count(selection, true)));
+    std::size_t reached = 0;
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
                                   record <= m_catalogue.UBoundOfMp3Array();
          ++record) {
-        if (!selection[static_cast<std::size_t>(record)] || tags.byRecord.contains(record))
+        if (!selection[static_cast<std::size_t>(record)])
+            continue;
+        if (m_progress != nullptr && reached++ % kSongsForAText == 0)
+            m_progress->Show("Reading the tags of new songs: " + GroupedNumber(reached) + " of " +
+                             all);
+        if (tags.byRecord.contains(record))
             continue;
         Tag& tag = tags.byRecord[record];
         editor.LoadMP3(m_catalogue.SongPath(record));
@@ -180,7 +193,10 @@ void AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
             tag.genre = editor.Genra();
         }
         m_outside.events.LetEventsThrough();
+        if (m_progress != nullptr && m_progress->StopRequested())
+            return false;
     }
+    return true;
 }
 
 void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags) {

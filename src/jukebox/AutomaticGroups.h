@@ -19,10 +19,17 @@ class AutomaticGroups {
  public:
     AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes);
 
+    // Whether a run is at work, and this is one of the events that it lets through.
+    bool IsBuilding() const { return m_building; }
+
+    // Null for work whose progress is not to be seen.
+    void ShowProgressIn(Progress* progress) { m_progress = progress; }
+
     // `mode` 1 leaves "New" alone. When `catalogueLoaded` is false the catalogue is loaded first.
     // `caption` picks the jukeboxes with exactly that caption; empty picks all. Every picked one is
     // marked as changed, even if nothing is added. Lets events through while tags are read; a
-    // jukebox that is closed meanwhile is left out.
+    // jukebox that is closed meanwhile is left out. With a progress, the texts go there, and its
+    // wish to stop leaves the groups as they are.
     void BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded, const std::string& caption);
 
     // For each catalogue record, at its number from 1: whether it is present and not in the folder.
@@ -54,12 +61,14 @@ class AutomaticGroups {
     };
 
     bool IsOpen(const Jukebox& jukebox) const;
-    void ReadTags(const std::vector<bool>& selection, TagsRead& tags);
+    bool ReadTags(const std::vector<bool>& selection, TagsRead& tags);
     void Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags);
 
     Outside& m_outside;
     clsMain& m_catalogue;
     OpenJukeboxes& m_jukeboxes;
+    Progress* m_progress = nullptr;
+    bool m_building = false;
 };
 
 }  // namespace tobbin

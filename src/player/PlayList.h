@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace tobbin {
@@ -10,6 +11,12 @@ namespace tobbin {
 class PlayList {
  public:
     void Assign(std::vector<std::int32_t> records) { m_records = std::move(records); }
+
+    // The catalogue's records have moved: `numberNow` says where to, 0 for one that has gone.
+    void Follow(const std::function<std::int32_t(std::int32_t record)>& numberNow) {
+        for (std::int32_t& record : m_records)
+            record = numberNow(record);
+    }
 
     std::int32_t UpperBound() const { return static_cast<std::int32_t>(m_records.size()); }
 

@@ -97,7 +97,7 @@ void PlayerPanel::Work() {
     if (m_stage == Stage::AddSongs && m_control.IsAnswering()) {
         m_view.OfferStop(true);
         ShowStatus("Adding song " + std::to_string(m_place) + " of " +
-                   std::to_string(m_sending.UpperBound()));
+                   std::to_string(m_playList.UpperBound()));
     }
     if (m_stage != Stage::Idle)
         m_view.WorkIn(wait);
@@ -158,8 +158,7 @@ void PlayerPanel::TalkToPlayer() {
                 StartAndAwaitWindow(Stage::AwaitWindowToPlay);
             return;
         case Stage::CheckFirstSong:
-            m_sending = m_playList;
-            m_firstPath = m_sending.UpperBound() > 0 ? PlayablePath(1) : std::string();
+            m_firstPath = m_playList.UpperBound() > 0 ? PlayablePath(1) : std::string();
             m_stage = m_firstPath.empty() ? Stage::Idle : Stage::SendStop;
             return;
         case Stage::SendStop:
@@ -195,7 +194,7 @@ void PlayerPanel::TalkToPlayer() {
 }
 
 void PlayerPanel::AddSongs() {
-    if (m_place > m_sending.UpperBound()) {
+    if (m_place > m_playList.UpperBound()) {
         FinishPlaystuff();
         return;
     }
@@ -213,7 +212,7 @@ void PlayerPanel::FinishPlaystuff() {
 }
 
 std::string PlayerPanel::PlayablePath(std::int32_t place) {
-    const std::string path = m_songPathOf(m_sending.Song(place));
+    const std::string path = m_songPathOf(m_playList.Song(place));
     const bool playable =
         !path.empty() && m_control.FileExists(path) && m_control.MaybePathForPlayer(path);
     return playable ? path : std::string();

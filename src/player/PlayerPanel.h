@@ -89,7 +89,6 @@ class PlayerPanel {
     Stage m_stage = Stage::Idle;
     bool m_working = false;       // inside Work or OnTimer, perhaps below a message box
     std::int64_t m_deadline = 0;  // for the player's window
-    PlayList m_sending;           // the play list as it was when Playstuff began
     std::int32_t m_place = 0;     // of the next song to add, from 1
     std::string m_firstPath;
 

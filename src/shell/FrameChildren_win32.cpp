@@ -38,9 +38,19 @@ JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
 }
 
 void FrameChildren::OnClosed(Child& child) {
-    m_states.Keep(child.jukebox->DaCaption(), child.window->State());
+    KeepState(child);
     child.closed = true;
     m_application.Windows().Remove(child.loadedNumber);
+}
+
+void FrameChildren::KeepState(const Child& child) {
+    m_states.Keep(child.jukebox->DaCaption(), child.window->State());
+}
+
+void FrameChildren::KeepStates() {
+    for (const auto& child : m_children)
+        if (!child->closed)
+            KeepState(*child);
 }
 
 void FrameChildren::ReleaseClosed() {

@@ -23,6 +23,9 @@ class FrameChildren {
     JukeboxMdiChild& Open(HWND mdiClient, Jukebox& jukebox);
     int OpenedSoFar() const { return m_opened; }
 
+    // Keeps the windows' places as they are now, which their closing does as well.
+    void KeepStates();
+
     // Releases windows that are closed. Only to be called when no message of one is at work.
     void ReleaseClosed();
 
@@ -42,6 +45,7 @@ class FrameChildren {
         bool closed = false;
     };
     void OnClosed(Child& child);
+    void KeepState(const Child& child);
 
     Application& m_application;
     JukeboxWindowHost& m_host;

@@ -164,9 +164,10 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
     switch (command) {
         case FrameCommand::New:
         case FrameCommand::Open:
-        case FrameCommand::Exit:
         case FrameCommand::NewSongsNormalLocations:
         case FrameCommand::NewSongsWholeComputer:
+            return !m_application.Groups().IsBuilding();
+        case FrameCommand::Exit:
         case FrameCommand::Help:
         case FrameCommand::Tip:
         case FrameCommand::About:

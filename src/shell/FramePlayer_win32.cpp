@@ -2,6 +2,7 @@
 
 #include "player/SongPaths.h"
 #include "search/SilentProgress.h"
+#include "shell/CataloguePass.h"
 #include "shell/Searching_win32.h"
 
 namespace tobbin {
@@ -103,7 +104,8 @@ void FramePlayer::InstallPlayer() {
         m_application.LongWork().Window(&silent);
         clsMain& catalogue = m_application.Catalogue();
         const std::int32_t before = catalogue.UBoundOfMp3Array();
-        catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
+        RunCataloguePass(m_application,
+                         [&] { return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(); });
         if (catalogue.UBoundOfMp3Array() != before)
             m_application.Groups().BuildAutomaticGroups(0, true, "");
         m_application.LongWork().Window(nullptr);

@@ -1,12 +1,14 @@
 #include "shell/JukeboxFiles.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <utility>
 
 #include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxFile.h"
 #include "jukebox/SpecialFolders.h"
+#include "platform/ProgressTexts.h"
 #include "ui/PictureSettings.h"
 #include "util/Text.h"
 
@@ -16,6 +18,17 @@ namespace {
 constexpr char kFilter[] = "Juke Box Files (*.juk) |*.juk";
 constexpr char kExtension[] = ".juk";
 constexpr char kAlreadyOpen[] = "This file is already open";
+
+// Shows the progress of a jukebox's groups in the status line until its window has closed.
+class RebuildProgress : public StatusLineProgress {
+ public:
+    RebuildProgress(StatusLine& line, std::function<bool()> hasClosed)
+        : StatusLineProgress(line), m_hasClosed(std::move(hasClosed)) {}
+    bool StopRequested() const override { return m_hasClosed(); }
+
+ private:
+    std::function<bool()> m_hasClosed;
+};
 
 }  // namespace
 
@@ -66,6 +79,8 @@ void JukeboxFiles::OpenFromOutside(const std::vector<std::string>& paths) {
 bool JukeboxFiles::OpenPath(const std::string& chosen) {
     const std::string path(TrimBlanks(chosen));
     Outside& outside = m_application.TheOutside();
+    if (m_application.Groups().IsBuilding())
+        return false;
     if (IsOpen(JukeboxTitle(outside.text, path))) {
         outside.dialogs.Tell(kAlreadyOpen);
         return false;
@@ -99,8 +114,16 @@ void JukeboxFiles::RefreshGroups(Jukebox& jukebox) {
     std::vector<bool> added;
     m_application.Groups().SelectSongsNotInFolder(*all, added);
     const bool gone = std::ranges::any_of(all->Songs(), &SongItem::IsMissing);
-    if (gone || std::ranges::count(added, true) > 0)
-        m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
+    if (!gone && std::ranges::count(added, true) == 0)
+        return;
+    RebuildProgress progress(m_application.TheOutside().statusLine, [&] {
+        return m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
+            return &window.Model() == &jukebox;
+        }) == nullptr;
+    });
+    m_application.Groups().ShowProgressIn(&progress);
+    m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
+    m_application.Groups().ShowProgressIn(nullptr);
 }
 
 void JukeboxFiles::NoteAsRecent(const std::string& path) {

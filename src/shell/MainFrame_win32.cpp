@@ -100,6 +100,7 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COPYDATA:
             return OnCopyData(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
         case WM_DROPFILES:
+            m_outside.Status().Clear();
             OpenFiles(TakeDroppedFiles(reinterpret_cast<HDROP>(wParam)));
             return 0;
         case WM_QUERYENDSESSION:
@@ -180,16 +181,14 @@ bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
         ShowWindow(Handle(), SW_RESTORE);
     if (IsWindowVisible(Handle()))
         SetForegroundWindow(GetLastActivePopup(Handle()));
+    m_outside.Status().Clear();
     OpenFiles(*files);
     return true;
 }
 
 void MainFrame::OpenFiles(const std::vector<std::string>& paths) {
     m_filesToOpen.insert(m_filesToOpen.end(), paths.begin(), paths.end());
-    if (!IsWindowVisible(Handle()))
-        return;
-    m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
-    m_barsOutdated = true;
+    PostMessageW(Handle(), WM_NULL, 0, 0);  // wakes the message loop, which opens them
 }
 
 bool MainFrame::TranslateKeys(MSG& message) {
@@ -202,6 +201,10 @@ bool MainFrame::TranslateKeys(MSG& message) {
 void MainFrame::BetweenMessages() {
     m_children.ReleaseClosed();
     m_player.ReleaseClosed();
+    if (!m_filesToOpen.empty() && IsWindowVisible(Handle()) && IsWindowEnabled(Handle())) {
+        m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
+        m_barsOutdated = true;
+    }
     if (m_barsOutdated)
         UpdateBars();
 }
@@ -221,15 +224,18 @@ void MainFrame::UpdateBars() {
     m_statusBar.ShowSelection(window != nullptr ? SelectionText(*window) : std::string());
 }
 
-// The end of the Windows session asks what the closing of the frame asks.
+// The end of the Windows session asks what the closing of the frame asks. The windows stay, as
+// another program may refuse the end, and a dialog of this one may be open.
 bool MainFrame::OnQueryEndSession() {
     SaveDatForm();
-    m_children.ForEach([](JukeboxMdiChild& child) { child.Close(); });
+    m_children.KeepStates();
+    m_children.ForEach([](JukeboxMdiChild& child) { child.Controller().AskBeforeClosing(); });
     return true;
 }
 
+// Not below a dialog or a search, whose work is not done.
 void MainFrame::OnClose() {
-    if (m_closing)
+    if (m_closing || !IsWindowEnabled(Handle()))
         return;
     m_closing = true;
     SaveDatForm();

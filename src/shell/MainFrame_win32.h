@@ -40,7 +40,8 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     void ShowTipsAtStartUp();
     void OfferRecovered() { m_commands.Files().OfferRecovered(); }
 
-    // Opens jukebox files by their full paths; before the frame is seen they wait for it.
+    // Opens jukebox files by their full paths, in the moment between two messages. They wait until
+    // the frame is seen, and for the end of a dialog or a search.
     void OpenFiles(const std::vector<std::string>& paths);
 
     // For the message loop: the keys of menus and MDI, and the moment between two messages.

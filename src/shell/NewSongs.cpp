@@ -3,8 +3,10 @@
 #include <memory>
 #include <string>
 
+#include "platform/ProgressTexts.h"
 #include "search/PlayerDiscovery.h"
-#include "shell/StatusTexts.h"
+#include "shell/CataloguePass.h"
+#include "util/Text.h"
 
 namespace tobbin {
 
@@ -23,13 +25,19 @@ void NewSongs::Search(bool wholeComputer) {
     window->Open();
     window->Show("Searching to add new songs  . . . ");
     m_application.LongWork().Window(window.get());
-    const bool saved = wholeComputer ? catalogue.SearchHardDrives()
-                                     : catalogue.AddAnyAdditionalMp3FromTheNormalDirectories();
-    if (!wholeComputer && saved)
-        catalogue.WriteOutMp3DirectoryLocations();
+    const bool saved = RunCataloguePass(m_application, [&] {
+        if (wholeComputer)
+            return catalogue.SearchHardDrives();
+        return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories() &&
+               catalogue.WriteOutMp3DirectoryLocations();
+    });
     const std::int32_t found = catalogue.UBoundOfMp3Array() - before;
-    if (saved)
+    if (saved) {
+        UnstoppableProgress texts(*window);
+        m_application.Groups().ShowProgressIn(&texts);
         m_application.Groups().BuildAutomaticGroups(0, true, "");
+        m_application.Groups().ShowProgressIn(nullptr);
+    }
     m_application.LongWork().Window(nullptr);
     window->Close();
     if (saved)

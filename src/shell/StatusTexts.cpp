@@ -1,6 +1,7 @@
 #include "shell/StatusTexts.h"
 
 #include "jukebox/SpecialFolders.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
@@ -10,13 +11,6 @@ std::string Counted(std::size_t number, const std::string& noun) {
 }
 
 }  // namespace
-
-std::string GroupedNumber(std::size_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t left = digits.size(); left > 3; left -= 3)
-        digits.insert(left - 3, 1, ',');
-    return digits;
-}
 
 // The songs are those of "All Songs", which holds each song of the jukebox once.
 std::string JukeboxText(const Jukebox& jukebox) {

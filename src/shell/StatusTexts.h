@@ -1,14 +1,10 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "ui/JukeboxWindow.h"
 
 namespace tobbin {
-
-// A whole number with a comma between each three digits: "12,345".
-std::string GroupedNumber(std::size_t number);
 
 // What the status bar says of the active jukebox: how many folders and songs it holds, such as
 // "61 folders, 1,204 songs".

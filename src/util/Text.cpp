@@ -73,6 +73,13 @@ bool MatchesPattern(std::string_view text, std::string_view pattern) {
     }
 }
 
+std::string GroupedNumber(std::size_t number) {
+    std::string digits = std::to_string(number);
+    for (std::size_t left = digits.size(); left > 3; left -= 3)
+        digits.insert(left - 3, 1, ',');
+    return digits;
+}
+
 std::string FolderOfPath(std::string_view path) {
     path = TrimBlanks(path);
     return std::string(path.substr(0, path.rfind('\\') + 1));

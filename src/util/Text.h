@@ -25,6 +25,9 @@ std::vector<std::string_view> SplitLines(std::string_view text);
 // one character (one code point). Case counts.
 bool MatchesPattern(std::string_view text, std::string_view pattern);
 
+// A whole number with a comma between each three digits: "12,345".
+std::string GroupedNumber(std::size_t number);
+
 // The folder of a path, trimmed of
 // blanks, up to and including its last "\"; empty when there is none.
 std::string FolderOfPath(std::string_view path);

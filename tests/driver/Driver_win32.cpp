@@ -28,6 +28,8 @@
 //   end CLASS                   ends the program of such a window, if there is one
 //   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
 //   thaw CLASS                  lets it go on
+//
+// and those of WindowCommands_win32.h.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -44,6 +46,7 @@
 
 #include "platform/Wide_win32.h"
 #include "RemoteControls_win32.h"
+#include "WindowCommands_win32.h"
 
 namespace tobbin::driver {
 
@@ -342,7 +345,7 @@ void Run(const std::wstring& command, const Words& words) {
         Halt(Wait(word(0), word(1), number(2, defaultLimit)), true);
     } else if (command == L"thaw") {
         Halt(WindowOf(word(0)), false);
-    } else {
+    } else if (!RunWindowCommand(WindowOf(L"frmMDIForm1"), command, words)) {
         throw std::runtime_error("not a command: " + Utf8(command));
     }
 }

@@ -2,6 +2,7 @@
 
 #include "shell/StatusTexts.h"
 #include "unit/shell/FrameFixture.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
@@ -81,6 +82,31 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     EXPECT_NE(
         fake.disk.Content("C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz").find("Elsewhere"),
         std::string::npos);
+}
+
+// The pass drops a twin in the middle, and a new song takes the number of the last one.
+TEST_F(FrameCommandsTest, NoSongBecomesAnotherOneWhenRecordsMove) {
+    clsMain& catalogue = application.Catalogue();
+    for (const char* folder : {"C:\\N\\", "C:\\M\\"}) {
+        const std::string name = folder == std::string("C:\\N\\") ? "a.mp3" : "d.mp3";
+        fake.disk.AddFile(folder + name, "no tag");
+        catalogue.OnSongFound(folder, name);
+    }
+    const Jukebox& jukebox = OpenSample().Model();
+    application.SongsToPlay().Assign({5, 4, 1});
+    fake.disk.AddFile("C:\\M\\e.mp3", "no tag");
+    commands.Do(FrameCommand::NewSongsNormalLocations);
+    Lines songs;
+    for (const SongItem& song : jukebox.MaybeFind("All Songs")->Songs())
+        songs.push_back(song.IsMissing()
+                            ? "missing " + std::string(jukebox.MissingSongOf(song).folder) +
+                                  std::string(jukebox.TextOf(song))
+                            : catalogue.SongPath(song.recordNumber));
+    EXPECT_EQ(songs, (Lines{"C:\\M\\a.mp3", "C:\\M\\b.mp3", "C:\\M\\c.mp3", "missing C:\\N\\a.mp3",
+                            "C:\\M\\d.mp3", "C:\\M\\e.mp3"}));
+    EXPECT_EQ(application.SongsToPlay().Song(1), 4);
+    EXPECT_EQ(application.SongsToPlay().Song(2), 0);
+    EXPECT_EQ(application.SongsToPlay().Song(3), 1);
 }
 
 TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {

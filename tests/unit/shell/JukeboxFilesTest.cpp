@@ -112,6 +112,21 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
     EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
     EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(window.FileLocation(), "C:\\J\\");
+    EXPECT_EQ(fake.statusLine.lines,
+              (std::vector<std::string>{"Reading the tags of new songs: 1 of 1", ""}));
+}
+
+TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingTheWindowEndsIt) {
+    AddJukeboxFile("C:\\J\\one.juk", 1);
+    fake.events.onEvents = [&] {
+        EXPECT_FALSE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
+        files.OpenRecent(1);
+        frame.children.back().view->visible = false;
+    };
+    Open("C:\\J\\one.juk");
+    EXPECT_EQ(frame.children.size(), 1U);
+    EXPECT_EQ(application.At(0).Root(0).Songs().size(), 1U);
+    EXPECT_TRUE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
 }
 
 TEST_F(JukeboxFilesTest, ARefusedFileLeavesNoWindowAndNoEntry) {
