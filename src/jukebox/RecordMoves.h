@@ -25,7 +25,7 @@ class RecordMoves {
     std::int32_t NumberNow(std::int32_t before) const;
 
     // Gives the jukebox's song items their new numbers. A song that has gone stays in its folders,
-    // as a missing one.
+    // as a missing one. Ends the jukebox's history of changes.
     void Apply(Jukebox& jukebox) const;
 
  private:

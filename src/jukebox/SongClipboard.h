@@ -24,6 +24,9 @@ class SongClipboard {
     std::unique_ptr<Folder> FolderFor(Jukebox& jukebox) const;
     std::vector<SongItem> SongsFor(Jukebox& jukebox) const;
 
+    // The jukebox that keeps what is held; null when nothing is.
+    Jukebox* MaybeStore() const { return m_store.get(); }
+
     // Whether a place lies in the very folder that was copied, or is it.
     bool IsInsideOriginal(const Jukebox& jukebox, const Folder& place) const;
 

@@ -24,6 +24,10 @@ class KeptStatusLine : public StatusLine {
         m_line = line;
         Tell();
     }
+    void ShowProgress(const std::string& text) override {
+        m_progress = text;
+        Tell();
+    }
 
     // At the begin of a command.
     void Clear() {
@@ -36,10 +40,11 @@ class KeptStatusLine : public StatusLine {
  private:
     void Tell() {
         if (m_listener)
-            m_listener(m_line);
+            m_listener(m_line.empty() ? m_progress : m_line);
     }
 
     std::string m_line;
+    std::string m_progress;
     Listener m_listener;
 };
 

@@ -115,6 +115,9 @@ class StatusLine {
  public:
     virtual ~StatusLine() = default;
     virtual void Say(const std::string& line) = 0;
+
+    // How far long work is, shown while there is no line; empty when it has ended.
+    virtual void ShowProgress(const std::string& text) = 0;
 };
 
 // Shows how far long work is and knows whether the person asked it to stop. The do-nothing default

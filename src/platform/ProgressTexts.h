@@ -18,20 +18,13 @@ class UnstoppableProgress : public Progress {
 class StatusLineProgress : public Progress {
  public:
     explicit StatusLineProgress(StatusLine& line) : m_line(line) {}
-    ~StatusLineProgress() override {
-        if (m_shown)
-            m_line.Say({});
-    }
+    ~StatusLineProgress() override { m_line.ShowProgress({}); }
     StatusLineProgress(const StatusLineProgress&) = delete;
     StatusLineProgress& operator=(const StatusLineProgress&) = delete;
-    void Show(const std::string& text) override {
-        m_line.Say(text);
-        m_shown = true;
-    }
+    void Show(const std::string& text) override { m_line.ShowProgress(text); }
 
  private:
     StatusLine& m_line;
-    bool m_shown = false;
 };
 
 }  // namespace tobbin

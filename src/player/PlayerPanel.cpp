@@ -1,5 +1,7 @@
 #include "player/PlayerPanel.h"
 
+#include "util/Text.h"
+
 namespace tobbin {
 namespace {
 
@@ -72,7 +74,7 @@ void PlayerPanel::Playstuff() {
 }
 
 void PlayerPanel::StartAndAwaitWindow(Stage stage) {
-    m_view.OfferStop(false);
+    OfferNoStop();
     if (!m_control.StartPlayer()) {
         m_stage = Stage::Idle;
         m_outside.dialogs.Tell(kNoStart);
@@ -95,9 +97,12 @@ void PlayerPanel::Work() {
         while (m_stage != Stage::Idle && wait == kAtOnce && m_outside.clock.Milliseconds() < end);
     }
     if (m_stage == Stage::AddSongs && m_control.IsAnswering()) {
+        const std::string text = "Adding song " + GroupedNumber(static_cast<std::size_t>(m_place)) +
+                                 " of " +
+                                 GroupedNumber(static_cast<std::size_t>(m_playList.UpperBound()));
         m_view.OfferStop(true);
-        ShowStatus("Adding song " + std::to_string(m_place) + " of " +
-                   std::to_string(m_playList.UpperBound()));
+        ShowStatus(text);
+        m_outside.statusLine.ShowProgress(text + " to the player's list.  Esc stops it.");
     }
     if (m_stage != Stage::Idle)
         m_view.WorkIn(wait);
@@ -205,7 +210,7 @@ void PlayerPanel::AddSongs() {
 
 void PlayerPanel::FinishPlaystuff() {
     m_stage = Stage::Idle;
-    m_view.OfferStop(false);
+    OfferNoStop();
     m_buttonEnabled = true;
     SetButtonCaption(kPause);
     m_view.SetTimer(true);
@@ -222,6 +227,7 @@ void PlayerPanel::Close() {
     const bool wasAwaiting =
         m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AwaitWindowToPlay;
     m_stage = Stage::Idle;
+    OfferNoStop();
     m_view.SetTimer(false);
     if (wasAwaiting && !m_control.IsWindowKnown())
         return;
@@ -263,6 +269,11 @@ void PlayerPanel::OnBalance(std::int32_t balance) {
 void PlayerPanel::OnStopAdding() {
     if (m_stage == Stage::AddSongs)
         FinishPlaystuff();
+}
+
+void PlayerPanel::OfferNoStop() {
+    m_view.OfferStop(false);
+    m_outside.statusLine.ShowProgress({});
 }
 
 void PlayerPanel::OnTimer() {

@@ -48,6 +48,7 @@ class PlayerPanel {
     void OnTimer();
 
     bool IsBusy() const { return m_stage != Stage::Idle; }
+    bool IsAddingSongs() const { return m_stage == Stage::AddSongs; }
 
  private:
     // What is to be done next. All from AskVersion on need the player's answers; each is done
@@ -74,6 +75,7 @@ class PlayerPanel {
     void TalkToPlayer();
     void AddSongs();
     void FinishPlaystuff();
+    void OfferNoStop();
     std::string PlayablePath(std::int32_t place);
     void SetButtonCaption(const char* caption);
     void SetBar(PlayerBar bar, const BarState& state);

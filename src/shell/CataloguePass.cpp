@@ -12,6 +12,8 @@ bool RunCataloguePass(Application& application, const std::function<bool()>& pas
     if (moves.Find(application.TheOutside().text)) {
         for (std::size_t i = 0; i < application.Count(); ++i)
             moves.Apply(application.At(i));
+        if (Jukebox* const held = application.Clipboard().MaybeStore())
+            moves.Apply(*held);
         application.SongsToPlay().Follow(
             [&](std::int32_t record) { return moves.NumberNow(record); });
     }

@@ -29,6 +29,10 @@ bool PassSystemKey(const MSG& message) {
 
 }  // namespace
 
+bool IsEscKey(const MSG& message) {
+    return message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE && !IsEditing();
+}
+
 bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message) {
     if (TranslateMDISysAccel(mdiClient, &message))
         return true;

@@ -3,6 +3,7 @@
 #include "player/SongPaths.h"
 #include "search/SilentProgress.h"
 #include "shell/CataloguePass.h"
+#include "shell/FrameKeys_win32.h"
 #include "shell/Searching_win32.h"
 
 namespace tobbin {
@@ -24,7 +25,13 @@ void FramePlayer::MinimisePanel() {
         ShowWindow(Panel(), SW_MINIMIZE);
 }
 
+// Esc stops the adding of songs wherever the focus is in the frame.
 bool FramePlayer::TranslateKeys(MSG& message) {
+    if (Panel() != nullptr && IsEscKey(message) && m_panel->Panel().IsAddingSongs() &&
+        IsChild(m_frame, message.hwnd)) {
+        m_panel->Panel().OnStopAdding();
+        return true;
+    }
     return Panel() != nullptr && IsChild(Panel(), message.hwnd) &&
            IsDialogMessageW(Panel(), &message);
 }

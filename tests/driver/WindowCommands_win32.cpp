@@ -53,6 +53,15 @@ void DropFiles(HWND frame, const Words& paths) {
     Ask(frame, WM_DROPFILES, reinterpret_cast<WPARAM>(memory.Address()), 0);
 }
 
+void PressKey(HWND frame, WPARAM key) {
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetWindowThreadProcessId(frame, nullptr), &thread);
+    const HWND focus = thread.hwndFocus != nullptr ? thread.hwndFocus : frame;
+    PostMessageW(focus, WM_KEYDOWN, key, 1);
+    PostMessageW(focus, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+}
+
 void PrintPlace(HWND frame) {
     RECT place{};
     GetWindowRect(frame, &place);
@@ -74,6 +83,8 @@ bool RunWindowCommand(HWND frame, const std::wstring& command, const Words& word
     else if (command == L"send")
         PrintLine(std::to_string(
             Ask(frame, static_cast<UINT>(number(0)), static_cast<WPARAM>(number(1)), 0)));
+    else if (command == L"key")
+        PressKey(frame, static_cast<WPARAM>(number(0)));
     else if (command == L"place")
         PrintPlace(frame);
     else if (command == L"move")

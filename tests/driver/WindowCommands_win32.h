@@ -14,6 +14,7 @@ namespace tobbin::driver {
 //   titles                     the captions of the jukebox windows, the active one first
 //   drop PATH...               drops files on the frame
 //   send MESSAGE [WPARAM]      sends the frame a message and prints its reply
+//   key CODE                   presses and releases a key in the control that has the focus
 //   place                      the frame's left, top, width and height
 //   move LEFT TOP WIDTH HEIGHT puts the frame there
 bool RunWindowCommand(HWND frame, const std::wstring& command,

@@ -4,10 +4,12 @@ playing.py REPORT
 
 Runs in a prefix in which the program has found its songs and the player before (first_run.py).
 """
+import os
 import pathlib
 import re
 import shutil
 import sys
+import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
@@ -19,7 +21,7 @@ LOG = PLAYER / "winamp.log"
 BEHAVIOUR = PLAYER / "winamp.ini"
 GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 # Numbers of the frame's commands, from assets/resource.h.
-PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1203, 1204, 1205, 1209
+WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1202, 1203, 1204, 1205, 1209
 QUERIES = ("1024 0 105", "1024 1 105", "1024 0 104")
 
 
@@ -114,7 +116,8 @@ class Playing(unittest.TestCase):
                                 (("hang_at=9", "hang_for=4000"), "PLAYING"),
                                 (("open_after=3000",), "PLAYING"),
                                 (("vanish_at=8",), "STOPPED"),
-                                (("version=5", "status=7", "unknown=1"), "STOPPED")):
+                                (("version=5", "status=7"), "STOPPED"),
+                                (("knows_nothing=1", "unknown=1"), "PLAYING")):
                 with self.subTest(lines):
                     behave(*lines)
                     select(0, 1, 2)
@@ -140,19 +143,72 @@ class Playing(unittest.TestCase):
     def test_5_without_a_player_it_offers_to_install_one(self):
         behave()
         away = PREFIX / "drive_c/player.away"
+        installer = PREFIX / "drive_c/Tobbin/winamp265_lite.exe"
         shutil.move(PLAYER / "winamp.exe", away)
         try:
             with Program():
                 select(0)
+                for there in (False, True):
+                    driver("command", str(PLAY_ALL))
+                    driver("press", "#32770", "Yes", "*not installed on your system*")
+                    if there:
+                        shutil.copy(away, installer)  # any program will do
+                    driver("press", "#32770", "OK", "*will now be installed*")
+                    if not there:
+                        driver("press", "#32770", "OK", "*C:\\Tobbin\\winamp265_lite.exe*")
+                        driver("gone", "#32770", "10")
+                driver("freeze", "frmSearching", "Searching for Winamp  . . . ", "20")
+                shutil.move(away, PLAYER / "winamp.exe")
+                driver("thaw", "frmSearching")
+                driver("gone", "frmSearching", "60")
+                driver("end", "Winamp v1.x")  # what ran as the installer
+                behave()
                 driver("command", str(PLAY_ALL))
-                driver("wait", "#32770", "*not installed on your system*", "20")
-                driver("press", "#32770", "Yes", "*not installed on your system*")
-                driver("wait", "#32770", "*will now be installed*", "10")
-                driver("press", "#32770", "OK", "*will now be installed*")
-                driver("wait", "#32770", "*C:\\Tobbin\\winamp265_lite.exe*", "10")
-                driver("press", "#32770", "OK", "*C:\\Tobbin\\winamp265_lite.exe*")
+                driver("wait", "frmMainWinamp", "PLAYING", "30")
+                close_panel()
         finally:
-            shutil.move(away, PLAYER / "winamp.exe")
+            installer.unlink(missing_ok=True)
+            if away.exists():
+                shutil.move(away, PLAYER / "winamp.exe")
+
+    def test_6_ten_thousand_songs_can_be_stopped(self):
+        behave()
+        folder = pathlib.Path(os.path.realpath(PREFIX / "dosdevices/m:")) / "Music/Many"
+        folder.mkdir()
+        song = next(folder.parent.glob("**/*.mp3"))
+        for number in range(10_000):
+            os.link(song, folder / f"many {number:05}.mp3")
+        kept = shutil.copytree(GROUPING, PREFIX / "drive_c/kept")
+        try:
+            with Program():
+                driver("command", str(WHOLE_COMPUTER))
+                self.says("10,000 new songs were found.")
+                driver("open", "All Songs")
+                began = time.monotonic()
+                driver("command", str(PLAY_ALL))
+                driver("wait", "frmMainWinamp", "Adding song *of 10,0*", "60")
+                print("playing and adding after", round(time.monotonic() - began, 2), "s")
+                print("longest wait while adding", *driver("answers", "frmMDIForm1", "1"), "ms")
+                self.says("Esc stops it.")
+                driver("key", "27")
+                driver("wait", "frmMainWinamp", "PLAYING", "20")
+                self.assertEqual(driver("status"), [""])
+                sent = sum(line.startswith("74 ") for line in log())
+                self.assertGreater(sent, 10)
+                self.assertLess(sent, 9_000)
+                driver("answers", "frmMDIForm1", "1")
+                self.assertEqual(sum(line.startswith("74 ") for line in log()), sent)
+                close_panel()
+        finally:
+            shutil.rmtree(folder)
+            shutil.rmtree(GROUPING)
+            shutil.move(kept, GROUPING)
+
+    def says(self, words):
+        for _ in range(200):
+            if words in (line := driver("status")[0]):
+                return
+        self.assertIn(words, line)
 
     def wait_for_log(self, lines):
         for _ in range(20):

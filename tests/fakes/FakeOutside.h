@@ -105,7 +105,9 @@ class FakeClockAndChance : public ClockAndChance {
 class FakeStatusLine : public StatusLine {
  public:
     std::vector<std::string> lines;
+    std::vector<std::string> progress;
     void Say(const std::string& line) override { lines.push_back(line); }
+    void ShowProgress(const std::string& text) override { progress.push_back(text); }
 };
 
 class FakeProgress : public Progress {

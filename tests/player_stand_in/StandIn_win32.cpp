@@ -16,6 +16,7 @@
 //     hang_for=<ms>       ... for this long; for ever without it
 //     vanish_at=<n>       at the n-th message its process ends
 //     version=<n>, status=<n>, unknown=<n>   replies in place of its own
+//     knows_nothing=1     replies to every question as to one that it doesn't know
 #include <windows.h>
 
 #include <cstdio>
@@ -118,6 +119,8 @@ class StandIn {
     }
 
     LRESULT Answer(int argument, int operation) {
+        if (Told(L"knows_nothing", 0) != 0)
+            return Told(L"unknown", 0);
         switch (operation) {
             case 0:
                 return Told(L"version", 0x2091);

@@ -92,6 +92,7 @@ TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
     EXPECT_TRUE(view.buttonEnabled);
     EXPECT_TRUE(view.timer);
     EXPECT_FALSE(view.stopOffered);
+    EXPECT_EQ(fake.statusLine.progress.back(), "");
     EXPECT_EQ(fake.programs.started.size(), 2U);  // by the load and by Playstuff
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
@@ -201,13 +202,14 @@ TEST_F(Panel, AddingThousandsShowsProgressAndCanBeStopped) {
     while (!view.stopOffered)
         ASSERT_TRUE(Turn());
     EXPECT_TRUE(view.status.starts_with("Adding song ")) << view.status;
-    EXPECT_TRUE(view.status.ends_with(" of 10000")) << view.status;
+    EXPECT_TRUE(view.status.ends_with(" of 10,000")) << view.status;
     const std::size_t sent = fake.player.log.size();
     EXPECT_LT(sent, 200U);
     panel.OnStopAdding();
     RunToTheEnd();
     EXPECT_EQ(fake.player.log.size(), sent);
     EXPECT_FALSE(view.stopOffered);
+    EXPECT_EQ(fake.statusLine.progress.back(), "");
     EXPECT_TRUE(view.timer);
     EXPECT_EQ(view.button, "&Pause");
 }

@@ -112,7 +112,7 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
     EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
     EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(window.FileLocation(), "C:\\J\\");
-    EXPECT_EQ(fake.statusLine.lines,
+    EXPECT_EQ(fake.statusLine.progress,
               (std::vector<std::string>{"Reading the tags of new songs: 1 of 1", ""}));
 }
 
