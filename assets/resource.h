@@ -2,6 +2,7 @@
 #pragma once
 
 #define IDI_TOBBIN 1
+#define IDI_JUKEBOX 2
 
 // Strips of pictures: the number named is that of the strip of 16 pixels, the next ones are those
 // of 24 and 32.

@@ -10,7 +10,8 @@ export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix)
 music_packages=(lame ffmpeg id3v2 python3-mutagen)
-wine_packages=(wine wine64 xvfb xauth x11-utils fonts-wine xdotool imagemagick)
+wine_packages=(wine wine64 xvfb fonts-wine xdotool imagemagick)
+package_packages=(zip nsis binutils-mingw-w64-x86-64)
 
 say() { printf '\n== %s\n' "$*"; }
 fail() { printf '%s: %s\n' "${0##*/}" "$*" >&2; exit 1; }
@@ -105,10 +106,10 @@ make_application_folder() {
     mkdir -p "$1"
     cp "$root/build/windows-release/Tobbin.exe" "$1/"
     local text
-    for text in TIPOFDAY.TXT readme.txt; do
-        # Windows' own editor wants CR LF, and older ones the ANSI code page.
-        sed 's/$/\r/' "$root/assets/$text" >"$1/$text"
+    for text in assets/TIPOFDAY.TXT assets/readme.txt LICENSE; do
+        sed 's/$/\r/' "$root/$text" >"$1/$(basename "$text")"  # as Windows' own editor wants it
     done
+    mv "$1/LICENSE" "$1/LICENSE.txt"
 }
 
 # Installs the program in the prefix in use, as the installer does, and the stand-in for the

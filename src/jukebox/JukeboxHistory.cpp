@@ -78,7 +78,7 @@ ChangedPlace JukeboxHistory::UndoHere() {
     Step step = std::move(m_done.back());
     m_done.pop_back();
     m_place -= step.changesJukebox ? 1 : 0;
-    const ChangedPlace place = FlipStep(step, true);
+    ChangedPlace place = FlipStep(step, true);
     m_undone.push_back(std::move(step));
     return place;
 }
@@ -87,7 +87,7 @@ ChangedPlace JukeboxHistory::RedoHere() {
     Step step = std::move(m_undone.back());
     m_undone.pop_back();
     m_place += step.changesJukebox ? 1 : 0;
-    const ChangedPlace place = FlipStep(step, false);
+    ChangedPlace place = FlipStep(step, false);
     m_done.push_back(std::move(step));
     return place;
 }

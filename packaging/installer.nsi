@@ -1,0 +1,139 @@
+; The installer: for one user, without an administrator. scripts/package gives it VERSION, SOURCE
+; (the application folder), OUTPUT, and FILES: the lines that remove what SOURCE holds.
+;
+; /S installs or removes without a question: no desktop entry unless /DESKTOP is given, and a removal
+; keeps the data folder unless /DATA is given.
+Unicode true
+Target amd64-unicode
+RequestExecutionLevel user
+ManifestDPIAware true
+SetCompressor /SOLID lzma
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include Sections.nsh
+
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tobbin"
+!define TITLE "Tobbin MP3 Organizer"
+
+Name "${TITLE}"
+OutFile "${OUTPUT}"
+InstallDir "$LOCALAPPDATA\Programs\Tobbin"
+InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
+BrandingText "${TITLE} ${VERSION}"
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey ProductName "${TITLE}"
+VIAddVersionKey FileDescription "Installer of ${TITLE}"
+VIAddVersionKey FileVersion "${VERSION}"
+VIAddVersionKey ProductVersion "${VERSION}"
+VIAddVersionKey LegalCopyright "MIT License"
+
+!define MUI_ICON "${ASSETS}/tobbin.ico"
+!define MUI_UNICON "${ASSETS}/tobbin.ico"
+!define MUI_ABORTWARNING
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Tobbin.exe"
+!define MUI_FINISHPAGE_RUN_TEXT "&Start Tobbin"
+!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\readme.txt"
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "Show the &read-me"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE English
+
+; A program that runs can't be replaced: nothing is touched while it does.
+!macro EndedOrAbort
+    ${DoWhile} ${FileExists} "$INSTDIR\Tobbin.exe"
+        ClearErrors
+        FileOpen $0 "$INSTDIR\Tobbin.exe" a
+        ${IfNot} ${Errors}
+            FileClose $0
+            ${Break}
+        ${EndIf}
+        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Tobbin is running. Please close it, then choose Retry." /SD IDCANCEL IDRETRY +3
+        SetErrorLevel 2
+        Abort "Tobbin is running."
+    ${Loop}
+!macroend
+
+Section "Tobbin" SecProgram
+    SectionIn RO
+    !insertmacro EndedOrAbort
+    SetOutPath "$INSTDIR"
+    SetOverwrite off  ; The tips are anyone's to change.
+    File "${SOURCE}/TIPOFDAY.TXT"
+    SetOverwrite on
+    File /r /x TIPOFDAY.TXT "${SOURCE}/*"
+    WriteUninstaller "$INSTDIR\Uninstall.exe"
+    CreateShortcut "$SMPROGRAMS\Tobbin.lnk" "$INSTDIR\Tobbin.exe"
+
+    ; Tobbin needs no runtime library: its start need not ask for one.
+    WriteRegStr HKCU "Software\Tobbin\Options" "Runtime Library Check" "0"
+
+    WriteRegStr HKCU "Software\Classes\.juk" "" "Tobbin.Jukebox"
+    WriteRegStr HKCU "Software\Classes\Tobbin.Jukebox" "" "Jukebox"
+    WriteRegStr HKCU "Software\Classes\Tobbin.Jukebox\DefaultIcon" "" "$INSTDIR\Tobbin.exe,1"
+    WriteRegStr HKCU "Software\Classes\Tobbin.Jukebox\shell\open\command" "" '"$INSTDIR\Tobbin.exe" "%1"'
+    System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
+
+    WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "${TITLE}"
+    WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\Tobbin.exe"
+    WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
+    WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
+    WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+    WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
+    WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
+    SectionGetSize ${SecProgram} $0
+    WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $0
+SectionEnd
+
+Section /o "Entry on the desktop" SecDesktop
+    CreateShortcut "$DESKTOP\Tobbin.lnk" "$INSTDIR\Tobbin.exe"
+SectionEnd
+
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+    !insertmacro MUI_DESCRIPTION_TEXT ${SecProgram} "The program, its entry in the start menu, and jukebox files (.juk) that open with it."
+    !insertmacro MUI_DESCRIPTION_TEXT ${SecDesktop} "A second entry, on the desktop."
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+Function .onInit
+    ${GetParameters} $0
+    ClearErrors
+    ${GetOptions} $0 "/DESKTOP" $1
+    ${IfNot} ${Errors}
+        !insertmacro SelectSection ${SecDesktop}
+    ${EndIf}
+FunctionEnd
+
+Section Uninstall
+    !insertmacro EndedOrAbort
+    !include "${FILES}"
+    Delete "$INSTDIR\Uninstall.exe"
+    Delete "$SMPROGRAMS\Tobbin.lnk"
+    Delete "$DESKTOP\Tobbin.lnk"
+    DeleteRegKey HKCU "${UNINSTALL}"
+    DeleteRegKey HKCU "Software\Classes\Tobbin.Jukebox"
+    ReadRegStr $0 HKCU "Software\Classes\.juk" ""
+    ${If} $0 == "Tobbin.Jukebox"
+        DeleteRegKey HKCU "Software\Classes\.juk"
+    ${EndIf}
+    System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
+
+    ${If} ${FileExists} "$INSTDIR\Grouping\*"
+        ${GetParameters} $0
+        ClearErrors
+        ${GetOptions} $0 "/DATA" $1
+        ${If} ${Errors}
+            MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONQUESTION "Remove your catalogue, ranks, settings and the jukeboxes in$\r$\n$INSTDIR\Grouping, too?$\r$\n$\r$\nThey can't be brought back. Your music is not touched." /SD IDNO IDNO kept
+        ${EndIf}
+        RMDir /r "$INSTDIR\Grouping"
+    ${EndIf}
+    DeleteRegKey HKCU "Software\Tobbin"
+kept:
+    RMDir "$INSTDIR"
+SectionEnd
