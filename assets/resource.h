@@ -30,6 +30,10 @@
 #define IDC_PICTURE_PATH 324
 #define IDC_PICTURE_PREVIEW 325
 
+#define IDD_FIND 330
+#define IDC_FIND_TEXT1 331
+#define IDC_FIND_COMMAND1 332
+
 // Places of the menus in the menu bar, from 0.
 #define MENU_FILE 0
 #define MENU_WINDOW 4

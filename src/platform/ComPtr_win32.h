@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <objbase.h>
+#include <ole2.h>
 
 #include <memory>
 
@@ -42,6 +42,21 @@ class ComApartment {
     ~ComApartment() {
         if (m_begun)
             CoUninitialize();
+    }
+
+ private:
+    bool m_begun;
+};
+
+// COM on the thread of the windows, with what drag and drop needs.
+class OleApartment {
+ public:
+    OleApartment() : m_begun(SUCCEEDED(OleInitialize(nullptr))) {}
+    OleApartment(const OleApartment&) = delete;
+    OleApartment& operator=(const OleApartment&) = delete;
+    ~OleApartment() {
+        if (m_begun)
+            OleUninitialize();
     }
 
  private:

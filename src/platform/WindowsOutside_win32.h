@@ -31,7 +31,7 @@ class WindowsOutside {
     KeptStatusLine& Status() { return m_statusLine; }
 
  private:
-    ComApartment m_com;  // first, since the dialogs need it
+    OleApartment m_com;  // first, since the dialogs need it
     WindowsText m_text;
     SystemDisk m_disk;
     SystemDrives m_drives;

@@ -5,8 +5,8 @@
 
 #include "jukebox/SpecialFolders.h"
 #include "platform/DialogBase_win32.h"
+#include "platform/DragDrop_win32.h"
 #include "resource.h"
-#include "shell/DroppedFiles_win32.h"
 #include "shell/FrameKeys_win32.h"
 #include "shell/FramePlace_win32.h"
 #include "shell/Searching_win32.h"
@@ -14,6 +14,7 @@
 #include "shell/StatusTexts.h"
 #include "shell/TipDialog_win32.h"
 #include "shell/Tips.h"
+#include "ui/FindDialog_win32.h"
 #include "ui/ListedSongs.h"
 #include "ui/PictureDialog_win32.h"
 
@@ -88,6 +89,10 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 break;
             OnCommand(LOWORD(wParam));
             return 0;
+        case WM_ENTERIDLE:  // a modal dialog waits
+            if (m_barsOutdated)
+                UpdateBars();
+            break;
         case WM_INITMENUPOPUP:
             OnInitMenu(reinterpret_cast<HMENU>(wParam), HIWORD(lParam) != 0);
             break;
@@ -334,7 +339,9 @@ void MainFrame::ShowTips() {
     TipDialog(tips).Show(Handle());
 }
 
-void MainFrame::ShowFind() {}
+void MainFrame::ShowFind() {
+    FindDialog(m_commands.Find()).Show(Handle());
+}
 
 void MainFrame::ShowTipsAtStartUp() {
     Tips tips(m_outside.Interfaces(), m_application.Folders().application);

@@ -23,8 +23,11 @@ bool IsDown(int key) {
 }  // namespace
 
 ExplorerControl::ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list,
-                                 PictureLoader& pictures)
-    : m_tree(jukebox, tree), m_list(list, pictures), m_splitter(kFirstTreeWidth) {}
+                                 FolderDropDelegate& drops, PictureLoader& pictures)
+    : m_tree(jukebox, tree),
+      m_list(list, pictures),
+      m_drops(m_tree, m_list, drops),
+      m_splitter(kFirstTreeWidth) {}
 
 ExplorerControl::~ExplorerControl() {
     Destroy();
@@ -40,8 +43,12 @@ bool ExplorerControl::CreateIn(HWND parent) {
     placement.exStyle = WS_EX_CONTROLPARENT;
     placement.x = placement.y = placement.width = placement.height = 0;
     placement.parent = parent;
-    return Create(look, "PVExplorer1", placement) && m_tree.Create(Handle(), kTree) &&
-           m_list.Create(Handle(), kList) && (OnDpiChanged(), true);
+    if (!Create(look, "PVExplorer1", placement) || !m_tree.Create(Handle(), kTree) ||
+        !m_list.Create(Handle(), kList))
+        return false;
+    m_drops.Begin(Handle());
+    OnDpiChanged();
+    return true;
 }
 
 LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -69,6 +76,9 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_LBUTTONDBLCLK:
             SplitterPlace(kFirstTreeWidth);
             return 0;
+        case WM_TIMER:
+            m_drops.OnTimer();
+            return 0;
         case WM_CONTEXTMENU:
             OnContextMenu(reinterpret_cast<HWND>(wParam), GET_X_LPARAM(lParam),
                           GET_Y_LPARAM(lParam));
@@ -82,6 +92,7 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_ERASEBKGND:
             return TRUE;
         case WM_DESTROY:
+            m_drops.Stop();
             m_tree.OnDestroy();
             m_list.OnDestroy();
             return 0;

@@ -8,6 +8,7 @@
 #include "jukebox/Jukebox.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
+#include "ui/DropTracker_win32.h"
 #include "ui/ListPane_win32.h"
 #include "ui/PaneLayout.h"
 #include "ui/TreePane_win32.h"
@@ -23,7 +24,7 @@ class ExplorerControl : public WindowBase {
     enum Control : int { kTree = 1, kList = 2 };
 
     ExplorerControl(Jukebox& jukebox, TreePaneDelegate& tree, ListPaneDelegate& list,
-                    PictureLoader& pictures);
+                    FolderDropDelegate& drops, PictureLoader& pictures);
     ~ExplorerControl() override;
 
     bool CreateIn(HWND parent);
@@ -66,6 +67,7 @@ class ExplorerControl : public WindowBase {
 
     TreePane m_tree;
     ListPane m_list;
+    DropTracker m_drops;
     UniqueFont m_font;
     int m_splitter;
     PaneWidths m_widths;

@@ -10,8 +10,18 @@
 #include "ui/WindowState_win32.h"
 
 namespace tobbin {
+namespace {
+
+// A drag out of a jukebox window, and what is to be done when it has ended.
+struct OwnDrag {
+    Dragged what;
+    std::function<void()> drop = [] {};
+};
+
+}  // namespace
+
 JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller, PictureLoader& pictures)
-    : m_controller(controller), m_explorer(controller.Model(), *this, *this, pictures) {
+    : m_controller(controller), m_explorer(controller.Model(), *this, *this, *this, pictures) {
     m_controller.SetView(this);
     m_controller.Model().AddListener(*this);
 }
@@ -259,6 +269,54 @@ bool JukeboxMdiChild::OnTextEdited(Folder& folder, const std::string& text) {
     return m_controller.OnFolderTextEdited(folder, text);
 }
 
+bool JukeboxMdiChild::OnTreeKey(UINT key) {
+    if (key != VK_F2 || m_controller.SelectedFolder() == nullptr)
+        return false;
+    EditFolderText(*m_controller.SelectedFolder());
+    return true;
+}
+
+void JukeboxMdiChild::OnFolderDragged(Folder& folder) {
+    Drag({&m_controller, &folder});
+}
+
+void JukeboxMdiChild::OnRowsDragged() {
+    Dragged songs{&m_controller, m_controller.SelectedFolder(), SelectedRows()};
+    if (songs.folder != nullptr && !songs.rows.empty())
+        Drag(std::move(songs));
+}
+
+void JukeboxMdiChild::Drag(Dragged what) {
+    OwnDrag drag{std::move(what)};
+    RunDrag(&drag);
+    drag.drop();
+}
+
+DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) {
+    if (data.maybeOwn == nullptr)
+        return target != nullptr ? DropEffect::Copy : DropEffect::None;
+    const DropMode mode = copyKey ? DropMode::Copy : DropMode::Move;
+    if (!m_controller.CanDrop(static_cast<const OwnDrag*>(data.maybeOwn)->what, target, mode))
+        return DropEffect::None;
+    return copyKey ? DropEffect::Copy : DropEffect::Move;
+}
+
+// A box must not open before the system has ended the drag.
+DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool copyKey) {
+    const DropEffect effect = EffectOfDrop(data, target, copyKey);
+    if (effect == DropEffect::None)
+        return effect;
+    if (data.maybeOwn == nullptr) {
+        m_controller.DropFiles(data.files, *target);
+        return effect;
+    }
+    auto& drag = *static_cast<OwnDrag*>(data.maybeOwn);
+    drag.drop = [this, &drag, target, copyKey] {
+        m_controller.Drop(drag.what, target, copyKey ? DropMode::Copy : DropMode::Move);
+    };
+    return effect;
+}
+
 std::size_t JukeboxMdiChild::RowCount() const {
     return m_controller.RowCount();
 }
@@ -271,6 +329,11 @@ int JukeboxMdiChild::RowImage(std::size_t row) const {
     return m_controller.RowImage(row);
 }
 
+std::optional<std::size_t> JukeboxMdiChild::MaybeRowBeginningWith(const std::string& text,
+                                                                  std::size_t start) const {
+    return m_controller.MaybeRowBeginningWith(text, start);
+}
+
 std::string JukeboxMdiChild::EmptyText() const {
     return m_controller.EmptyText();
 }
@@ -281,6 +344,10 @@ void JukeboxMdiChild::OnRowsSelected() {
 
 void JukeboxMdiChild::OnListFocused() {
     m_controller.CurrentPaneWFocus(Pane::List);
+}
+
+void JukeboxMdiChild::OnColumnClicked(int /*column*/) {
+    m_controller.OnHeaderClicked();
 }
 
 void JukeboxMdiChild::OnRowOpened() {

@@ -9,6 +9,7 @@
 
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
+#include "ui/Dragging.h"
 #include "ui/ExplorerControl_win32.h"
 #include "ui/JukeboxView.h"
 #include "ui/JukeboxWindow.h"
@@ -21,7 +22,8 @@ class JukeboxMdiChild : public WindowBase,
                         public JukeboxView,
                         private JukeboxListener,
                         private TreePaneDelegate,
-                        private ListPaneDelegate {
+                        private ListPaneDelegate,
+                        private FolderDropDelegate {
  public:
     static constexpr wchar_t kClassName[] = L"frmMain";
 
@@ -76,15 +78,26 @@ class JukeboxMdiChild : public WindowBase,
     void OnTreeFocused() override;
     bool MayEditText(const Folder& folder) override;
     bool OnTextEdited(Folder& folder, const std::string& text) override;
+    void OnFolderDragged(Folder& folder) override;
+    bool OnTreeKey(UINT key) override;
 
     std::size_t RowCount() const override;
     std::string RowText(std::size_t row, int column) const override;
     int RowImage(std::size_t row) const override;
+    std::optional<std::size_t> MaybeRowBeginningWith(const std::string& text,
+                                                     std::size_t start) const override;
     std::string EmptyText() const override;
     void OnRowsSelected() override;
     void OnListFocused() override;
+    void OnColumnClicked(int column) override;
     void OnRowOpened() override;
+    void OnRowsDragged() override;
     void OnColumnResized() override;
+
+    void Drag(Dragged what);
+    DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) override;
+    DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) override;
+    Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
 
     JukeboxWindow& m_controller;
     ExplorerControl m_explorer;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
@@ -124,22 +125,41 @@ std::size_t ListPane::SelectedCount() const {
     return m_handle != nullptr ? ListView_GetSelectedCount(m_handle) : 0;
 }
 
+void ListPane::SetState(int row, UINT state, UINT mask) {
+    LVITEMW item = {};
+    item.state = state;
+    item.stateMask = mask;
+    SendMessageW(m_handle, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&item));
+}
+
+// The control takes single rows or all of them. It keeps ranges, which is quick as long as they
+// grow and shrink at their ends.
 void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
-    ListView_SetItemState(m_handle, -1, 0, LVIS_SELECTED);
-    UINT state = LVIS_SELECTED | LVIS_FOCUSED;  // the focus goes to the first
-    for (const std::size_t row : rows) {
-        ListView_SetItemState(m_handle, static_cast<int>(row), state, state);
-        state = LVIS_SELECTED;
+    m_selecting = true;
+    {
+        const DrawingPause pause(m_handle);
+        const std::vector<std::size_t> before = SelectedRows();
+        for (auto row = before.rbegin(); row != before.rend(); ++row)
+            SetState(static_cast<int>(*row), 0, LVIS_SELECTED);
+        for (const std::size_t row : rows)
+            SetState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
+        if (!rows.empty())
+            FocusRow(rows.front());
     }
+    m_selecting = false;
+    m_delegate.OnRowsSelected();
 }
 
 std::optional<std::size_t> ListPane::MaybeFocusedRow() const {
     const int row = ListView_GetNextItem(m_handle, -1, LVNI_FOCUSED);
-    return row >= 0 ? std::make_optional(static_cast<std::size_t>(row)) : std::nullopt;
+    return row >= 0 ? std::optional(static_cast<std::size_t>(row)) : std::nullopt;
 }
 
+// A range that is extended by keys or mouse begins there, too.
 void ListPane::FocusRow(std::size_t row) {
-    ListView_SetItemState(m_handle, static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
+    SetState(static_cast<int>(row), LVIS_FOCUSED, LVIS_FOCUSED);
+    ListView_SetSelectionMark(m_handle, static_cast<int>(row));
 }
 
 void ListPane::MakeVisible(std::size_t row) {
@@ -175,7 +195,11 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
             return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
         case LVN_ITEMCHANGED:
         case LVN_ODSTATECHANGED:
-            m_delegate.OnRowsSelected();
+            if (!m_selecting)
+                m_delegate.OnRowsSelected();
+            return 0;
+        case LVN_BEGINDRAG:
+            m_delegate.OnRowsDragged();
             return 0;
         case LVN_COLUMNCLICK:
             m_delegate.OnColumnClicked(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
@@ -209,22 +233,13 @@ void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {
         info.item.iImage = m_delegate.RowImage(row);
 }
 
-// What the person types looks for the next row that begins so, and goes round once.
+// What the person types.
 LRESULT ListPane::OnFind(const NMLVFINDITEMW& find) const {
-    const auto count = static_cast<int>(m_delegate.RowCount());
-    if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || count == 0)
+    if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0)
         return -1;
-    const std::wstring_view wanted = find.lvfi.psz;
-    const int start = std::clamp(find.iStart, 0, count - 1);
-    for (int i = 0; i < count; ++i) {
-        const int row = (start + i) % count;
-        const std::wstring text = Wide(m_delegate.RowText(static_cast<std::size_t>(row), 0));
-        if (text.size() >= wanted.size() &&
-            CompareStringOrdinal(text.data(), static_cast<int>(wanted.size()), wanted.data(),
-                                 static_cast<int>(wanted.size()), TRUE) == CSTR_EQUAL)
-            return row;
-    }
-    return -1;
+    const auto start = static_cast<std::size_t>(std::max(find.iStart, 0));
+    const auto row = m_delegate.MaybeRowBeginningWith(Utf8(find.lvfi.psz), start);
+    return row ? static_cast<LRESULT>(*row) : -1;
 }
 
 LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {

@@ -22,6 +22,11 @@ class ListPaneDelegate {
     virtual std::size_t RowCount() const { return 0; }
     virtual std::string RowText(std::size_t /*row*/, int /*column*/) const { return {}; }
     virtual int RowImage(std::size_t /*row*/) const { return 0; }
+    // The next row from `start` on, and round once, whose name begins with a text.
+    virtual std::optional<std::size_t> MaybeRowBeginningWith(const std::string& /*text*/,
+                                                             std::size_t /*start*/) const {
+        return std::nullopt;
+    }
     // What stands in the pane while it has no row.
     virtual std::string EmptyText() const { return {}; }
 
@@ -30,6 +35,7 @@ class ListPaneDelegate {
     virtual void OnColumnClicked(int /*column*/) {}
     virtual void OnColumnResized() {}  // by the person
     virtual void OnRowOpened() {}      // a double click, or the Enter key
+    virtual void OnRowsDragged() {}    // the mouse has begun to drag the selected rows
     // Returns whether the key was dealt with.
     virtual bool OnListKey(UINT /*key*/) { return false; }
 };
@@ -65,7 +71,9 @@ class ListPane {
 
     std::vector<std::size_t> SelectedRows() const;
     std::size_t SelectedCount() const;
+    // Exactly these, ascending; the first one gets the focus.
     void SelectRows(const std::vector<std::size_t>& rows);
+    // The row that the keys start from, selected or not.
     std::optional<std::size_t> MaybeFocusedRow() const;
     void FocusRow(std::size_t row);
     void MakeVisible(std::size_t row);
@@ -77,6 +85,7 @@ class ListPane {
     POINT MenuPlace() const;
 
  private:
+    void SetState(int row, UINT state, UINT mask);
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
     LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
@@ -88,6 +97,7 @@ class ListPane {
     ListBackground m_background;
     int m_columns = 0;
     bool m_controlShowsEmptyText = false;
+    bool m_selecting = false;  // many rows: their delegate hears of it once
 };
 
 }  // namespace tobbin

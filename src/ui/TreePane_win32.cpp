@@ -3,6 +3,7 @@
 #include <uxtheme.h>
 
 #include "jukebox/SpecialFolders.h"
+#include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -17,6 +18,17 @@ Folder* Sibling(const Jukebox& jukebox, const Folder& folder, std::size_t index)
 // The folders that the program fills have the pictures behind those of the others.
 int KindOffset(const Folder& folder) {
     return IsSpecialFolder(folder) ? 2 : 0;
+}
+
+// The folder that follows one and all that is in it, in the order of the tree; null for none.
+const Folder* Behind(const Jukebox& jukebox, const Folder& folder) {
+    for (const Folder* at = &folder; at != nullptr; at = at->Parent()) {
+        const std::size_t next = at->Index() + 1;
+        const Folder* const parent = at->Parent();
+        if (next < (parent != nullptr ? parent->ChildCount() : jukebox.RootCount()))
+            return parent != nullptr ? &parent->Child(next) : &jukebox.Root(next);
+    }
+    return nullptr;
 }
 
 int CALLBACK CompareByIndex(LPARAM a, LPARAM b, LPARAM /*unused*/) {
@@ -47,7 +59,8 @@ bool TreePane::Create(HWND parent, int number) {
         return false;
     TreeView_SetExtendedStyle(m_handle, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
     OnDpiChanged();
-    Fill();
+    if (Folder* const first = m_jukebox.Next(nullptr); first != nullptr)
+        Insert(*first, nullptr);
     return true;
 }
 
@@ -63,46 +76,40 @@ void TreePane::OnDestroy() {
     m_items.clear();
 }
 
-void TreePane::Fill() {
-    SendMessageW(m_handle, WM_SETREDRAW, FALSE, 0);
-    for (Folder* folder = m_jukebox.Next(nullptr); folder != nullptr;
-         folder = m_jukebox.Next(folder))
-        Show(*folder);
-    SendMessageW(m_handle, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(m_handle, nullptr, TRUE);
+// Inserts the folders from one to the one before the end, in the order of the tree.
+void TreePane::Insert(Folder& first, const Folder* end) {
+    const DrawingPause pause(m_handle);
+    for (Folder* folder = &first; folder != end; folder = m_jukebox.Next(folder))
+        InsertItem(*folder);
 }
 
-HTREEITEM TreePane::Insert(Folder& folder, HTREEITEM parent, HTREEITEM after) {
+void TreePane::InsertItem(Folder& folder) {
     std::wstring text = Wide(folder.Text());
     TVINSERTSTRUCTW insert = {};
-    insert.hParent = parent;
-    insert.hInsertAfter = after;
+    insert.hParent = folder.Parent() != nullptr ? ItemOf(folder.Parent()) : TVI_ROOT;
+    insert.hInsertAfter =
+        folder.Index() > 0 ? ItemOf(Sibling(m_jukebox, folder, folder.Index() - 1)) : TVI_FIRST;
     insert.itemex.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
     insert.itemex.pszText = text.data();
     insert.itemex.iImage = folder.Image() + KindOffset(folder);
     insert.itemex.iSelectedImage = folder.SelectedImage() + KindOffset(folder);
     insert.itemex.lParam = reinterpret_cast<LPARAM>(&folder);
-    return reinterpret_cast<HTREEITEM>(
+    m_items[&folder] = reinterpret_cast<HTREEITEM>(
         SendMessageW(m_handle, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
 void TreePane::OnFolderAdded(Folder& folder) {
-    if (m_handle == nullptr)
-        return;
-    for (Folder* one = &folder; one != nullptr && one->IsInside(folder); one = m_jukebox.Next(one))
-        Show(*one);
-}
-
-void TreePane::Show(Folder& folder) {
-    const HTREEITEM parent = folder.Parent() != nullptr ? ItemOf(folder.Parent()) : TVI_ROOT;
-    const HTREEITEM after =
-        folder.Index() > 0 ? ItemOf(Sibling(m_jukebox, folder, folder.Index() - 1)) : TVI_FIRST;
-    m_items[&folder] = Insert(folder, parent, after);
+    if (m_handle != nullptr)
+        Insert(folder, Behind(m_jukebox, folder));
 }
 
 void TreePane::OnFolderRemoving(Folder& folder) {
-    if (const HTREEITEM item = ItemOf(&folder); item != nullptr)
-        TreeView_DeleteItem(m_handle, item);  // which tells of each item below
+    const HTREEITEM item = ItemOf(&folder);
+    if (item == nullptr)
+        return;
+    TreeView_EndEditLabelNow(m_handle, TRUE);
+    const DrawingPause pause(m_handle);
+    TreeView_DeleteItem(m_handle, item);  // which tells of each item below
 }
 
 void TreePane::OnFolderTextChanged(Folder& folder) {
@@ -142,6 +149,12 @@ LRESULT TreePane::OnNotify(const NMHDR& header) {
         }
         case TVN_ENDLABELEDITW:
             return OnEndLabelEdit(reinterpret_cast<const NMTVDISPINFOW&>(header));
+        case TVN_BEGINDRAGW:
+            if (Folder* const folder = reinterpret_cast<Folder*>(
+                    reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam);
+                folder != nullptr)
+                m_delegate.OnFolderDragged(*folder);
+            return 0;
         case TVN_KEYDOWN:
             return m_delegate.OnTreeKey(reinterpret_cast<const NMTVKEYDOWN&>(header).wVKey);
         case NM_SETFOCUS:
@@ -191,8 +204,13 @@ void TreePane::ExpandFolder(const Folder& folder, bool open) {
 void TreePane::EditText(const Folder& folder) {
     if (const HTREEITEM item = ItemOf(&folder); item != nullptr) {
         SetFocus(m_handle);
+        TreeView_EnsureVisible(m_handle, item);
         SendMessageW(m_handle, TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item));
     }
+}
+
+void TreePane::MarkDrop(const Folder* folder) {
+    TreeView_SelectDropTarget(m_handle, ItemOf(folder));
 }
 
 POINT TreePane::MenuPlace() const {

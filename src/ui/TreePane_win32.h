@@ -21,6 +21,8 @@ class TreePaneDelegate {
     virtual bool MayEditText(const Folder& /*folder*/) { return false; }
     // Returns whether the new text was taken.
     virtual bool OnTextEdited(Folder& /*folder*/, const std::string& /*text*/) { return false; }
+    // The mouse has begun to drag a folder, which need not be the selected one.
+    virtual void OnFolderDragged(Folder& /*folder*/) {}
     // Returns whether the key was dealt with.
     virtual bool OnTreeKey(UINT /*key*/) { return false; }
 };
@@ -49,6 +51,9 @@ class TreePane : private JukeboxListener {
     void ExpandFolder(const Folder& folder, bool open);
     void EditText(const Folder& folder);
 
+    // Marks the folder that a drop would go to; null takes the mark away.
+    void MarkDrop(const Folder* folder);
+
     // Where a menu for the selected folder belongs, in screen coordinates.
     POINT MenuPlace() const;
     // The folder under a point of the screen; null beside all.
@@ -60,9 +65,8 @@ class TreePane : private JukeboxListener {
     void OnFolderTextChanged(Folder& folder) override;
     void OnChildrenReordered(Folder* parent) override;
 
-    void Fill();
-    void Show(Folder& folder);
-    HTREEITEM Insert(Folder& folder, HTREEITEM parent, HTREEITEM after);
+    void Insert(Folder& first, const Folder* end);
+    void InsertItem(Folder& folder);
     HTREEITEM ItemOf(const Folder* folder) const;
     Folder* FolderOf(HTREEITEM item) const;
     LRESULT OnEndLabelEdit(const NMTVDISPINFOW& info);

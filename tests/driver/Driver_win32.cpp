@@ -20,6 +20,8 @@
 //   contents                    selects each folder in turn: its line as for "tree", then its rows
 //                               as for "rows", each behind a tab
 //   open FOLDER...              opens and selects a folder by its path: open Artist Abba
+//   where folder FOLDER..., where row ROW, where heading COLUMN
+//                               where it is on the screen, for the mouse: x, y
 //   rows [LIMIT]                the song list: one line of captions, then image, "x" if selected,
 //                               cells
 //   rowcount                    how many rows the song list has
@@ -193,19 +195,17 @@ void PrintTree() {
         Print({std::to_wstring(row.depth), row.text, std::to_wstring(row.image)});
 }
 
-void OpenFolder(const Words& path) {
-    const HWND tree = Pane(WC_TREEVIEWW);
+// The folder with this path; opens those above it.
+HTREEITEM FolderAt(HWND tree, const Words& path) {
     std::size_t level = 0;
     for (const TreeRow& row : ReadTree(tree)) {
         if (row.depth < static_cast<int>(level))
             break;
         if (row.depth != static_cast<int>(level) || row.text != path[level])
             continue;
+        if (++level == path.size())
+            return row.item;
         Ask(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(row.item));
-        if (++level == path.size()) {
-            Ask(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(row.item));
-            return;
-        }
     }
     throw std::runtime_error("no folder " + Utf8(path[level]));
 }
@@ -214,6 +214,21 @@ Words Fields(const ListRow& row) {
     Words fields = {std::to_wstring(row.image), row.selected ? L"x" : L""};
     fields.insert(fields.end(), row.cells.begin(), row.cells.end());
     return fields;
+}
+
+void OpenFolder(const Words& path) {
+    const HWND tree = Pane(WC_TREEVIEWW);
+    const auto item = reinterpret_cast<LPARAM>(FolderAt(tree, path));
+    Ask(tree, TVM_EXPAND, TVE_EXPAND, item);
+    Ask(tree, TVM_SELECTITEM, TVGN_CARET, item);
+}
+
+POINT PlaceOf(const std::wstring& what, const Words& words) {
+    if (what == L"folder")
+        return PlaceOfItem(Pane(WC_TREEVIEWW), FolderAt(Pane(WC_TREEVIEWW), words));
+    const int number = std::stoi(words.at(0));
+    return what == L"row" ? PlaceOfRow(Pane(WC_LISTVIEWW), number)
+                          : PlaceOfHeading(Pane(WC_LISTVIEWW), number);
 }
 
 void PrintRows(int limit) {
@@ -329,6 +344,9 @@ void Run(const std::wstring& command, const Words& words) {
         PrintContents();
     } else if (command == L"open" && !words.empty()) {
         OpenFolder(words);
+    } else if (command == L"where" && words.size() > 1) {
+        const POINT place = PlaceOf(words[0], {words.begin() + 1, words.end()});
+        Print({std::to_wstring(place.x), std::to_wstring(place.y)});
     } else if (command == L"rows") {
         PrintRows(number(0, 1'000));
     } else if (command == L"rowcount") {

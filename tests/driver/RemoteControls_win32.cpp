@@ -1,5 +1,6 @@
 #include "RemoteControls_win32.h"
 
+#include <cstring>
 #include <stdexcept>
 
 namespace tobbin::driver {
@@ -38,6 +39,22 @@ class RemoteText {
     HWND m_window;
     RemoteMemory m_memory;
 };
+
+// Asks a control for a rectangle, whose first bytes hold what the question needs; the rectangle's
+// middle on the screen.
+template <typename Question>
+POINT AskPlace(HWND control, UINT message, WPARAM wParam, Question question) {
+    RECT place{};
+    std::memcpy(&place, &question, sizeof question);
+    RemoteMemory memory(control, sizeof place);
+    memory.Write(0, &place, sizeof place);
+    if (Ask(control, message, wParam, reinterpret_cast<LPARAM>(memory.Address())) == 0)
+        throw std::runtime_error("the control gives no place");
+    memory.Read(0, &place, sizeof place);
+    POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    ClientToScreen(control, &middle);
+    return middle;
+}
 
 HTREEITEM Next(HWND tree, WPARAM which, HTREEITEM item) {
     return reinterpret_cast<HTREEITEM>(
@@ -151,6 +168,21 @@ void SelectRows(HWND list, const std::vector<int>& rows) {
     state.state = LVIS_SELECTED | LVIS_FOCUSED;
     for (const int row : rows)
         remote.Ask(LVM_SETITEMSTATE, static_cast<WPARAM>(row), state);
+}
+
+POINT PlaceOfItem(HWND tree, HTREEITEM item) {
+    Ask(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    return AskPlace(tree, TVM_GETITEMRECT, TRUE, item);
+}
+
+POINT PlaceOfRow(HWND list, int row) {
+    Ask(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    return AskPlace(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), LONG{LVIR_LABEL});
+}
+
+POINT PlaceOfHeading(HWND list, int column) {
+    const auto header = reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER, 0, 0));
+    return AskPlace(header, HDM_GETITEMRECT, static_cast<WPARAM>(column), LONG{0});
 }
 
 std::wstring ReadStatus(HWND bar, int part) {

@@ -55,6 +55,12 @@ std::vector<ListRow> ReadList(HWND list, int limit);
 // Selects the rows numbered, from 0, and no others.
 void SelectRows(HWND list, const std::vector<int>& rows);
 
+// The middle of a tree item's label, a list row's name or a column's heading, on the screen; item
+// and row are scrolled into view.
+POINT PlaceOfItem(HWND tree, HTREEITEM item);
+POINT PlaceOfRow(HWND list, int row);
+POINT PlaceOfHeading(HWND list, int column);
+
 // The text of a part of a status bar.
 std::wstring ReadStatus(HWND bar, int part);
 

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleidl.h>
+#include <shellapi.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/ComPtr_win32.h"
+
+namespace tobbin {
+
+// What is dragged over a window: something of the program's own, or files from another program.
+struct DraggedData {
+    void* maybeOwn = nullptr;        // what RunDrag was given
+    std::vector<std::string> files;  // full paths
+};
+
+enum class DropEffect { None, Move, Copy };
+
+// Hears of what is dragged over a window. Points are those of the screen; `copyKey` is whether the
+// key that asks for a copy is down.
+class DropTargetDelegate {
+ public:
+    virtual ~DropTargetDelegate() = default;
+    // Called when the mouse moves and again and again while it rests. Returns what a drop would do.
+    virtual DropEffect OnDragOver(const DraggedData& data, POINT screen, bool copyKey) = 0;
+    virtual void OnDragLeave() = 0;
+    // Called once OnDragOver has answered so for the same place; no OnDragLeave follows.
+    virtual DropEffect OnDrop(const DraggedData& data, POINT screen, bool copyKey) = 0;
+};
+
+class DropTargetObject;
+
+// Makes a window a place to drop on, until it is told to stop or the object ends.
+class DropTarget {
+ public:
+    explicit DropTarget(DropTargetDelegate& delegate);
+    ~DropTarget();
+    DropTarget(const DropTarget&) = delete;
+    DropTarget& operator=(const DropTarget&) = delete;
+
+    bool Begin(HWND window);
+    // To be called before the window goes.
+    void Stop();
+
+ private:
+    DropTargetDelegate& m_delegate;
+    HWND m_window = nullptr;
+    ComPtr<DropTargetObject> m_object;
+};
+
+// The full paths of the files that WM_DROPFILES brings. Releases the handle.
+std::vector<std::string> TakeDroppedFiles(HDROP drop);
+
+// Drags something of the program's own until the mouse button is released or Esc is pressed, and
+// returns what the drop did. Other programs take nothing of it. `own` must live as long.
+DropEffect RunDrag(void* own);
+
+}  // namespace tobbin

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <windows.h>
+
+#include "jukebox/Folder.h"
+#include "platform/DragDrop_win32.h"
+#include "ui/ListPane_win32.h"
+#include "ui/TreePane_win32.h"
+
+namespace tobbin {
+
+// Decides what a drop on a folder does; a null folder stands for a place beside all folders.
+class FolderDropDelegate {
+ public:
+    virtual ~FolderDropDelegate() = default;
+    virtual DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) = 0;
+    virtual DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) = 0;
+    // The folder that the list shows, which a drop on the list goes to.
+    virtual Folder* ListedFolder() const = 0;
+};
+
+// Follows what is dragged over the panes of a jukebox window: marks the folder under the mouse,
+// opens a closed one after a moment, and scrolls a pane while the mouse is near its edge.
+class DropTracker : private DropTargetDelegate {
+ public:
+    // The timer of the panes' parent that must call OnTimer.
+    static constexpr UINT_PTR kTimer = 1;
+
+    DropTracker(TreePane& tree, ListPane& list, FolderDropDelegate& delegate);
+
+    // `parent` is the window that the panes are in.
+    void Begin(HWND parent);
+    void Stop();
+    void OnTimer();
+
+ private:
+    DropEffect OnDragOver(const DraggedData& data, POINT screen, bool copyKey) override;
+    void OnDragLeave() override;
+    DropEffect OnDrop(const DraggedData& data, POINT screen, bool copyKey) override;
+
+    bool IsOverList(POINT screen) const;
+    Folder* MaybeTarget(POINT screen) const;
+
+    TreePane& m_tree;
+    ListPane& m_list;
+    FolderDropDelegate& m_delegate;
+    HWND m_parent = nullptr;
+    DropTarget m_treeTarget;
+    DropTarget m_listTarget;
+    bool m_following = false;  // the timer runs
+    POINT m_mouse = {};
+    Folder* m_hovered = nullptr;
+    ULONGLONG m_hoveredSince = 0;  // in milliseconds
+};
+
+}  // namespace tobbin

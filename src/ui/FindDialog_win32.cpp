@@ -1,0 +1,88 @@
+#include "ui/FindDialog_win32.h"
+
+#include <commctrl.h>
+
+#include "platform/Wide_win32.h"
+#include "resource.h"
+
+namespace tobbin {
+namespace {
+
+// The middle of the screen that the owner is on.
+void Centre(HWND dialog, HWND owner) {
+    MONITORINFO screen = {};
+    screen.cbSize = sizeof(screen);
+    GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &screen);
+    RECT own = {};
+    GetWindowRect(dialog, &own);
+    const RECT& all = screen.rcMonitor;
+    SetWindowPos(dialog, nullptr, (all.left + all.right - (own.right - own.left)) / 2,
+                 (all.top + all.bottom - (own.bottom - own.top)) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void SetIcon(HWND dialog, WPARAM which, int width, int height) {
+    SendMessageW(
+        dialog, WM_SETICON, which,
+        reinterpret_cast<LPARAM>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
+                                            IMAGE_ICON, width, height, LR_SHARED)));
+}
+
+// A button with the focus would take Enter for itself.
+LRESULT CALLBACK LeaveEnter(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                            DWORD_PTR) {
+    const auto* const key = reinterpret_cast<const MSG*>(lParam);
+    if (message == WM_GETDLGCODE && key != nullptr && key->message == WM_KEYDOWN &&
+        key->wParam == VK_RETURN)
+        return DLGC_WANTMESSAGE;
+    if (message == WM_KEYDOWN && wParam == VK_RETURN) {
+        SendMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(IDC_FIND_COMMAND1, BN_CLICKED), 0);
+        return 0;
+    }
+    return DefSubclassProc(button, message, wParam, lParam);
+}
+
+}  // namespace
+
+void FindDialog::Show(HWND owner) {
+    RegisterDialogClass(kClassName);
+    m_find.Load();
+    ShowModal(owner, IDD_FIND);
+    m_find.Unload();
+}
+
+INT_PTR FindDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            OnLoad();
+            return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDC_FIND_COMMAND1)
+                Find();
+            else if (LOWORD(wParam) == IDC_FIND_TEXT1 && HIWORD(wParam) == EN_CHANGE)
+                m_find.Text1_Change();
+            else
+                break;
+            return TRUE;
+        default:
+            break;
+    }
+    return DialogBase::HandleMessage(message, wParam, lParam);
+}
+
+void FindDialog::OnLoad() {
+    SetIcon(Handle(), ICON_BIG, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
+    SetIcon(Handle(), ICON_SMALL, GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
+    Centre(Handle(), GetParent(Handle()));
+    SetWindowSubclass(Item(IDCANCEL), &LeaveEnter, 0, 0);
+}
+
+void FindDialog::Find() {
+    const HWND box = Item(IDC_FIND_TEXT1);
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(box)) + 1, L'\0');
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextW(box, text.data(), static_cast<int>(text.size()))));
+    m_find.Command1_Click(Utf8(text));
+}
+
+}  // namespace tobbin

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/DialogBase_win32.h"
+#include "ui/frmFind.h"
+
+namespace tobbin {
+
+// The dialog of `frmFind`: the text box `Text1` and the buttons `Command1`, which finds, and
+// `Command3`, which closes. Enter finds wherever the focus is.
+class FindDialog : public DialogBase {
+ public:
+    static constexpr wchar_t kClassName[] = L"frmFind";
+
+    explicit FindDialog(frmFind& find) : m_find(find) {}
+
+    // Shows the dialog and waits for its end.
+    void Show(HWND owner);
+
+ protected:
+    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+    void OnLoad();
+    void Find();
+
+    frmFind& m_find;
+};
+
+}  // namespace tobbin
