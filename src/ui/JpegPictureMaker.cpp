@@ -80,7 +80,8 @@ Picture JpegPictureMaker::Make(const PictureRequest& request) {
         pixels = Turned(pixels, header.orientation);
     if (pixels.size != request.pane)
         pixels = Tiled(pixels, request.pane);
-    Veil(pixels, request.veil, request.veilPercent);
+    if (request.veil)
+        Veil(pixels, *request.veil);
     picture.pixels = std::move(pixels);
     return picture;
 }

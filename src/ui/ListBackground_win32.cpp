@@ -10,9 +10,6 @@ namespace {
 constexpr UINT kReady = WM_APP + 0x50;
 constexpr UINT_PTR kSubclassId = 1;
 
-// Black names on the darkest picture, and white ones on the brightest, keep a contrast of 7 to 1.
-constexpr int kVeilPercent = 60;
-
 std::uint32_t SystemColour(int index) {
     const COLORREF colour = GetSysColor(index);
     return static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
@@ -129,7 +126,6 @@ void ListBackground::Request() {
                     static_cast<int>(pane.bottom - pane.top)};
     request.tiled = m_tiled;
     request.veil = SystemColour(COLOR_WINDOW);
-    request.veilPercent = kVeilPercent;
     if (request == m_request)
         return;
     m_request = request;
@@ -198,6 +194,14 @@ void ListBackground::Paint(HDC dc) const {
                    source.Get(), 0, 0, m_canvasSize.width, m_canvasSize.height, SRCCOPY);
     }
     SelectObject(source.Get(), old);
+}
+
+void ListBackground::PaintRow(HDC dc, int row) const {
+    RECT place = {};
+    if (ListView_GetItemState(m_list, row, LVIS_SELECTED) != 0 &&
+        ListView_GetItemRect(m_list, row, &place, LVIR_BOUNDS))
+        FillRect(dc, &place,
+                 GetSysColorBrush(GetFocus() == m_list ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
 }
 
 }  // namespace tobbin

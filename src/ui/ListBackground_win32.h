@@ -31,8 +31,10 @@ class ListBackground {
     // Whether there is a picture now: names are then drawn on it, not on the window's colour.
     bool IsShown() const { return m_canvas && !m_path.empty(); }
 
-    // Paints the area behind the rows.
+    // Paints the area behind the rows; then, before each row, the ground of a selected one, which
+    // not every system paints as wide as the row when names have no ground of their own.
     void Paint(HDC dc) const;
+    void PaintRow(HDC dc, int row) const;
 
     // Called when a picture can't be shown.
     std::function<void(const std::string& path, const std::string& problem)> onFailed =

@@ -253,14 +253,21 @@ LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {
 // The picture comes under the rows. Systems whose control does not ask for the empty text get it
 // painted over the empty pane.
 LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT && m_background.IsShown())
-        m_background.Paint(draw.nmcd.hdc);
-    if (m_controlShowsEmptyText || m_delegate.RowCount() > 0)
-        return CDRF_DODEFAULT;
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
-        return CDRF_NOTIFYPOSTPAINT;
-    if (draw.nmcd.dwDrawStage != CDDS_POSTPAINT)
-        return CDRF_DODEFAULT;
+    const bool paintsEmptyText = !m_controlShowsEmptyText && m_delegate.RowCount() == 0;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+        if (m_background.IsShown())
+            m_background.Paint(draw.nmcd.hdc);
+        return (m_background.IsShown() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
+               (paintsEmptyText ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
+    }
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT)
+        m_background.PaintRow(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
+    else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT && paintsEmptyText)
+        PaintEmptyText(draw.nmcd.hdc);
+    return CDRF_DODEFAULT;
+}
+
+void ListPane::PaintEmptyText(HDC dc) const {
     RECT place = {};
     GetClientRect(m_handle, &place);
     RECT heading = {};
@@ -268,15 +275,13 @@ LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
     const int margin = ScalePixels(kEmptyTextMargin, m_handle);
     place.top += heading.bottom - heading.top + margin;
     InflateRect(&place, -margin, 0);
-    const int saved = SaveDC(draw.nmcd.hdc);
-    SelectObject(draw.nmcd.hdc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
-    SetTextColor(draw.nmcd.hdc,
-                 GetSysColor(m_background.IsShown() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    SetBkMode(draw.nmcd.hdc, TRANSPARENT);
-    DrawTextW(draw.nmcd.hdc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
+    const int saved = SaveDC(dc);
+    SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
+    SetTextColor(dc, GetSysColor(m_background.IsShown() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    SetBkMode(dc, TRANSPARENT);
+    DrawTextW(dc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
               DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-    RestoreDC(draw.nmcd.hdc, saved);
-    return CDRF_DODEFAULT;
+    RestoreDC(dc, saved);
 }
 
 }  // namespace tobbin

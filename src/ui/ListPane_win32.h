@@ -90,6 +90,7 @@ class ListPane {
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
     LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    void PaintEmptyText(HDC dc) const;
 
     ListPaneDelegate& m_delegate;
     HWND m_handle = nullptr;

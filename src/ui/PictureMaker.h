@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "ui/PicturePixels.h"
@@ -11,9 +12,8 @@ namespace tobbin {
 struct PictureRequest {
     std::string path;
     PictureSize pane;
-    bool tiled = false;             // in its own size, side by side; or else covering the pane
-    std::uint32_t veil = 0xFFFFFF;  // the colour laid over it, 0x00RRGGBB, and its share
-    int veilPercent = 0;
+    bool tiled = false;  // in its own size, side by side; or else covering the pane
+    std::optional<std::uint32_t> veil = {};  // the colour laid over it, 0x00RRGGBB
     bool operator==(const PictureRequest&) const = default;
 };
 

@@ -1,6 +1,8 @@
 #include "ui/PicturePixels.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace tobbin {
@@ -15,6 +17,27 @@ std::pair<int, int> StoredPlace(int x, int y, PictureSize stored, int orientatio
     const bool mirrorY =
         orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
     return {mirrorX ? stored.width - 1 - x : x, mirrorY ? stored.height - 1 - y : y};
+}
+
+// How bright a pixel is, 0 to 255.
+int Brightness(std::uint32_t pixel) {
+    return static_cast<int>(
+        ((pixel >> 16 & 0xFF) * 54 + (pixel >> 8 & 0xFF) * 183 + (pixel & 0xFF) * 19) / 256);
+}
+
+// Brings all pixels but one in a hundred within the distance from the colour that texts allow.
+int VeilShare(const PicturePixels& picture, std::uint32_t colour) {
+    constexpr int kLeast = 25;
+    constexpr int kAllowed = 102;
+    std::array<std::size_t, 256> counts = {};
+    for (const std::uint32_t pixel : picture.pixels)
+        ++counts[static_cast<std::size_t>(std::abs(Brightness(pixel) - Brightness(colour)))];
+    std::size_t farther = 0;
+    int distance = 255;
+    while (distance > 0 &&
+           (farther += counts[static_cast<std::size_t>(distance)]) * 100 <= picture.pixels.size())
+        --distance;
+    return std::max(kLeast, 100 - kAllowed * 100 / std::max(distance, kAllowed));
 }
 
 int Scaled(int value, int times, int by) {
@@ -74,7 +97,8 @@ PicturePixels Tiled(const PicturePixels& tile, PictureSize pane) {
     return all;
 }
 
-void Veil(PicturePixels& picture, std::uint32_t colour, int percent) {
+int Veil(PicturePixels& picture, std::uint32_t colour) {
+    const int percent = VeilShare(picture, colour);
     const auto mix = [&](std::uint32_t pixel, int shift) {
         const auto of = static_cast<std::uint32_t>(100 - percent);
         const auto veil = static_cast<std::uint32_t>(percent);
@@ -82,6 +106,7 @@ void Veil(PicturePixels& picture, std::uint32_t colour, int percent) {
     };
     for (std::uint32_t& pixel : picture.pixels)
         pixel = mix(pixel, 16) | mix(pixel, 8) | mix(pixel, 0);
+    return percent;
 }
 
 }  // namespace tobbin
