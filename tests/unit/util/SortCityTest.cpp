@@ -210,11 +210,11 @@ TEST(SortCity, SortsAdverseTables) {
             }
 }
 
-TEST(SortCity, SortsAMillionRowsHoweverTheyLie) {
+TEST(SortCity, SortsManyRowsHoweverTheyLie) {
     for (const Arrangement arrangement : {kOrganPipe, kEqual}) {
-        StringTable table = TableOf(Arranged(arrangement, 1'000'000));
-        Sort(table, 1, 1'000'000, 1, 2, Routine::NumericAscending);
-        for (int row = 2; row <= 1'000'000; ++row)
+        StringTable table = TableOf(Arranged(arrangement, 200'000));
+        Sort(table, 1, 200'000, 1, 2, Routine::NumericAscending);
+        for (int row = 2; row <= 200'000; ++row)
             ASSERT_LE(table.At(1, row - 1), table.At(1, row));
     }
 }
