@@ -1,0 +1,116 @@
+#include <memory>
+#include <string>
+
+#include "fakes/FakeJukeboxView.h"
+#include "fakes/TaggedSong.h"
+#include "Files.h"
+#include "jukebox/InitialJukebox.h"
+#include "jukebox/JukeboxFile.h"
+#include "jukebox/SongClipboard.h"
+#include "Machine.h"
+#include "Rows.h"
+#include "ui/frmFind.h"
+#include "util/Check.h"
+
+namespace tobbin {
+namespace {
+
+constexpr int kItems = 500'000;
+constexpr char kPath[] = "C:\\mix.juk";
+
+// A hundred folders with half a million songs in all, from a catalogue of as many.
+class BigJukebox : public Machine {
+ public:
+    explicit BigJukebox(const std::string& root) : Machine(root) {
+        constexpr int kFolders = 100;
+        FillCatalogue(catalogue, kItems);
+        AddListColumns(model);
+        for (int i = 0; i < kFolders; ++i) {
+            std::vector<SongItem> songs;
+            for (int record = 1 + i; record <= kItems; record += kFolders)
+                songs.push_back(
+                    model.MakeItem(catalogue.Mp3Info(clsMain::kFileName, record), record, 2));
+            model.AppendSongs(model.AddChild(nullptr, "Folder " + std::to_string(i)), songs);
+        }
+    }
+    Jukebox model;
+};
+
+double Save(const TemporaryFolder& folder) {
+    const BigJukebox machine(folder.Path());
+    PosixDisk disk(folder.Path());
+    return SecondsOf(
+        [&] { CHECK(SaveJukeboxFile(disk, kPath, machine.model, machine.catalogue).Ok()); });
+}
+
+double Load(const TemporaryFolder& folder) {
+    Machine machine(folder.Path());
+    FillCatalogue(machine.catalogue, kItems);
+    std::unique_ptr<Jukebox> jukebox;
+    return SecondsOf([&] {
+        CHECK(LoadJukeboxFile(machine.disk, kPath, machine.catalogue, machine.fake.text, jukebox)
+                  .outcome == LoadOutcome::Loaded);
+    });
+}
+
+// Fills the automatic groups with 100,000 songs, whose files are in memory.
+double FileByArtists(int artists) {
+    constexpr int kSongs = 100'000;
+    FakeOutside fake;
+    clsINI settings(fake.outside, "C:\\T\\");
+    SortCity sorter(fake.text);
+    Progress progress;
+    clsMain catalogue(fake.outside, settings, sorter, progress);
+    for (int i = 0; i < kSongs; ++i) {
+        const std::string folder = "C:\\Music\\" + std::to_string(i / 10) + "\\";
+        const std::string name = std::to_string(i) + " A song.mp3";
+        fake.disk.AddFile(folder + name, TaggedSong(std::to_string(i % artists) + " and band",
+                                                    std::to_string(1920 + i % 90), i % 148));
+        catalogue.OnSongFound(folder, name);
+    }
+    Jukebox jukebox;
+    struct OneJukebox : OpenJukeboxes {
+        explicit OneJukebox(Jukebox& jukebox) : only(jukebox) {}
+        std::size_t Count() const override { return 1; }
+        Jukebox& At(std::size_t /*index*/) const override { return only; }
+        Jukebox& only;
+    } open(jukebox);
+    AutomaticGroups groups(fake.outside, catalogue, open);
+    return SecondsOf([&] { BuildInitialJukebox(jukebox, groups, progress); });
+}
+
+// Milliseconds of a search of the whole jukebox that finds nothing.
+double FindNothing() {
+    BigJukebox machine("");
+    machine.jukebox = &machine.model;
+    SongClipboard clipboard;
+    FakeJukeboxWindowHost host;
+    FakeJukeboxView view;
+    JukeboxWindow window(
+        {machine.outside, machine.catalogue, machine.sorter, clipboard, machine.Open()},
+        machine.model, host);
+    view.controller = &window;
+    window.SetView(&view);
+    view.SelectFolder(machine.model.Next(nullptr));
+    frmFind find(machine.outside, machine.catalogue, [&] { return &window; });
+    find.Load();
+    return SecondsOf([&] { find.Command1_Click("no song is called so"); }) * 1000;
+}
+
+}  // namespace
+
+void AddJukeboxRows() {
+    const auto folder = std::make_shared<TemporaryFolder>();
+    AddRow(
+        "save a jukebox", kItems, 3, [=] { return Save(*folder); },
+        [=] { return WritePlainly(folder->Path() + "/mix.juk"); });
+    AddRow(
+        "load a jukebox", kItems, 3, [=] { return Load(*folder); },
+        [=] { return ReadPlainly(folder->Path() + "/mix.juk"); });
+    AddRow(
+        "file by 20,000 artists; floor: by 20", 100'000, 2, [] { return FileByArtists(20'000); },
+        [] { return FileByArtists(20); });
+    AddFigure("find nothing, ms", kItems, 100, FindNothing);
+}
+
+}  // namespace tobbin

@@ -1,0 +1,139 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "jukebox/InitialJukebox.h"
+#include "jukebox/JukeboxFile.h"
+#include "Machine.h"
+#include "Rows.h"
+#include "util/Check.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kJukebox[] = "C:\\Tobbin\\Grouping\\mix.juk";
+
+// A first run, but for the windows: find, sort, drop duplicates, save, read every tag, fill all
+// groups, save the jukebox. Makes the program's folder anew.
+double FirstRun(const std::string& library) {
+    std::filesystem::remove_all(library + "/Tobbin");
+    std::filesystem::create_directories(library + "/Tobbin/Grouping/System");
+    Machine machine(library);
+    return SecondsOf([&] {
+        CHECK(machine.settings.CreateNewIniFile(machine.settings.SettingsPath()));
+        CHECK(machine.catalogue.SearchHardDrives());
+        Jukebox jukebox;
+        machine.jukebox = &jukebox;
+        BuildInitialJukebox(jukebox, machine.groups, machine.progress);
+        CHECK(SaveJukeboxFile(machine.disk, kJukebox, jukebox, machine.catalogue).Ok());
+    });
+}
+
+// A start with nothing changed: load, check every song, look for new ones, drop duplicates, load
+// the jukebox, group again.
+double SecondStart(const std::string& library) {
+    Machine machine(library);
+    int songs = 0;
+    const double seconds = SecondsOf([&] {
+        CHECK(machine.settings.GetandLoadIniInfo(machine.settings.SettingsPath()).outcome ==
+              LoadOutcome::Loaded);
+        CHECK(machine.catalogue.LoadMain());
+        songs = machine.catalogue.UBoundOfMp3Array();
+        CHECK(machine.catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
+            machine.catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse()));
+        std::unique_ptr<Jukebox> jukebox;
+        CHECK(LoadJukeboxFile(machine.disk, kJukebox, machine.catalogue, machine.fake.text, jukebox)
+                  .outcome == LoadOutcome::Loaded);
+        machine.jukebox = jukebox.get();
+        machine.groups.BuildAutomaticGroups(0, true, jukebox->DaCaption());
+        machine.jukebox = nullptr;
+    });
+    CHECK(machine.catalogue.UBoundOfMp3Array() == songs);
+    return seconds;
+}
+
+// Lists every folder; the paths of the files that are songs are kept, and so are the folders.
+struct PlainWalk {
+    std::vector<std::string> folders, songs;
+    void Walk(const std::string& folder) {
+        DIR* const stream = opendir(folder.c_str());
+        CHECK(stream != nullptr);
+        folders.push_back(folder);
+        std::vector<std::string> below;
+        while (const dirent* const entry = readdir(stream)) {
+            const std::string name = entry->d_name;
+            if (name.ends_with(".mp3"))
+                songs.push_back(folder + "/" + name);
+            else if (entry->d_type == DT_DIR && name != "." && name != "..")
+                below.push_back(folder + "/" + name);
+        }
+        closedir(stream);
+        for (const std::string& next : below)
+            Walk(next);
+    }
+};
+
+double ListAndReadTags(const std::string& library) {
+    return SecondsOf([&] {
+        PlainWalk walk;
+        walk.Walk(library);
+        std::array<char, 128> tag{};
+        for (const std::string& song : walk.songs) {
+            const int file = open(song.c_str(), O_RDONLY);
+            const off_t size = lseek(file, 0, SEEK_END);
+            CHECK(pread(file, tag.data(), tag.size(), size - 128) == 128);
+            close(file);
+        }
+    });
+}
+
+double ListKnownFolders(const std::string& library) {
+    PlainWalk walk;
+    walk.Walk(library);
+    std::size_t names = 0;
+    return SecondsOf([&] {
+        for (const std::string& folder : walk.folders) {
+            DIR* const stream = opendir(folder.c_str());
+            while (readdir(stream) != nullptr)
+                ++names;
+            closedir(stream);
+        }
+        CHECK(names > 0);
+    });
+}
+
+// Bytes on the heap for each song, with the catalogue and a jukebox of all groups open.
+double BytesOfASong(const std::string& library) {
+    const auto inUse = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    const std::size_t before = inUse();
+    Machine machine(library);
+    static_cast<void>(machine.settings.GetandLoadIniInfo(machine.settings.SettingsPath()));
+    CHECK(machine.catalogue.LoadMain());
+    Jukebox jukebox;
+    machine.jukebox = &jukebox;
+    BuildInitialJukebox(jukebox, machine.groups, machine.progress);
+    return static_cast<double>(inUse() - before) / machine.catalogue.UBoundOfMp3Array();
+}
+
+}  // namespace
+
+void AddLibraryRows(const std::string& library, int songs) {
+    AddRow(
+        "a first run", songs, 2.5, [=] { return FirstRun(library); },
+        [=] { return ListAndReadTags(library); });
+    AddRow(
+        "a start with nothing changed", songs, 4, [=] { return SecondStart(library); },
+        [=] { return ListKnownFolders(library); });
+    AddFigure("memory of a song, bytes", songs, 500, [=] { return BytesOfASong(library); });
+}
+
+}  // namespace tobbin
