@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueFile.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "util/Convert.h"
@@ -43,8 +44,9 @@ bool IsSurelyARecordAt(std::string_view file, std::size_t offset) {
 bool AppendCatalogueString(std::string& file, std::string_view text) {
     if (text.size() > kCatalogueStringLimit)
         return false;
-    file.push_back(static_cast<char>(text.size() & 0xFF));
-    file.push_back(static_cast<char>(text.size() >> 8));
+    const std::array<char, kPrefix> length = {static_cast<char>(text.size() & 0xFF),
+                                              static_cast<char>(text.size() >> 8)};
+    file.append(length.data(), length.size());
     file.append(text);
     return true;
 }

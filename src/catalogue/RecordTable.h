@@ -43,7 +43,21 @@ class RecordTable : public SortableTable {
     bool Set(std::int32_t field, std::int32_t record, std::string_view text);
     bool Set(std::int32_t field, std::int32_t record, CellId id);
 
+    // Appends a record with these texts in fields 1 to 5, behind the last one that was written.
+    static constexpr std::int32_t kPlainFields = 5;  // they stand in the row itself
+    using PlainCells = std::array<CellId, kPlainFields>;
+    void AppendWritten(const PlainCells& cells);
+
+    // Fields 1 to 5 of a record, from 1 to Size(), and whether any of the others is not empty.
+    const PlainCells& Plain(std::int32_t record) const;
+    bool HasSpares(std::int32_t record) const;
+
+    // Makes room for that many more records with a text of their own each.
+    void Reserve(std::size_t records);
+
     CellId IdOf(std::string_view text);
+    // The same for many texts, in less time; `ids` is as long as `texts`.
+    void IdsOf(std::span<const std::string_view> texts, std::span<CellId> ids);
     std::string TextOf(CellId id) const;
 
     // TextOf without a copy where there is one to look at; `digits` holds a number's text.
@@ -63,9 +77,8 @@ class RecordTable : public SortableTable {
                   std::int32_t columnCount) override;
 
  private:
-    static constexpr std::int32_t kPlainFields = 5;  // fields 1 to 5 stand in the row itself
     struct Row {
-        std::array<CellId, kPlainFields> cells{};
+        PlainCells cells{};
         std::uint32_t spares = 0;  // in m_spares; 0 when all are empty
     };
     using Spares = std::array<CellId, kFields - kPlainFields>;

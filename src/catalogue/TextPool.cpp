@@ -24,12 +24,19 @@ void TextPool::Clear() {
     m_slots.assign(kFirstSlots, {});
 }
 
-std::uint32_t TextPool::Add(std::string_view text) {
+std::uint32_t TextPool::Hash(std::string_view text) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+}
+
+void TextPool::Prefetch(std::uint32_t hash) const {
+    __builtin_prefetch(&m_slots[hash & (m_slots.size() - 1)]);
+}
+
+std::uint32_t TextPool::Add(std::string_view text, std::uint32_t hash) {
     if (text.empty())
         return 0;
     if (m_texts.size() * 2 > m_slots.size())
-        Grow();
-    const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+        Rehash(m_slots.size() * 2);
     const std::size_t mask = m_slots.size() - 1;
     std::size_t at = hash & mask;
     for (; m_slots[at].id != 0; at = (at + 1) & mask) {
@@ -55,8 +62,17 @@ std::string_view TextPool::Store(std::string_view text) {
     return {place, text.size()};
 }
 
-void TextPool::Grow() {
-    std::vector<Slot> slots(m_slots.size() * 2);
+void TextPool::Reserve(std::size_t count) {
+    m_texts.reserve(m_texts.size() + count);
+    std::size_t slots = m_slots.size();
+    while ((m_texts.size() + count) * 2 > slots)
+        slots *= 2;
+    if (slots > m_slots.size())
+        Rehash(slots);
+}
+
+void TextPool::Rehash(std::size_t slotCount) {
+    std::vector<Slot> slots(slotCount);
     const std::size_t mask = slots.size() - 1;
     for (const Slot& slot : m_slots) {
         if (slot.id == 0)

@@ -14,7 +14,16 @@ class TextPool {
  public:
     TextPool();
 
-    std::uint32_t Add(std::string_view text);
+    std::uint32_t Add(std::string_view text) { return Add(text, Hash(text)); }
+
+    // The same in two steps, for many texts at a time: with the places of the next few asked for
+    // in advance, their way from the memory takes no time.
+    static std::uint32_t Hash(std::string_view text);
+    void Prefetch(std::uint32_t hash) const;
+    std::uint32_t Add(std::string_view text, std::uint32_t hash);
+
+    // Makes room for that many more distinct texts at once.
+    void Reserve(std::size_t count);
 
     // Valid until the pool is cleared.
     std::string_view Text(std::uint32_t id) const { return m_texts[id]; }
@@ -27,7 +36,7 @@ class TextPool {
         std::uint32_t id = 0;  // 0 marks a free slot
     };
     std::string_view Store(std::string_view text);
-    void Grow();
+    void Rehash(std::size_t slotCount);
 
     std::vector<std::unique_ptr<char[]>> m_chunks;
     std::size_t m_chunkLeft = 0;

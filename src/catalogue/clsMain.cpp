@@ -1,13 +1,12 @@
 #include "catalogue/clsMain.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <unordered_map>
 #include <utility>
 
 #include "catalogue/CatalogueBackup.h"
-#include "catalogue/CatalogueFile.h"
+#include "catalogue/CatalogueBytes.h"
 #include "catalogue/SongFolderList.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
@@ -15,20 +14,6 @@
 
 namespace tobbin {
 namespace {
-
-// The field of each string of the file's record.
-constexpr std::array<int, kCatalogueStringCount> kFieldOfString = {clsMain::kFileName,
-                                                                   clsMain::kFolder,
-                                                                   clsMain::kNumber,
-                                                                   clsMain::kPresence,
-                                                                   clsMain::kRank,
-                                                                   6,
-                                                                   7,
-                                                                   8,
-                                                                   9,
-                                                                   10,
-                                                                   11,
-                                                                   12};
 
 constexpr std::int32_t kWorstRank = 2;
 constexpr std::int32_t kBestRank = 7;
@@ -81,6 +66,21 @@ std::int32_t clsMain::OnSongFound(const std::string& folder, const std::string& 
 bool clsMain::Save() {
     if (m_fileState == FileState::Unreadable)
         return SayNotSaved("the one on the disk could not be read and would be lost");
+    if (!FileHoldsTable() && !SaveTable())
+        return false;
+    m_settings.NumerOfRecordsInTheMain(UBoundOfMp3Array());
+    return m_settings.Save(m_settings.SettingsPath());
+}
+
+// Nothing was changed since the file was loaded or saved, here or there.
+bool clsMain::FileHoldsTable() {
+    PathInfo now;
+    return !m_dirty && m_fileState == FileState::InTable &&
+           m_outside.disk.Stat(CataloguePath(), now).Ok() && now.kind == PathKind::File &&
+           now == m_fileInfo;
+}
+
+bool clsMain::SaveTable() {
     std::string file;
     if (!MakeFile(file))
         return false;
@@ -98,34 +98,22 @@ bool clsMain::Save() {
     m_fileState = FileState::InTable;
     m_recordsInFile = UBoundOfMp3Array();
     m_dirty = false;
-    m_settings.NumerOfRecordsInTheMain(UBoundOfMp3Array());
-    return m_settings.Save(m_settings.SettingsPath());
+    RememberFile();
+    return true;
+}
+
+void clsMain::RememberFile() {
+    if (!m_outside.disk.Stat(CataloguePath(), m_fileInfo).Ok())
+        m_fileInfo = {};
 }
 
 // The bytes of the catalogue file; false, with the reason told, when a text is too long for it.
 bool clsMain::MakeFile(std::string& file) {
-    RecordTable::CellId lastFolder = 0;
-    std::string folderBytes;
-    std::array<char, 10> digits{};
-    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record) {
-        for (const int field : kFieldOfString) {
-            const RecordTable::CellId id = m_table.Id(field, record);
-            if (field == kFolder && id != lastFolder) {
-                folderBytes = EncodeDataText(m_outside.text, m_table.TextOf(id));
-                lastFolder = id;
-            }
-            const std::string_view text = m_table.ViewOf(id, digits);
-            const bool fits =
-                field == kFolder ? AppendCatalogueString(file, folderBytes)
-                : IsAscii(text)  ? AppendCatalogueString(file, text)
-                                : AppendCatalogueString(file, EncodeDataText(m_outside.text, text));
-            if (!fits)
-                return SayNotSaved("the text in field " + std::to_string(field) + " of record " +
-                                   std::to_string(record) + " is longer than " +
-                                   std::to_string(kCatalogueStringLimit) + " bytes");
-        }
-    }
-    return true;
+    const auto tooLong = WriteRecords(m_table, m_outside.text, file);
+    return !tooLong ||
+           SayNotSaved("the text in field " + std::to_string(tooLong->field) + " of record " +
+                       std::to_string(tooLong->record) + " is longer than " +
+                       std::to_string(kCatalogueStringLimit) + " bytes");
 }
 
 bool clsMain::SayNotSaved(const std::string& why) {
@@ -145,6 +133,7 @@ bool clsMain::LoadMain() {
         m_fileState =
             m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
         m_recordsInFile = UBoundOfMp3Array();
+        RememberFile();
     } else {
         const bool notThere = status.Error() == DiskError::NotFound;
         m_lastLoad = {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
@@ -159,35 +148,14 @@ bool clsMain::LoadMain() {
 }
 
 LoadResult clsMain::ReadRecords(const std::string& file) {
-    CatalogueReader reader(file);
-    CatalogueStrings strings;
-    std::string_view lastFolder;
-    RecordTable::CellId folder = 0;
-    const auto idOf = [this](std::string_view bytes) {
-        return IsAscii(bytes) ? m_table.IdOf(bytes)
-                              : m_table.IdOf(DecodeDataText(m_outside.text, bytes));
-    };
-    std::int32_t record = 1;
-    while (reader.Read(strings)) {
-        if (strings[kFileNameString].empty())
-            continue;
-        if (record > m_table.Size())
-            return {LoadOutcome::Damaged,
-                    "The song catalogue \"" + CataloguePath() + "\" holds more than the " +
-                        std::to_string(m_table.Size()) + " records that the settings count."};
-        if (strings[kFolderString] != lastFolder) {
-            lastFolder = strings[kFolderString];
-            folder = idOf(lastFolder);
-        }
-        for (const CatalogueString string :
-             {kFileNameString, kNumberString, kPresenceString, kRankString})
-            m_table.Set(kFieldOfString[string], record, idOf(strings[string]));
-        m_table.Set(kFolder, record, folder);
-        ++record;
-    }
-    if (reader.MaybeDamage())
-        return {LoadOutcome::Damaged, "The song catalogue \"" + CataloguePath() + "\" is " +
-                                          reader.MaybeDamage()->Words() + "."};
+    const RecordsTaken taken = TakeRecords(file, m_outside.text, m_table);
+    if (taken.tooMany)
+        return {LoadOutcome::Damaged,
+                "The song catalogue \"" + CataloguePath() + "\" holds more than the " +
+                    std::to_string(m_table.Size()) + " records that the settings count."};
+    if (taken.damage)
+        return {LoadOutcome::Damaged,
+                "The song catalogue \"" + CataloguePath() + "\" is " + taken.damage->Words() + "."};
     return {};
 }
 

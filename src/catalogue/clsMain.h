@@ -117,6 +117,9 @@ class clsMain : public SongSink {
         Unreadable,  // the file is there and could not be read
     };
     LoadResult ReadRecords(const std::string& file);
+    bool FileHoldsTable();
+    bool SaveTable();
+    void RememberFile();
     bool MakeFile(std::string& file);
     bool SayNotSaved(const std::string& why);
     std::int32_t NumberOrLargest(std::int32_t record) const;
@@ -130,6 +133,7 @@ class clsMain : public SongSink {
     LoadResult m_lastLoad;
     FileState m_fileState = FileState::Unknown;
     std::int32_t m_recordsInFile = 0;  // as last loaded or saved
+    PathInfo m_fileInfo;               // likewise; a path that names nothing when it is not known
 };
 
 }  // namespace tobbin

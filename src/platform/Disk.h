@@ -51,6 +51,7 @@ struct PathInfo {
     PathKind kind = PathKind::Nothing;
     std::uint64_t size = 0;         // bytes, of a file
     std::int64_t modifiedTime = 0;  // seconds since 1970 (UTC)
+    bool operator==(const PathInfo&) const = default;
 };
 
 // Which folder this is, whatever path led to it.

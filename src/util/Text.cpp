@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #include "util/Utf.h"
 
@@ -27,6 +29,13 @@ bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b) {
 }
 
 bool IsAscii(std::string_view text) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t eight = 0;
+    for (; text.size() >= sizeof(eight); text.remove_prefix(sizeof(eight))) {
+        std::memcpy(&eight, text.data(), sizeof(eight));
+        if ((eight & kHighBits) != 0)
+            return false;
+    }
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
