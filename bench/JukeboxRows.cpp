@@ -86,9 +86,9 @@ double FindNothing() {
     SongClipboard clipboard;
     FakeJukeboxWindowHost host;
     FakeJukeboxView view;
-    JukeboxWindow window(
-        {machine.outside, machine.catalogue, machine.sorter, clipboard, machine.Open()},
-        machine.model, host);
+    JukeboxWindow window({machine.outside, machine.catalogue, machine.settings, machine.sorter,
+                          clipboard, machine.Open()},
+                         machine.model, host);
     view.controller = &window;
     window.SetView(&view);
     view.SelectFolder(machine.model.Next(nullptr));
