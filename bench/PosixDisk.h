@@ -20,6 +20,7 @@ class PosixDisk : public Disk {
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
     DiskStatus Replace(const std::string& from, const std::string& to) override;
+    void PauseForOthers() override {}
     std::optional<std::string> MaybeShortPath(const std::string&) override { return std::nullopt; }
 
  private:

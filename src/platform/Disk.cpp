@@ -3,9 +3,32 @@
 namespace tobbin {
 namespace {
 
+constexpr char kUnfinished[] = ".new";  // follows the name of the file to be
+
+// Carries out the operation, again and again while another program holds its file: a virus scanner
+// or a backup lets go soon.
+template <typename Operation>
+DiskStatus Patiently(Disk& disk, Operation operation) {
+    constexpr int kTries = 100;
+    for (int tried = 1;; ++tried) {
+        const DiskStatus status = operation();
+        if (status.Error() != DiskError::SharingViolation || tried == kTries)
+            return status;
+        disk.PauseForOthers();
+    }
+}
+
+DiskStatus ReadAll(File& file, std::string& bytes) {
+    std::uint64_t size = 0;
+    if (DiskStatus status = file.Size(size); !status.Ok())
+        return status;
+    return file.Read(0, static_cast<std::size_t>(size), bytes);
+}
+
 DiskStatus WriteNewFile(Disk& disk, const std::string& path, std::string_view bytes) {
     std::unique_ptr<File> file;
-    if (DiskStatus status = disk.Open(path, OpenMode::Create, file); !status.Ok())
+    const auto open = [&] { return disk.Open(path, OpenMode::Create, file); };
+    if (DiskStatus status = Patiently(disk, open); !status.Ok())
         return status;
     if (DiskStatus status = file->Write(0, bytes); !status.Ok())
         return status;
@@ -73,19 +96,16 @@ bool FolderExists(Disk& disk, const std::string& path) {
 
 DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes) {
     std::unique_ptr<File> file;
-    if (DiskStatus status = disk.Open(path, OpenMode::Read, file); !status.Ok())
-        return status;
-    std::uint64_t size = 0;
-    if (DiskStatus status = file->Size(size); !status.Ok())
-        return status;
-    return file->Read(0, static_cast<std::size_t>(size), bytes);
+    const auto open = [&] { return disk.Open(path, OpenMode::Read, file); };
+    const DiskStatus status = Patiently(disk, open);
+    return status.Ok() ? ReadAll(*file, bytes) : status;
 }
 
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes) {
-    const std::string newPath = path + ".new";
+    const std::string newPath = path + kUnfinished;
     DiskStatus status = WriteNewFile(disk, newPath, bytes);
     if (status.Ok())
-        status = disk.Replace(newPath, path);
+        status = Patiently(disk, [&] { return disk.Replace(newPath, path); });
     if (!status.Ok())
         static_cast<void>(disk.Remove(newPath));  // The first error is the one to tell.
     return status;
@@ -94,10 +114,28 @@ DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view b
 DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes) {
     PathInfo info;
     std::string old;
+    std::unique_ptr<File> file;
     if (disk.Stat(path, info).Ok() && info.kind == PathKind::File && info.size == bytes.size() &&
-        ReadWholeFile(disk, path, old).Ok() && old == bytes)
+        disk.Open(path, OpenMode::Read, file).Ok() && ReadAll(*file, old).Ok() && old == bytes)
         return {};
+    file.reset();
     return SaveWholeFile(disk, path, bytes);
+}
+
+void RemoveUnfinishedFiles(Disk& disk, const std::string& folder) {
+    FolderListing listing;
+    if (!disk.List(folder, listing).Ok())
+        return;
+    for (const FolderEntry& entry : listing.entries) {
+        const std::string_view name = entry.name;
+        if (entry.isFolder || !name.ends_with(kUnfinished))
+            continue;
+        // Only behind the names that are saved here: any other is somebody else's.
+        const std::string_view saved = name.substr(0, name.size() - sizeof(kUnfinished) + 1);
+        for (const std::string_view ending : {".lmz", ".ini", ".juk", ".poc", ".bak"})
+            if (saved.ends_with(ending))
+                static_cast<void>(disk.Remove(folder + entry.name));
+    }
 }
 
 DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string& keptAs) {

@@ -130,6 +130,10 @@ class Disk {
     // is one. Both are on one drive.
     virtual DiskStatus Replace(const std::string& from, const std::string& to) = 0;
 
+    // Rests for some 10 milliseconds, so that another program can let go of a file. The windows are
+    // painted and answer meanwhile, but take no input.
+    virtual void PauseForOthers() = 0;
+
     // The path of an existing file in short (8.3) names; nothing where the drive keeps none.
     virtual std::optional<std::string> MaybeShortPath(const std::string& path) = 0;
 };
@@ -138,16 +142,20 @@ class Disk {
 bool FileExists(Disk& disk, const std::string& path);
 bool FolderExists(Disk& disk, const std::string& path);
 
-// The whole content of a file.
+// The whole content of a file. One that another program holds is tried again for a second or so.
 DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes);
 
 // Saves a file of the user's: writes a new file beside the old one, flushes it to the disk and puts
 // it in the old one's place in one step. At every moment the name holds the whole old content or
-// the whole new one. On an error the old file is as it was and the new one is removed.
+// the whole new one. On an error the old file is as it was and the new one is removed. A file that
+// another program holds is tried again for a second or so.
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes);
 
 // SaveWholeFile, but leaves a file alone that holds just these bytes already.
 DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes);
+
+// Removes from a folder (which ends in "\") what saves that were cut short left beside the files.
+void RemoveUnfinishedFiles(Disk& disk, const std::string& folder);
 
 // Renames a file that could not be understood to a name beside it that is free: the path with its
 // extension replaced by ".bad", then ".bad2", ".bad3" and so on. Returns that name in `keptAs`.

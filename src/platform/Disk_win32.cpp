@@ -156,6 +156,19 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
     return {};
 }
 
+// No input: a command in the middle of a save could change what is being saved.
+void SystemDisk::PauseForOthers() {
+    constexpr ULONGLONG kPause = 10;  // milliseconds
+    const ULONGLONG end = GetTickCount64() + kPause;
+    for (ULONGLONG now = end - kPause; now < end; now = GetTickCount64()) {
+        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now),
+                                    QS_PAINT | QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
+        MSG message = {};
+        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
+            DispatchMessageW(&message);
+    }
+}
+
 std::optional<std::string> SystemDisk::MaybeShortPath(const std::string& path) {
     return MaybeSystemShortPath(path);
 }

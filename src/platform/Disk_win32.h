@@ -22,6 +22,7 @@ class SystemDisk : public Disk {
     // Refuses to replace a read-only file. The new file takes over whether the old one was hidden,
     // of the system or kept out of the index.
     DiskStatus Replace(const std::string& from, const std::string& to) override;
+    void PauseForOthers() override;
 
     std::optional<std::string> MaybeShortPath(const std::string& path) override;
 };

@@ -83,6 +83,7 @@ bool StartUp::PrepareDataFolders() {
                 BoxIcon::Stop);
             return false;
         }
+        RemoveUnfinishedFiles(m_outside.disk, folder);
     }
     return true;
 }

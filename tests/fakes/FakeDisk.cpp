@@ -1,11 +1,20 @@
 #include "fakes/FakeDisk.h"
 
 #include <algorithm>
+#include <random>
 
 #include "util/Check.h"
 #include "util/Text.h"
 
 namespace tobbin {
+namespace {
+
+void Put(std::string& content, std::uint64_t offset, std::string_view bytes) {
+    content.resize(std::max<std::size_t>(content.size(), offset + bytes.size()));
+    content.replace(offset, bytes.size(), bytes);
+}
+
+}  // namespace
 
 class FakeFile : public File {
  public:
@@ -21,18 +30,21 @@ class FakeFile : public File {
     }
     DiskStatus Write(std::uint64_t offset, std::string_view bytes) override {
         DiskStatus status = m_disk.Step("write " + m_path);
-        if (status.Ok()) {
-            if (m_content->size() < offset + bytes.size())
-                m_content->resize(offset + bytes.size());
-            m_content->replace(offset, bytes.size(), bytes);
-        }
+        if (status.Ok() || m_disk.m_operations == m_disk.m_failAt)
+            m_disk.WriteTo(m_content, offset,
+                           bytes.substr(0, status.Ok() ? bytes.size() : bytes.size() / 2));
         return status;
     }
     DiskStatus Size(std::uint64_t& bytes) override {
         bytes = m_content->size();
         return m_disk.Step("size " + m_path);
     }
-    DiskStatus Flush() override { return m_disk.Step("flush " + m_path); }
+    DiskStatus Flush() override {
+        DiskStatus status = m_disk.Step("flush " + m_path);
+        if (status.Ok())
+            m_disk.m_unflushed.erase(m_content);
+        return status;
+    }
     DiskStatus Close() override { return m_disk.Step("close " + m_path); }
 
  private:
@@ -129,6 +141,36 @@ std::vector<std::string> FakeDisk::FilesIn(const std::string& folder) const {
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::map<std::string, std::string> FakeDisk::Everything() const {
+    std::map<std::string, std::string> files;
+    for (const auto& [key, node] : m_nodes)
+        if (!node.isFolder)
+            files[key] = *node.content;
+    return files;
+}
+
+void FakeDisk::WriteTo(const ContentHandle& content, std::uint64_t offset, std::string_view bytes) {
+    Unflushed& unflushed = m_unflushed.try_emplace(content, Unflushed{*content, {}}).first->second;
+    constexpr std::size_t kPiece = 64;  // bytes that reach the disk together
+    for (std::size_t at = 0; at < bytes.size(); at += kPiece)
+        unflushed.writes.emplace_back(offset + at, bytes.substr(at, kPiece));
+    Put(*content, offset, bytes);
+}
+
+void FakeDisk::LosePower(std::uint32_t seed) {
+    std::mt19937 chance(seed);
+    for (auto& [content, unflushed] : m_unflushed) {
+        std::shuffle(unflushed.writes.begin(), unflushed.writes.end(), chance);
+        unflushed.writes.resize(chance() % (unflushed.writes.size() + 1));
+        *content = unflushed.durable;
+        for (const auto& [offset, bytes] : unflushed.writes) {
+            Put(*content, offset, bytes);
+        }
+    }
+    m_unflushed.clear();
+    Heal();
 }
 
 void FakeDisk::Lock(const std::string& path, DiskError error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ class FakeDisk : public Disk {
     bool Has(const std::string& path) const;
     const std::string& Content(const std::string& path) const;  // CHECKs that the file is there
     std::vector<std::string> FilesIn(const std::string& folder) const;  // names, sorted
+    std::map<std::string, std::string> Everything() const;  // every file's content, by its key
     void Lock(const std::string& path, DiskError error = DiskError::SharingViolation);
     void Unlock(const std::string& path);
     void DenyListing(const std::string& folder);
@@ -36,9 +38,16 @@ class FakeDisk : public Disk {
     // From now on operation number n (from 1) fails with the error: once, or it and every later
     // one. Operations that only ask (stat, list, size) count as well.
     void FailAt(int operation, DiskError error, bool once);
+    // A write that fails so has written the first half of its bytes.
+    //
     // From operation n on nothing reaches the disk any more; every call reports an error.
     void StopDeadAt(int operation) { FailAt(operation, DiskError::Other, false); }
     void Heal() { m_failAt = 0; }
+    bool HasFailed() const { return m_failAt != 0 && m_operations >= m_failAt; }
+
+    // The power goes and comes back: of what was written to each file since it was last flushed, a
+    // chance part is there, in pieces that came to the disk in any order. Then the disk works.
+    void LosePower(std::uint32_t seed);
     int Operations() const { return m_operations; }
     void ResetOperations() { m_operations = 0; }
 
@@ -50,6 +59,8 @@ class FakeDisk : public Disk {
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
     DiskStatus Replace(const std::string& from, const std::string& to) override;
+    void PauseForOthers() override { onPause(); }
+    std::function<void()> onPause = [] {};  // what other programs do meanwhile
 
     // The short path of a file, where a test gives it one.
     std::map<std::string, std::string> shortPaths;
@@ -74,8 +85,16 @@ class FakeDisk : public Disk {
     const Node* Find(const std::string& path) const;
     Node& Add(const std::string& path, bool isFolder);
     DiskStatus Step(const std::string& what);
+    // What a file held when it was last flushed, and the writes since: offsets and bytes.
+    struct Unflushed {
+        std::string durable;
+        std::vector<std::pair<std::uint64_t, std::string>> writes;
+    };
+    using ContentHandle = std::shared_ptr<std::string>;
+    void WriteTo(const ContentHandle& content, std::uint64_t offset, std::string_view bytes);
 
     std::map<std::string, Node> m_nodes;
+    std::map<ContentHandle, Unflushed> m_unflushed;
     std::uint64_t m_nextId = 1;
     std::int64_t m_now = 1'000'000'000;
     std::vector<std::string> m_log;

@@ -162,32 +162,6 @@ TEST_F(CatalogueFileTest, ATextOfMoreThan65535BytesIsRefused) {
     EXPECT_EQ(catalogue.Mp3Info(2, 2).size(), 65535U);
 }
 
-TEST_F(CatalogueFileTest, AFaultAtAnyOperationLeavesOldOrNewAndIsTold) {
-    for (const bool once : {true, false}) {
-        bool saved = false;
-        for (int operation = 1; !saved; ++operation) {
-            fake.disk.Heal();
-            ASSERT_TRUE(Load(kGolden, 3));
-            Fill();
-            catalogue.Mp3Info(5, 1, "6");
-            std::string wanted = kGolden;
-            wanted[kEnds[0] - 17] = '6';
-            fake.statusLine.lines.clear();
-            fake.disk.FailAt(operation, DiskError::AccessDenied, once);
-            saved = catalogue.Save();
-            const bool reached = fake.disk.Operations() >= operation;
-            fake.disk.Heal();
-            const std::string& content = fake.disk.Content(kCatalogue);
-            EXPECT_TRUE(content == wanted || (!saved && content == kGolden)) << operation;
-            EXPECT_EQ(catalogue.MainIsDirty(), content != wanted) << operation;
-            EXPECT_EQ(fake.statusLine.lines.empty(), saved) << operation;
-            // A failed look at the old file costs nothing but a write.
-            saved = saved && !reached;
-            ASSERT_LT(operation, 40);
-        }
-    }
-}
-
 TEST_F(CatalogueFileTest, CellsTakeAnyTextAndCheckTheirSubscripts) {
     Texts texts{"",   "0",          "007",        "-1",         " 1", "4294967296", "12345678901",
                 "+1", "2147483647", "2147483648", "3000000000", "a",  "\0x"s,       "\xCE\xA9"};

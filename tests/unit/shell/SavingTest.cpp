@@ -1,0 +1,240 @@
+#include <functional>
+#include <iostream>
+
+#include "tags/MP3TagEditor.h"
+#include "unit/shell/FrameFixture.h"
+
+namespace tobbin {
+namespace {
+
+constexpr char kGrouping[] = "C:\\App\\Grouping\\";
+constexpr char kSong[] = "C:\\M\\tagged.mp3";
+
+using Files = std::map<std::string, std::string>;
+
+// The program with everything saved once, and then changed.
+class World {
+ public:
+    FakeOutside fake;
+    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Temp\\"}};
+    FakeFrame frame{application};
+    FrameCommands commands{application, frame};
+    MP3TagEditor tag{fake.disk, fake.text};
+    bool reported = false;  // by a save that returns its outcome
+
+    World() {
+        fake.disk.AddFolder("C:\\App\\Grouping\\System");
+        fake.disk.AddFile(kSong,
+                          "music and more of it" + std::string("TAG") + std::string(125, ' '));
+        application.Settings().CreateNewIniFile(application.Settings().SettingsPath());
+        FindSongs("C:\\M\\", 20);
+        application.Catalogue().WriteOutMp3DirectoryLocations();
+        Jukebox& jukebox = application.AddJukebox(std::make_unique<Jukebox>());
+        BuildInitialJukebox(jukebox, application.Groups(), application.LongWork());
+        frame.OpenJukeboxWindow(jukebox);
+        fake.dialogs.files.push_back(std::string(kGrouping) + "mine.juk");
+        commands.Do(FrameCommand::SaveAs);
+        FindSongs("C:\\N\\", 10);
+        application.Settings().PictureLocation("C:\\new.jpg");
+        Window().LastPicFileLocation("C:\\new.jpg");
+        commands.Do(FrameCommand::AddFolderToRoot);
+        tag.LoadMP3(kSong);
+        tag.Title("A new title");
+        fake.disk.LosePower(0);  // what is on the disk by now is there to stay
+        fake.disk.ResetOperations();
+        fake.statusLine.lines.clear();
+    }
+    JukeboxWindow& Window() { return *frame.MaybeActiveJukebox(); }
+    bool WasTold() const {
+        return reported || !fake.statusLine.lines.empty() || !fake.dialogs.boxes.empty();
+    }
+    // What the next start finds.
+    Files AfterTheNextStart() {
+        for (const char* folder : {"", "System\\"})
+            RemoveUnfinishedFiles(fake.disk, std::string(kGrouping) + folder);
+        return fake.disk.Everything();
+    }
+
+ private:
+    void FindSongs(const std::string& folder, int count) {
+        for (int i = 0; i < count; ++i) {
+            const std::string name = folder.substr(3, 1) + std::to_string(i) + ".mp3";
+            fake.disk.AddFile(folder + name, "no tag");
+            application.Catalogue().OnSongFound(folder, name);
+        }
+    }
+};
+
+struct Kind {
+    const char* name;
+    std::function<void(World&)> save;
+};
+
+class Saving : public testing::TestWithParam<Kind> {
+ protected:
+    const Files m_old = World().fake.disk.Everything();
+    const Files m_new = [] {
+        World world;
+        GetParam().save(world);
+        return world.AfterTheNextStart();
+    }();
+
+    // How many files are neither as they were nor as they should be, or are missing. A tag is
+    // written in place: only of the song before it every byte counts.
+    int Broken(const Files& files) const {
+        int broken = 0;
+        const auto isAs = [](const Files& expected, const auto& file) {
+            const auto found = expected.find(file.first);
+            if (found == expected.end() || found->second.size() != file.second.size())
+                return false;
+            const std::size_t tag = file.first.ends_with("tagged.mp3") ? MP3TagEditor::kTagSize : 0;
+            return found->second.compare(0, file.second.size() - tag, file.second, 0,
+                                         file.second.size() - tag) == 0;
+        };
+        for (const auto& file : files)
+            broken += !isAs(m_old, file) && !isAs(m_new, file);
+        for (const auto& [path, content] : m_old)
+            broken += m_new.contains(path) && !files.contains(path);
+        return broken;
+    }
+};
+
+TEST_P(Saving, IsWholeOrNotAtAllWithAFaultAtEveryDiskOperation) {
+    ASSERT_NE(m_old, m_new);
+    int faults = 0;
+    for (const DiskError error : {DiskError::AccessDenied, DiskError::SharingViolation,
+                                  DiskError::DiskFull, DiskError::WriteProtected}) {
+        for (const bool once : {true, false}) {
+            for (int operation = 1;; ++operation) {
+                World world;
+                world.fake.disk.FailAt(operation, error, once);
+                GetParam().save(world);
+                if (!world.fake.disk.HasFailed())
+                    break;
+                ++faults;
+                SCOPED_TRACE("operation " + world.fake.disk.Log().back() +
+                             (once ? ", once" : ", from there on") + ", error " +
+                             std::to_string(static_cast<int>(error)));
+                world.fake.disk.Heal();
+                const Files files = world.AfterTheNextStart();
+                ASSERT_EQ(Broken(files), 0);
+                if (files != m_new) {
+                    ASSERT_TRUE(world.WasTold());
+                }
+                GetParam().save(world);  // The change is still there to be saved.
+                ASSERT_EQ(world.AfterTheNextStart(), m_new);
+            }
+        }
+    }
+    std::cout << GetParam().name << ": " << faults << " faults\n";
+}
+
+// Files that were cut, torn or lost by a power loss at every operation of a save.
+template <typename Save, typename Count>
+std::pair<int, int> LosePowerEverywhere(Save save, Count broken) {
+    std::pair<int, int> lossesAndDamage;
+    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
+        for (int operation = 1;; ++operation) {
+            World world;
+            world.fake.disk.StopDeadAt(operation);
+            save(world);
+            const bool lost = world.fake.disk.HasFailed();
+            world.fake.disk.LosePower(seed);
+            ++lossesAndDamage.first;
+            lossesAndDamage.second += broken(world.AfterTheNextStart());
+            if (!lost)
+                break;
+        }
+    }
+    return lossesAndDamage;
+}
+
+TEST_P(Saving, IsWholeOrNotAtAllAfterAPowerLossAtEveryDiskOperation) {
+    if (std::string(GetParam().name) == "tag")
+        GTEST_SKIP() << "a song file is changed in place";
+    const auto [losses, damage] =
+        LosePowerEverywhere(GetParam().save, [&](const Files& files) { return Broken(files); });
+    EXPECT_EQ(damage, 0);
+    std::cout << GetParam().name << ": " << losses << " power losses\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, Saving,
+    testing::Values(Kind{"settings",
+                         [](World& w) {
+                             w.application.Settings().Save(w.application.Settings().SettingsPath());
+                         }},
+                    Kind{"catalogue", [](World& w) { w.application.Catalogue().Save(); }},
+                    Kind{"folders",
+                         [](World& w) {
+                             w.application.Catalogue().WriteOutMp3DirectoryLocations();
+                         }},
+                    Kind{"jukebox", [](World& w) { w.commands.Do(FrameCommand::Save); }},
+                    Kind{"tag", [](World& w) { w.reported = !w.tag.SaveMP3().Ok(); }}),
+    [](const auto& kind) { return kind.param.name; });
+
+// What these tests are worth: careless saves must not get through them.
+TEST(SavingCarelessly, IsFoundOut) {
+    const std::string path = std::string(kGrouping) + "mine.juk";
+    const std::string old = World().fake.disk.Content(path);
+    const std::string whole(1000, 'x');
+    const auto broken = [&](const Files& files) {
+        const auto file = files.find("c:\\app\\grouping\\mine.juk");
+        return file == files.end() || (file->second != old && file->second != whole);
+    };
+    const auto write = [&](World& world, const std::string& to, bool flush) {
+        std::unique_ptr<File> file;
+        if (world.fake.disk.Open(to, OpenMode::Create, file).Ok() && file->Write(0, whole).Ok() &&
+            flush)
+            (void)file->Flush();
+    };
+    EXPECT_GT(LosePowerEverywhere([&](World& world) { write(world, path, true); }, broken).second,
+              0);
+    EXPECT_GT(LosePowerEverywhere(
+                  [&](World& world) {
+                      write(world, path + ".new", false);
+                      (void)world.fake.disk.Replace(path + ".new", path);
+                  },
+                  broken)
+                  .second,
+              0);
+}
+
+TEST(SavingTogetherWithOthers, TriesAgainForABoundedTime) {
+    FakeDisk disk;
+    disk.AddFile("C:\\a.juk", "old");
+    disk.Lock("C:\\a.juk");
+    int pauses = 0;
+    disk.onPause = [&] {
+        if (++pauses == 40)
+            disk.Unlock("C:\\a.juk");
+    };
+    std::string read;
+    EXPECT_TRUE(ReadWholeFile(disk, "C:\\a.juk", read).Ok());
+    EXPECT_EQ(pauses, 40);
+    disk.Lock("C:\\a.juk");
+    pauses = 0;
+    EXPECT_TRUE(SaveWholeFileIfChanged(disk, "C:\\a.juk", "new").Ok());
+    EXPECT_EQ(pauses, 40);
+    disk.Lock("C:\\a.juk");
+    pauses = 40;
+    EXPECT_EQ(SaveWholeFile(disk, "C:\\a.juk", "newer").Error(), DiskError::SharingViolation);
+    EXPECT_LT(pauses, 40 + 150);
+    disk.Lock("C:\\a.juk", DiskError::AccessDenied);
+    pauses = 40;
+    EXPECT_FALSE(SaveWholeFile(disk, "C:\\a.juk", "newer").Ok());
+    EXPECT_EQ(pauses, 40);  // waiting would not help
+    EXPECT_EQ(disk.Everything(), (Files{{"c:\\a.juk", "new"}}));
+}
+
+TEST(SavingTogetherWithOthers, ClearsAtTheStartOnlyWhatSavesLeft) {
+    FakeDisk disk;
+    for (const char* name : {"a.juk", "a.juk.new", "b.lmz.new", "mine.new", "c.txt.new", ".new"})
+        disk.AddFile(std::string("C:\\") + name);
+    RemoveUnfinishedFiles(disk, "C:\\");
+    EXPECT_EQ(disk.FilesIn("C:"),
+              (std::vector<std::string>{".new", "a.juk", "c.txt.new", "mine.new"}));
+}
+
+}  // namespace
+}  // namespace tobbin
