@@ -49,16 +49,16 @@ void ListPane::SetColumns(const std::vector<std::string>& headings) {
     for (int i = 0; i < count; ++i) {
         std::wstring text = Wide(headings[static_cast<std::size_t>(i)]);
         LVCOLUMNW column = {};
-        column.mask = LVCF_TEXT;
+        const bool isNumber = i > 0 && i == count - 1;
+        column.mask = LVCF_TEXT | LVCF_FMT;
+        column.fmt = isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
         column.pszText = text.data();
         if (i < m_columns) {
             SendMessageW(m_handle, LVM_SETCOLUMNW, static_cast<WPARAM>(i),
                          reinterpret_cast<LPARAM>(&column));
             continue;
         }
-        const bool isNumber = i > 0 && i == count - 1;
-        column.mask |= LVCF_FMT | LVCF_WIDTH | LVCF_SUBITEM;
-        column.fmt = isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        column.mask |= LVCF_WIDTH | LVCF_SUBITEM;
         column.cx = ScalePixels(isNumber ? kNumberColumnWidth : kSmallestNameWidth, m_handle);
         column.iSubItem = i;
         SendMessageW(m_handle, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
@@ -133,20 +133,17 @@ void ListPane::SetState(int row, UINT state, UINT mask) {
                  reinterpret_cast<LPARAM>(&item));
 }
 
-// The control takes single rows or all of them. It keeps ranges, which is quick as long as they
-// grow and shrink at their ends.
 void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
     m_selecting = true;
-    {
+    if (rows != SelectedRows()) {
         const DrawingPause pause(m_handle);
-        const std::vector<std::size_t> before = SelectedRows();
-        for (auto row = before.rbegin(); row != before.rend(); ++row)
-            SetState(static_cast<int>(*row), 0, LVIS_SELECTED);
-        for (const std::size_t row : rows)
-            SetState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
-        if (!rows.empty())
-            FocusRow(rows.front());
+        const bool all = rows.size() == m_delegate.RowCount();
+        SetState(-1, all ? LVIS_SELECTED : 0, LVIS_SELECTED);
+        for (std::size_t i = 0; !all && i < rows.size(); ++i)
+            SetState(static_cast<int>(rows[i]), LVIS_SELECTED, LVIS_SELECTED);
     }
+    if (!rows.empty())
+        FocusRow(rows.front());
     m_selecting = false;
     m_delegate.OnRowsSelected();
 }
