@@ -42,7 +42,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
 
     // Opens jukebox files by their full paths, in the moment between two messages. They wait until
     // the frame is seen, and for the end of a dialog or a search.
-    void OpenFiles(const std::vector<std::string>& paths);
+    void OpenFiles(const std::vector<std::string>& paths) override;
 
     // For the message loop: the keys of menus and MDI, and the moment between two messages.
     bool TranslateKeys(MSG& message);

@@ -12,6 +12,8 @@
 namespace tobbin {
 namespace {
 
+constexpr UINT kFilesDropped = WM_APP + 1;
+
 // A drag out of a jukebox window, and what is to be done when it has ended.
 struct OwnDrag {
     Dragged what;
@@ -82,6 +84,9 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_CLOSE:
             m_controller.AskBeforeClosing();
             break;
+        case kFilesDropped:
+            OnFilesDropped();
+            return 0;
         case WM_DESTROY:
             OnDestroy();
             return 0;
@@ -179,6 +184,13 @@ void JukeboxMdiChild::ShowPopUpMenu(int pane, POINT screen) {
     menu.EnableEntries([&](int entry) { return m_controller.IsEnabled(entry, pane); });
     if (const int entry = menu.Show(screen, m_explorer.Handle()); entry != 0)
         m_controller.ActOnPopUpClick(entry, pane, m_controller.SelectedFolder());
+}
+
+void JukeboxMdiChild::OnFolderRemoving(Folder& folder) {
+    if (m_filesTarget != nullptr && m_filesTarget->IsInside(folder))
+        m_filesTarget = nullptr;
+    if (m_controller.SelectedFolder() == nullptr)  // and the tree has found no other one
+        m_explorer.List().Reset();
 }
 
 void JukeboxMdiChild::OnSongsChanged(Folder& folder) {
@@ -294,20 +306,24 @@ void JukeboxMdiChild::Drag(Dragged what) {
 
 DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) {
     if (data.maybeOwn == nullptr)
-        return target != nullptr ? DropEffect::Copy : DropEffect::None;
+        return JukeboxWindow::CanDropFiles(data.files, target) ? DropEffect::Copy
+                                                               : DropEffect::None;
     const DropMode mode = copyKey ? DropMode::Copy : DropMode::Move;
     if (!m_controller.CanDrop(static_cast<const OwnDrag*>(data.maybeOwn)->what, target, mode))
         return DropEffect::None;
     return copyKey ? DropEffect::Copy : DropEffect::Move;
 }
 
-// A box must not open before the system has ended the drag.
+// What is dropped is taken when the system has ended the drag: a box may open, and the program that
+// it comes from must not wait.
 DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool copyKey) {
     const DropEffect effect = EffectOfDrop(data, target, copyKey);
     if (effect == DropEffect::None)
         return effect;
     if (data.maybeOwn == nullptr) {
-        m_controller.DropFiles(data.files, *target);
+        m_filesDropped = data.files;
+        m_filesTarget = target;
+        PostMessageW(Handle(), kFilesDropped, 0, 0);
         return effect;
     }
     auto& drag = *static_cast<OwnDrag*>(data.maybeOwn);
@@ -315,6 +331,11 @@ DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool
         m_controller.Drop(drag.what, target, copyKey ? DropMode::Copy : DropMode::Move);
     };
     return effect;
+}
+
+void JukeboxMdiChild::OnFilesDropped() {
+    m_controller.DropFiles(std::exchange(m_filesDropped, {}),
+                           std::exchange(m_filesTarget, nullptr));
 }
 
 std::size_t JukeboxMdiChild::RowCount() const {

@@ -69,6 +69,7 @@ class JukeboxMdiChild : public WindowBase,
     void OnMenu(HWND pane, POINT screen, bool byMouse);
     void ShowPopUpMenu(int pane, POINT screen);
 
+    void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
     void OnRanksChanged() override;
     void OnColumnsChanged() override;
@@ -95,6 +96,7 @@ class JukeboxMdiChild : public WindowBase,
     void OnColumnResized() override;
 
     void Drag(Dragged what);
+    void OnFilesDropped();
     DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) override;
     DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) override;
     Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
@@ -102,7 +104,9 @@ class JukeboxMdiChild : public WindowBase,
     JukeboxWindow& m_controller;
     ExplorerControl m_explorer;
     std::function<void()> m_closed = [] {};
-    ControlSize m_explorerSize;           // in twips
+    ControlSize m_explorerSize;               // in twips
+    std::vector<std::string> m_filesDropped;  // from outside, not yet taken
+    Folder* m_filesTarget = nullptr;
     bool m_columnsAreThePersons = false;  // and no longer follow the window's width
 };
 

@@ -4,6 +4,7 @@
 
 #include "jukebox/InitialJukebox.h"
 #include "util/LowerCaseSearch.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
@@ -33,6 +34,12 @@ constexpr int kDeleteSongs = 7;
 constexpr int kRankBest = 9;
 constexpr int kRankWorst = 14;
 constexpr int kChangePicture = 16;
+
+bool IsJukeboxFile(std::string_view path) {
+    constexpr std::string_view kExtension = ".juk";
+    return path.size() > kExtension.size() &&
+           EqualsIgnoringAsciiCase(path.substr(path.size() - kExtension.size()), kExtension);
+}
 
 bool IsTree(int pane) {
     return pane == static_cast<int>(Pane::Tree);
@@ -166,14 +173,19 @@ void JukeboxWindow::AddFolder(Folder* parent) {
         View().EditFolderText(*place.maybeFolder);
 }
 
-// The next song takes the place of the first one that was cut.
 void JukeboxWindow::CutSongs(Folder& folder) {
     const std::vector<std::size_t> rows = View().SelectedRows();
-    if (m_editor.CutSongs(folder, rows).maybeFolder == nullptr)
+    if (m_editor.CutSongs(folder, rows).maybeFolder != nullptr)
+        ShowWithout(folder, rows.front());
+}
+
+// Songs were taken out of a folder: the next one gets the focus.
+void JukeboxWindow::ShowWithout(const Folder& folder, std::size_t firstRow) {
+    if (!HasView() || &folder != m_selected)
         return;
     View().SelectRows({});
     if (!folder.Songs().empty())
-        View().FocusRow(std::min(rows.front(), folder.Songs().size() - 1));
+        View().FocusRow(std::min(firstRow, folder.Songs().size() - 1));
 }
 
 // What was pasted is shown, but the selected folder stays the selected one: the next paste goes
@@ -270,10 +282,24 @@ void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) 
         JukeboxEditor::Drop(dragged.from->m_editor, dragged, m_editor, target, mode);
     if (dragged.IsFolder())
         Show(place);
+    else if (mode == DropMode::Move && place.maybeFolder != nullptr)
+        dragged.from->ShowWithout(*dragged.folder, dragged.rows.front());
 }
 
-void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder& target) {
-    Show(m_editor.AddFiles(target, paths));
+bool JukeboxWindow::CanDropFiles(const std::vector<std::string>& paths, const Folder* target) {
+    return target != nullptr || std::ranges::any_of(paths, IsJukeboxFile);
+}
+
+void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* target) {
+    std::vector<std::string> songs = paths;
+    const auto firstJukebox = std::stable_partition(
+        songs.begin(), songs.end(), [](const std::string& path) { return !IsJukeboxFile(path); });
+    const std::vector<std::string> jukeboxes(firstJukebox, songs.end());
+    songs.erase(firstJukebox, songs.end());
+    if (target != nullptr && !songs.empty())
+        Show(m_editor.AddFiles(*target, songs));
+    if (!jukeboxes.empty())
+        m_host.OpenFiles(jukeboxes);
 }
 
 std::optional<std::size_t> JukeboxWindow::MaybeRowBeginningWith(std::string_view text,

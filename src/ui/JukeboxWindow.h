@@ -42,6 +42,9 @@ class JukeboxWindowHost {
     // keeps it from closing.
     virtual void SaveBeforeClosing(JukeboxWindow& window) = 0;
 
+    // Opens jukebox files by their full paths.
+    virtual void OpenFiles(const std::vector<std::string>& paths) = 0;
+
     // Something that the status bar shows has changed.
     virtual void OnSelectionChanged(JukeboxWindow& window) = 0;
 };
@@ -114,9 +117,10 @@ class JukeboxWindow : private JukeboxListener {
     // when it is dropped.
     bool CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const;
     void Drop(const Dragged& dragged, Folder* target, DropMode mode);
-    // Files from outside, by their full paths. Those that are MP3 files come into the catalogue,
-    // unless it has them, and to the end of the folder.
-    void DropFiles(const std::vector<std::string>& paths, Folder& target);
+    // Files from outside, by their full paths. Jukebox files are opened, wherever they are dropped.
+    // MP3 files come into the catalogue, unless it has them, and to the end of the folder.
+    static bool CanDropFiles(const std::vector<std::string>& paths, const Folder* target);
+    void DropFiles(const std::vector<std::string>& paths, Folder* target);
 
     // The next row from `start` on, and round once, whose name begins with a text, whatever the
     // case of letters.
@@ -160,6 +164,7 @@ class JukeboxWindow : private JukeboxListener {
     void ActOnSongs(int command, Folder& node);
     void AddFolder(Folder* parent);
     void CutSongs(Folder& folder);
+    void ShowWithout(const Folder& folder, std::size_t firstRow);
     void Paste(Folder& into);
     void Show(const ChangedPlace& place);
     template <typename Change>

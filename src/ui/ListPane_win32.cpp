@@ -138,7 +138,8 @@ void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
     if (rows != SelectedRows()) {
         const DrawingPause pause(m_handle);
         const bool all = rows.size() == m_delegate.RowCount();
-        SetState(-1, all ? LVIS_SELECTED : 0, LVIS_SELECTED);
+        if (all || SelectedCount() > 0)
+            SetState(-1, all ? LVIS_SELECTED : 0, LVIS_SELECTED);
         for (std::size_t i = 0; !all && i < rows.size(); ++i)
             SetState(static_cast<int>(rows[i]), LVIS_SELECTED, LVIS_SELECTED);
     }

@@ -58,6 +58,10 @@ class FakeJukeboxWindowHost : public JukeboxWindowHost {
     void PlaySelectedSongs(JukeboxWindow&) override { asked.push_back("play selected"); }
     void ChangeBackgroundPicture(JukeboxWindow&) override { asked.push_back("picture"); }
     void SaveBeforeClosing(JukeboxWindow&) override { asked.push_back("save"); }
+    void OpenFiles(const std::vector<std::string>& paths) override {
+        for (const std::string& path : paths)
+            asked.push_back("open " + path);
+    }
     void OnSelectionChanged(JukeboxWindow&) override {}
 };
 

@@ -270,10 +270,14 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     fake.disk.AddFile("D:\\New\\d.MP3", "no tag");
     fake.disk.AddFile("D:\\New\\b.mp3", "no tag");  // its name is known
     fake.disk.AddFile("D:\\New\\notes.txt");
-    Window().DropFiles({"D:\\New\\notes.txt", "D:\\New\\gone.mp3"}, *At("Decades/10's"));
+    Window().DropFiles({"D:\\New\\notes.txt", "D:\\New\\gone.mp3"}, At("Decades/10's"));
     EXPECT_EQ(LastLine(), "There is no MP3 file among what was dropped.");
+    EXPECT_FALSE(Window().CanDropFiles({"D:\\New\\d.MP3"}, nullptr));
+    EXPECT_TRUE(Window().CanDropFiles({"D:\\New\\d.MP3", "D:\\Box.JUK"}, nullptr));
+    Window().DropFiles({"D:\\New\\d.MP3", "D:\\Box.JUK"}, nullptr);
+    EXPECT_EQ(frame.host.asked, std::vector<std::string>{"open D:\\Box.JUK"});
     Window().DropFiles({"D:\\New\\d.MP3", "D:\\New\\notes.txt", "D:\\New\\b.mp3", "C:\\M\\a.mp3"},
-                       *At("Decades/10's"));
+                       At("Decades/10's"));
     EXPECT_EQ(application.Catalogue().UBoundOfMp3Array(), 4);
     EXPECT_EQ(application.Catalogue().SongPath(4), "D:\\New\\d.MP3");
     EXPECT_EQ(Window().SelectedFolder(), At("Decades/10's"));
@@ -281,7 +285,7 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     EXPECT_EQ(Window().RowText(0, 0) + Window().RowText(1, 1) + Window().RowText(2, 1), "d.MP321");
     EXPECT_EQ(LastLine(), "Added 3 songs to \"10's\".");
     EXPECT_NE(Bytes().find("d.MP3"), std::string::npos);
-    Window().DropFiles({"D:\\New\\d.MP3", "C:\\M\\a.mp3"}, *At("All Songs"));
+    Window().DropFiles({"D:\\New\\d.MP3", "C:\\M\\a.mp3"}, At("All Songs"));
     EXPECT_EQ(Tree().substr(0, 20), "All Songs(abcd.MP3) ");
 }
 
