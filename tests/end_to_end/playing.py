@@ -8,13 +8,14 @@ import os
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
 import data_files  # noqa: E402
-from under_wine import PREFIX, Program, driver, report  # noqa: E402
+from under_wine import PREFIX, WINE, Program, driver, report  # noqa: E402
 
 PLAYER = PREFIX / "drive_c/Program Files/Winamp"
 LOG = PLAYER / "winamp.log"
@@ -153,12 +154,16 @@ class Playing(unittest.TestCase):
                     driver("press", "#32770", "Yes", "*not installed on your system*")
                     if there:
                         shutil.copy(away, installer)  # any program will do
+                        shutil.move(away, PLAYER / "winamp.exe")  # what it would do
+                        # Started beforehand, as the window may not be there for long.
+                        freeze = subprocess.Popen(
+                            [WINE, r"C:\driver\tobbin_driver.exe", "freeze", "frmSearching",
+                             "Searching *", "60"], stdout=subprocess.DEVNULL)
                     driver("press", "#32770", "OK", "*will now be installed*")
                     if not there:
                         driver("press", "#32770", "OK", "*C:\\Tobbin\\winamp265_lite.exe*")
                         driver("gone", "#32770", "10")
-                driver("freeze", "frmSearching", "Searching for Winamp  . . . ", "20")
-                shutil.move(away, PLAYER / "winamp.exe")
+                self.assertEqual(freeze.wait(90), 0)
                 driver("thaw", "frmSearching")
                 driver("gone", "frmSearching", "60")
                 driver("end", "Winamp v1.x")  # what ran as the installer
