@@ -210,7 +210,7 @@ void MainFrame::BetweenMessages() {
         m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
         m_barsOutdated = true;
     }
-    if (m_barsOutdated)
+    if (m_barsOutdated || m_barsOf != ActiveChild())
         UpdateBars();
 }
 
@@ -221,6 +221,7 @@ void MainFrame::UpdateTheMenuControlArray() {
 
 void MainFrame::UpdateBars() {
     m_barsOutdated = false;
+    m_barsOf = ActiveChild();
     if (Handle() == nullptr)
         return;
     m_toolbar.Update([this](int button) { return m_commands.IsButtonEnabled(button); });

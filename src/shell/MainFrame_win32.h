@@ -104,6 +104,7 @@ class MainFrame : public WindowBase, private FrameView, private JukeboxWindowHos
     int m_loadedNumber = 0;
     bool m_maximised = false;  // as it was left
     bool m_barsOutdated = true;
+    HWND m_barsOf = nullptr;  // the active child of which the bars tell
     bool m_closing = false;
 };
 

@@ -133,7 +133,6 @@ void Splash::OnPaint() {
     DrawTextW(dc, L"Tobbin MP3 Organizer", -1, &place,
               DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
     SelectObject(dc, m_font.Get());
-    SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
     place.top = place.bottom;
     place.bottom += scale(kLineHeight) + scale(4);
     DrawTextW(dc, L"Your songs, in jukeboxes of your own", -1, &place,
