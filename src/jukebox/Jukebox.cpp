@@ -239,6 +239,11 @@ void Jukebox::TellRanksChanged() {
     Tell([](JukeboxListener& listener) { listener.OnRanksChanged(); });
 }
 
+void Jukebox::TellRecordsMoved() {
+    m_shownAsWorst.clear();
+    Tell([](JukeboxListener& listener) { listener.OnRecordsMoved(); });
+}
+
 Folder* Jukebox::Next(const Folder* folder) const {
     if (folder == nullptr)
         folder = &m_root;

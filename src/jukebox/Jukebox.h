@@ -80,6 +80,8 @@ class Jukebox {
     bool IsShownAsWorst(std::int32_t recordNumber) const;
     void ShowAsWorst(std::int32_t recordNumber, bool worst);
     void TellRanksChanged();
+    // Record numbers mean other songs now, and all items have their new ones.
+    void TellRecordsMoved();
 
     // The folder behind `folder` in the order of the tree as if all were open (parents before
     // their children); null after the last. A null argument asks for the first.

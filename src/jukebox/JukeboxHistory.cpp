@@ -133,6 +133,11 @@ void JukeboxHistory::OnSongsChanged(Folder& /*folder*/) {
     OnChange();
 }
 
+// What the steps hold has the old numbers.
+void JukeboxHistory::OnRecordsMoved() {
+    Clear();
+}
+
 // By someone else: what the steps hold fits the jukebox no longer.
 void JukeboxHistory::OnChange() {
     if (m_working)

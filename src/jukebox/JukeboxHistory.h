@@ -65,6 +65,7 @@ class JukeboxHistory : private JukeboxListener {
     void OnFolderTextChanged(Folder& folder) override;
     void OnChildrenReordered(Folder* parent) override;
     void OnSongsChanged(Folder& folder) override;
+    void OnRecordsMoved() override;
     void OnDirtyChanged() override;
     void OnChange();
 

@@ -15,6 +15,7 @@ class JukeboxListener {
     virtual void OnChildrenReordered(Folder* /*parent*/) {}
     virtual void OnSongsChanged(Folder& /*folder*/) {}
     virtual void OnRanksChanged() {}  // of songs in the catalogue
+    virtual void OnRecordsMoved() {}  // in the catalogue; the jukebox has followed them
     virtual void OnColumnsChanged() {}
     virtual void OnCaptionChanged() {}
     virtual void OnDirtyChanged() {}

@@ -33,7 +33,6 @@ std::int32_t RecordMoves::NumberNow(std::int32_t before) const {
 }
 
 void RecordMoves::Apply(Jukebox& jukebox) const {
-    bool changed = false;
     for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder)) {
         const auto stays = [&](const SongItem& song) {
             return song.IsMissing() || NumberNow(song.recordNumber) == song.recordNumber;
@@ -45,12 +44,8 @@ void RecordMoves::Apply(Jukebox& jukebox) const {
             if (!stays(song))
                 song = ItemNow(jukebox, song);
         jukebox.SetSongs(*folder, std::move(songs));
-        changed = true;
     }
-    // A history of changes must end in any case: what it has taken out of the folders has moved
-    // too.
-    if (!changed && jukebox.RootCount() > 0)
-        jukebox.SetSongs(jukebox.Root(0), jukebox.Root(0).Songs());
+    jukebox.TellRecordsMoved();
 }
 
 SongItem RecordMoves::ItemNow(Jukebox& jukebox, const SongItem& item) const {

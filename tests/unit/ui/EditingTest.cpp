@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "shell/CataloguePass.h"
 #include "unit/ui/EditingFixture.h"
 
 namespace tobbin {
@@ -300,6 +301,19 @@ TEST_F(EditingTest, ChangesByOthersEndTheHistory) {
     EXPECT_EQ(At("All Songs")->Songs().size(), 4U);
     EXPECT_FALSE(Window().CanUndo() || Window().CanRedo());
     EXPECT_TRUE(Window().IsFormDirty());
+}
+
+TEST_F(EditingTest, WhatIsHeldFollowsTheSongsWhenRecordsMove) {
+    PopUp(4, "By Mood/Happy", {2});
+    PopUp(14, "By Mood/Happy", {1});
+    RunCataloguePass(application, [&] {
+        application.Catalogue().Mp3Info(clsMain::kFileName, 1, "");
+        return application.Catalogue().DeleteIdenticalFileNamesAndPaths();
+    });
+    EXPECT_FALSE(Window().CanUndo());
+    PopUp(6, "By Mood", {0});
+    EXPECT_EQ(Window().RowText(0, 0) + Window().RowText(0, 1), "c2");
+    EXPECT_EQ(Window().RowImage(0), 2);
 }
 
 TEST_F(EditingTest, IsCleanAgainWhereItWasSaved) {
