@@ -53,6 +53,7 @@ inline void AddFigure(const std::string& what, int size, double limit,
 void AddSortRows();
 void AddCatalogueRows();
 void AddJukeboxRows();
+void AddEditingRows();
 // `library` is a folder made by make_library, of that many songs.
 void AddLibraryRows(const std::string& library, int songs);
 

@@ -16,6 +16,7 @@ int main(int count, char** arguments) {
     tobbin::AddSortRows();
     tobbin::AddCatalogueRows();
     tobbin::AddJukeboxRows();
+    tobbin::AddEditingRows();
     benchmark::RunSpecifiedBenchmarks();
     return EXIT_SUCCESS;
 }

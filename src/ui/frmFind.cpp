@@ -6,6 +6,9 @@
 namespace tobbin {
 namespace {
 
+// A walk that asks for more songs than that without a hit is a long one.
+constexpr int kMostAskedSingly = 2000;
+
 // The folder at a place in the order of the tree, from 1; null beyond the last.
 Folder* MaybeFolderAt(const Jukebox& jukebox, std::size_t place) {
     Folder* folder = jukebox.Next(nullptr);
@@ -58,7 +61,7 @@ void frmFind::FindNext() {
     if (!CanFindNext() || window == nullptr || window->SelectedFolder() == nullptr)
         return;
     const std::optional<std::size_t> focused = window->View().MaybeFocusedRow();
-    m_answers.clear();
+    Forget();
     m_current = m_start = PlaceOf(window->Model(), *window->SelectedFolder());
     m_lastHit = focused ? static_cast<std::ptrdiff_t>(*focused) : kBeforeTheFirst;
     m_lookingForTheLastNode = false;
@@ -70,8 +73,13 @@ void frmFind::FindNext() {
 void frmFind::LookFor(const std::string& text) {
     LowerCaseSearch search(m_outside.text, text);
     if (m_firstRun || search.Wanted() != LastLookedFor())
-        m_answers.clear();
+        Forget();
     m_search.emplace(std::move(search));
+}
+
+void frmFind::Forget() {
+    m_answers.clear();
+    m_asked = 0;
 }
 
 void frmFind::Step(JukeboxWindow& window) {
@@ -123,14 +131,27 @@ bool frmFind::Matches(const Jukebox& jukebox, const SongItem& song) {
     const std::int32_t record = song.recordNumber;
     if (record < 1 || record > m_catalogue.UBoundOfMp3Array() || !m_catalogue.IsPresent(record))
         return m_search->IsIn(jukebox.TextOf(song));
-    if (m_answers.empty())
+    if (m_answers.size() <= static_cast<std::size_t>(record))
         m_answers.resize(static_cast<std::size_t>(m_catalogue.UBoundOfMp3Array()) + 1);
-    Answer& answer = m_answers[static_cast<std::size_t>(record)];
-    if (answer == Answer::Unknown) {
-        std::array<char, 10> digits{};
-        answer = m_search->IsIn(m_catalogue.FileName(record, digits)) ? Answer::Yes : Answer::No;
+    if (m_answers[static_cast<std::size_t>(record)] == Answer::Unknown) {
+        if (++m_asked == kMostAskedSingly)
+            AnswerAll();
+        else
+            AnswerFor(record);
     }
-    return answer == Answer::Yes;
+    return m_answers[static_cast<std::size_t>(record)] == Answer::Yes;
+}
+
+void frmFind::AnswerFor(std::int32_t record) {
+    std::array<char, 10> digits{};
+    m_answers[static_cast<std::size_t>(record)] =
+        m_search->IsIn(m_catalogue.FileName(record, digits)) ? Answer::Yes : Answer::No;
+}
+
+// In the order in which the names lie in memory, which takes a quarter of the time.
+void frmFind::AnswerAll() {
+    for (std::int32_t record = 1; record < static_cast<std::int32_t>(m_answers.size()); ++record)
+        AnswerFor(record);
 }
 
 }  // namespace tobbin

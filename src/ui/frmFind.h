@@ -45,9 +45,12 @@ class frmFind {
     enum class Answer : std::uint8_t { Unknown, No, Yes };
 
     void Step(JukeboxWindow& window);
+    void Forget();
     void LookFor(const std::string& text);
     bool FindInFolder(JukeboxWindow& window, Folder& folder);
     bool Matches(const Jukebox& jukebox, const SongItem& song);
+    void AnswerFor(std::int32_t record);
+    void AnswerAll();
 
     static constexpr std::ptrdiff_t kBeforeTheFirst = -1;
 
@@ -63,6 +66,7 @@ class frmFind {
     std::size_t m_start = 0;
     std::ptrdiff_t m_lastHit = kBeforeTheFirst;
 
+    int m_asked = 0;
     std::vector<Answer> m_answers;  // by record number: a song stands in many folders
 };
 

@@ -15,11 +15,11 @@ class LowerCaseSearch {
         : m_text(text), m_wanted(text.ToLower(wanted)) {}
 
     const std::string& Wanted() const { return m_wanted; }  // lower-cased
-    bool IsIn(std::string_view text) { return Lower(text).find(m_wanted) != std::string::npos; }
+    bool IsIn(std::string_view text) { return Lower(text).find(m_wanted) != text.npos; }
     bool Begins(std::string_view text) { return Lower(text).starts_with(m_wanted); }
 
  private:
-    const std::string& Lower(std::string_view text);
+    std::string_view Lower(std::string_view text);
 
     const SystemText& m_text;
     std::string m_wanted;
