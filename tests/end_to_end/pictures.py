@@ -1,0 +1,175 @@
+#!/usr/bin/env python3
+"""Shows background pictures in the real program under Wine, through its real dialogs, and looks at
+the screen: pictures.py REPORT
+
+Runs in a prefix in which the program has found its songs before (first_run.py).
+"""
+import shutil
+import subprocess
+import sys
+import unittest
+
+from jukeboxes import CLOSE, GROUPING, PREFIX, SAVE, SETTINGS, Run, answer, command, open_file, status
+from under_wine import driver, report
+
+PICTURES = PREFIX / "drive_c/pics"
+POC = GROUPING / "pics.poc"
+# Numbers of the frame's commands, from assets/resource.h.
+CHANGE, SHOW, TILE, NEXT, PREVIOUS = 1301, 1302, 1303, 1304, 1305
+FILE_DIALOG = "*JPEG (?.jpg)*"
+NONE = (255, 255, 255)
+
+
+def make(name, *words):
+    subprocess.run(["convert", "-size", "600x400", *words, str(PICTURES / name)], check=True)
+
+
+def pixels(*crop):
+    """The colours of a part of the screen: width, height, left, top."""
+    area = "{}x{}+{}+{}".format(*crop)
+    return subprocess.run(["import", "-window", "root", "-crop", area, "-depth", "8", "rgb:-"],
+                          check=True, capture_output=True).stdout
+
+
+def where(*words):
+    return tuple(map(int, driver("where", *words)[0].split("\t")))
+
+
+class Pictures(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.settings = SETTINGS.read_bytes()
+        PICTURES.mkdir()
+        for name, colour in (("a.jpg", "red"), ("B.JPG", "lime"), ("c.jpg", "blue")):
+            make(name, "xc:" + colour)
+
+    @classmethod
+    def tearDownClass(cls):
+        for path in GROUPING.glob("pics.*"):
+            path.unlink()
+        shutil.rmtree(PICTURES, ignore_errors=True)
+        SETTINGS.write_bytes(cls.settings)
+
+    def shows(self, colour):
+        """Waits for the colour behind the rows, which is lightened by the veil."""
+        x, y = where("heading", "1")
+        self.eventually(lambda: all((part > 230) == (wanted == 255) for part, wanted in
+                                    zip(pixels(1, 1, x - 15, y + 30), colour)), colour)
+
+    def eventually(self, holds, words=""):
+        for _ in range(60):
+            if holds():
+                return
+        self.fail(words)
+
+    def says(self, words):
+        self.eventually(lambda: words in status(), words)
+
+    def choose(self, path, *boxes, button="OK"):
+        driver("press", "frmPicture", "Browse...")
+        driver("wait", "#32770", FILE_DIALOG, "30")
+        driver("name", path)
+        driver("press", "#32770", "Open", FILE_DIALOG)
+        driver("wait", "frmPicture", path, "30")
+        for box in boxes:
+            driver("press", "frmPicture", box)
+        driver("press", "frmPicture", button)
+        driver("gone", "frmPicture", "30")
+
+    def test_1_chooses_steps_and_finds_the_picture_again(self):
+        with Run() as program:
+            command(SAVE, "Pics")
+            command(NEXT)
+            answer("You first need to pick a picture.*cycle through*", "OK")
+            self.choose("C:\\pics\\a.jpg", button="Cancel")
+            self.shows(NONE)
+            self.assertEqual(POC.read_bytes(), b"\r\n 0 \r\n 0 \r\n")
+            command(CHANGE)
+            self.choose("C:\\pics\\b.jpg")
+            self.shows((0, 255, 0))
+            self.assertEqual(POC.read_bytes(), b"C:\\pics\\b.jpg\r\n 0 \r\n 1 \r\n")
+            self.assertTrue(SETTINGS.read_bytes().endswith(b"True\r\nFalse\r\nC:\\pics\\b.jpg\r\n"))
+            for number, colour in ((NEXT, (0, 0, 255)), (NEXT, (255, 0, 0)), (TILE, (255, 0, 0)),
+                                   (PREVIOUS, (0, 0, 255)), (SHOW, NONE), (NEXT, NONE),
+                                   (SHOW, (255, 0, 0))):
+                command(number)
+                self.shows(colour)
+            command(SAVE)
+            command(CLOSE)
+            driver("gone", "frmMain", "30")
+            self.assertEqual(POC.read_bytes(), b"C:\\pics\\a.jpg\r\n-1 \r\n-1 \r\n")
+            open_file("pics.juk")
+            self.shows((255, 0, 0))
+            program.end()
+        with Run() as program:
+            self.shows((255, 0, 0))
+            program.end(("Do you want to save changes to PICS", "No"))
+
+    def test_2_the_picture_stays_while_the_rows_scroll(self):
+        make("d.jpg", "gradient:yellow-black")
+        POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
+        with Run() as program:
+            self.shows((255, 255, 0))
+            key, top = where("heading", "1")
+            behind_the_keys = (10, 200, key - 15, top + 20)
+            before = pixels(*behind_the_keys)
+            self.assertGreater(len(set(before)), 50)
+            row = where("row", "2")
+            subprocess.run(["xdotool", "mousemove", *map(str, row), *["click", "5"] * 4], check=True)
+            self.eventually(lambda: where("row", "2") != row)  # which comes to the top
+            self.eventually(lambda: pixels(*behind_the_keys) == before)
+            program.end(("Do you want to save changes to PICS", "No"))
+
+    def test_3_what_is_no_picture_is_told_and_passed_over(self):
+        (PICTURES / "e.jpg").write_bytes(b"")
+        (PICTURES / "f.jpg").write_bytes((PICTURES / "a.jpg").read_bytes()[:150])
+        huge = bytearray((PICTURES / "a.jpg").read_bytes())
+        frame = huge.index(b"\xff\xc0")
+        huge[frame + 5:frame + 9] = b"\xff" * 4
+        (PICTURES / "g.jpg").write_bytes(huge)
+        (PICTURES / "h.jpg").write_bytes(b"RIFF\x24\x00\x00\x00WAVE")
+        POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
+        with Run() as program:
+            (PICTURES / "c.jpg").unlink()
+            for name, reason in (("e", "the file is empty"), ("f", "the file is damaged"),
+                                 ("g", "it is too large (65535 x 65535 pixels)"),
+                                 ("h", "it is not a JPEG picture")):
+                command(NEXT)
+                self.says(f"The picture \"C:\\pics\\{name}.jpg\" can't be shown: {reason}")
+                self.shows(NONE)
+            command(NEXT)
+            self.shows((255, 0, 0))
+            command(NEXT)
+            self.shows((0, 255, 0))
+            command(NEXT)
+            self.says("The picture \"C:\\pics\\c.jpg\" can't be shown: it is not there any more.")
+            shutil.rmtree(PICTURES)
+            command(PREVIOUS)
+            self.says("The picture \"C:\\pics\\b.jpg\" can't be shown: it is not there any more.")
+            program.end(("Do you want to save changes to PICS", "No"))
+        with Run() as program:
+            self.says("The background picture \"C:\\pics\\d.jpg\" is not there any more.")
+            command(TILE)
+            answer("You first need to pick a picture.*you can use this function.", "OK")
+            driver("press", "frmPicture", "Cancel")
+            program.end(("Do you want to save changes to PICS", "No"))
+
+    def test_4_large_pictures_and_folders_do_not_block_the_window(self):
+        PICTURES.mkdir()
+        make("a.jpg", "xc:blue")
+        for number in range(20_000):
+            (PICTURES / f"p{number}.jpg").hardlink_to(PICTURES / "a.jpg")
+        subprocess.run(["convert", "-size", "6000x4000", "plasma:", str(PICTURES / "q.jpg")],
+                       check=True)
+        POC.write_bytes(b"C:\\pics\\a.jpg\r\nFalse\r\nTrue\r\n")
+        with Run() as program:
+            self.shows((0, 0, 255))
+            command(PREVIOUS)  # the last one, which is the large one
+            print("24 megapixels: longest wait", *driver("answers", "frmMDIForm1", "3"), "ms")
+            command(SAVE)
+            self.eventually(lambda: b"q.jpg" in POC.read_bytes())
+            program.end()
+
+
+if __name__ == "__main__":
+    sys.exit(report(Pictures, sys.argv[1]))
