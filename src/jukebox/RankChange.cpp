@@ -20,7 +20,7 @@ RankChange::RankChange(clsMain& catalogue, const OpenJukeboxes& open, const Juke
                        std::vector<std::int32_t> records, SongRank rank)
     : m_catalogue(catalogue), m_open(open), m_rank(std::move(rank)) {
     std::ranges::sort(records);
-    records.erase(std::ranges::unique(records).begin(), records.end());
+    records.erase(std::unique(records.begin(), records.end()), records.end());
     for (const std::int32_t record : records) {
         if (record < 1 || record > m_catalogue.UBoundOfMp3Array())
             continue;
