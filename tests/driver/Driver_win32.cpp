@@ -73,13 +73,14 @@ std::wstring ClassOf(HWND window) {
 }
 
 // The text as the window itself gives it, which is more than GetWindowText gives for a control of
-// another process. Empty for a window that doesn't answer.
+// another process. Empty for a window that doesn't answer. A window at its end may answer anything.
 std::wstring TextOf(HWND window) {
     wchar_t text[1024] = L"";
     DWORD_PTR length = 0;
     SendMessageTimeoutW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text),
                         SMTO_NORMAL | SMTO_ABORTIFHUNG, 2'000, &length);
-    return {text, length};
+    text[1023] = L'\0';
+    return text;
 }
 
 std::vector<HWND> WindowsIn(HWND parent) {

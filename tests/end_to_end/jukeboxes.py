@@ -107,11 +107,14 @@ class Jukeboxes(unittest.TestCase):
 
     @classmethod
     def tearDownClass(cls):
-        """Leaves no jukebox behind for the next start."""
+        """Leaves no jukebox and no place behind for the next start."""
         for path in (*GROUPING.glob("*.juk"), *GROUPING.glob("*.poc")):
             path.unlink()
         shutil.rmtree(JUKES, ignore_errors=True)
         SETTINGS.write_bytes(cls.settings)
+        subprocess.run([WINE, "reg", "delete", r"HKCU\Software\Tobbin\Options", "/v",
+                        "Window frmMDIForm1", "/f"], stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=False)
 
     def eventually(self, ask, expected):
         for _ in range(60):
