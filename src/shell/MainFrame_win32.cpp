@@ -28,6 +28,17 @@ HICON ProgramIcon(int size) {
                                          IMAGE_ICON, size, size, LR_SHARED));
 }
 
+// The system tells only the frame; its controls have to know as well.
+void TellDescendants(HWND window, UINT message) {
+    EnumChildWindows(
+        window,
+        [](HWND child, LPARAM number) -> BOOL {
+            SendMessageW(child, static_cast<UINT>(number), 0, 0);
+            return TRUE;
+        },
+        static_cast<LPARAM>(message));
+}
+
 }  // namespace
 
 MainFrame::MainFrame(Application& application, WindowsOutside& outside)
@@ -99,6 +110,9 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_HELP:
             OnCommand(IDM_HELP);
             return TRUE;
+        case WM_SYSCOLORCHANGE:
+            TellDescendants(Handle(), message);
+            break;
         case WM_DPICHANGED:
             OnDpiChanged(*reinterpret_cast<const RECT*>(lParam));
             return 0;

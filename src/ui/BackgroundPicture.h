@@ -35,7 +35,6 @@ class BackgroundPicture {
     void BeItTiled(bool tiled) { m_kept.tiled = tiled; }
     bool ShowPictt() const { return m_kept.shown; }
     void ShowPictt(bool shown) { m_kept.shown = shown; }
-    const PictureSettings& Kept() const { return m_kept; }
 
     const PictureList& Pictures() const { return m_list; }
 

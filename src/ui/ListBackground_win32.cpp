@@ -74,7 +74,7 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
         return result;
     if (message == WM_SIZE)
         Request();
-    else if (message == WM_SYSCOLORCHANGE || message == WM_SETTINGCHANGE)
+    else if (message == WM_SYSCOLORCHANGE)
         UseColours();
     if (IsShown())
         if (const POINT after = Scrolled(); after.x != before.x || after.y != before.y)

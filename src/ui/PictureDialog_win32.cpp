@@ -70,8 +70,7 @@ bool PictureDialog::IsPictureTicked() const {
 
 void PictureDialog::ShowPath(const std::string& path) {
     m_path = path;
-    SetDlgItemTextW(Handle(), IDC_PICTURE_PATH,
-                    path.empty() ? L"No picture is chosen yet." : Wide(path).c_str());
+    SetDlgItemTextW(Handle(), IDC_PICTURE_PATH, Wide(path).c_str());
     RequestPreview();
 }
 
@@ -92,7 +91,8 @@ void PictureDialog::DrawPreview(const DRAWITEMSTRUCT& draw) const {
     RECT place = draw.rcItem;
     if (m_preview == nullptr || !m_preview->problem.empty()) {
         FillRect(draw.hDC, &place, GetSysColorBrush(COLOR_WINDOW));
-        const std::string text = m_preview != nullptr
+        const std::string text = m_path.empty() ? "No picture is chosen yet."
+                                 : m_preview != nullptr
                                      ? "This picture can't be shown: " + m_preview->problem + "."
                                      : std::string();
         const int margin = ScalePixels(kTextMargin, Handle());

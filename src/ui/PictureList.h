@@ -19,7 +19,6 @@ class PictureList {
 
     bool IsEmpty() const { return m_names.UpperRow() < 1; }
     std::int32_t Count() const { return m_names.UpperRow(); }
-    std::int32_t CurrentIndex() const { return m_current; }
 
     // To the next or the previous picture; behind the last comes the first.
     void Step(bool forward) { m_current = Neighbour(forward); }

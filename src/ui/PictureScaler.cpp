@@ -41,8 +41,9 @@ PictureShrinker::PictureShrinker(PictureSize from, PictureSize to)
     : m_result(to),
       m_columns(SharesOf(from.width, to.width)),
       m_rows(SharesOf(from.height, to.height)),
-      m_current(static_cast<std::size_t>(to.width + 1) * 3),
-      m_next(m_current.size()) {}
+      m_line(static_cast<std::size_t>(to.width + 1) * 3),
+      m_current(m_line.size()),
+      m_next(m_line.size()) {}
 
 std::vector<PictureShrinker::Shares> PictureShrinker::SharesOf(int from, int to) {
     std::vector<Shares> shares(static_cast<std::size_t>(from));
@@ -58,28 +59,29 @@ std::vector<PictureShrinker::Shares> PictureShrinker::SharesOf(int from, int to)
     return shares;
 }
 
+// Each row is first made as narrow as the result, which leaves little to do for its height.
 void PictureShrinker::AddRow(std::span<const std::uint32_t> row) {
-    const Shares& vertical = m_rows[static_cast<std::size_t>(m_row++)];
-    while (m_done < vertical.at)
-        FinishRow();
+    std::ranges::fill(m_line, 0.0F);
     for (std::size_t x = 0; x < m_columns.size(); ++x) {
-        const Shares& horizontal = m_columns[x];
-        float* const current = &m_current[static_cast<std::size_t>(horizontal.at) * 3];
-        float* const next = &m_next[static_cast<std::size_t>(horizontal.at) * 3];
+        const Shares& shares = m_columns[x];
+        float* const to = &m_line[static_cast<std::size_t>(shares.at) * 3];
         const float colour[3] = {static_cast<float>(row[x] >> 16 & 0xFF),
                                  static_cast<float>(row[x] >> 8 & 0xFF),
                                  static_cast<float>(row[x] & 0xFF)};
-        for (int i = 0; i < 3; ++i) {
-            const float here = colour[i] * horizontal.share;
-            const float beside = colour[i] * horizontal.rest;
-            current[i] += here * vertical.share;
-            current[i + 3] += beside * vertical.share;
-            if (vertical.rest > 0) {
-                next[i] += here * vertical.rest;
-                next[i + 3] += beside * vertical.rest;
-            }
-        }
+        for (int i = 0; i < 3; ++i)
+            to[i] += colour[i] * shares.share;
+        if (shares.rest > 0)
+            for (int i = 0; i < 3; ++i)
+                to[i + 3] += colour[i] * shares.rest;
     }
+    const Shares& shares = m_rows[static_cast<std::size_t>(m_row++)];
+    while (m_done < shares.at)
+        FinishRow();
+    for (std::size_t i = 0; i < m_line.size(); ++i)
+        m_current[i] += m_line[i] * shares.share;
+    if (shares.rest > 0)
+        for (std::size_t i = 0; i < m_line.size(); ++i)
+            m_next[i] += m_line[i] * shares.rest;
     if (m_row == static_cast<int>(m_rows.size()))
         FinishRow();
 }

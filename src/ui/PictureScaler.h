@@ -9,7 +9,7 @@
 namespace tobbin {
 
 // Makes a picture smaller while its rows come in, from the top: each pixel of the result is the
-// mean of the area that it stands for. Needs the memory of the result and of two rows.
+// mean of the area that it stands for. Needs the memory of the result and of three rows.
 class PictureShrinker {
  public:
     // The result is no wider and no higher than what comes in.
@@ -32,9 +32,10 @@ class PictureShrinker {
 
     PicturePixels m_result;
     std::vector<Shares> m_columns, m_rows;
-    std::vector<float> m_current, m_next;  // red, green, blue of each pixel of two rows
-    int m_row = 0;                         // of those that come in
-    int m_done = 0;                        // of the result
+    // Red, green, blue of each pixel of a row: of what came in last, and of two of the result.
+    std::vector<float> m_line, m_current, m_next;
+    int m_row = 0;   // of those that come in
+    int m_done = 0;  // of the result
 };
 
 // Makes a picture larger, with smooth transitions.
