@@ -3,17 +3,10 @@
 #include <algorithm>
 
 #include "jukebox/InitialJukebox.h"
-#include "util/LowerCaseSearch.h"
 #include "util/Text.h"
 
 namespace tobbin {
 namespace {
-
-constexpr int kKeyColumn = 1;
-
-// Pictures of songs.
-constexpr int kMissingImage = 0;
-constexpr int kWorstRankImage = 2;
 
 // Entries of both menus, of the folder menu, and of the song menu.
 constexpr int kPlayAll = 1;
@@ -142,27 +135,25 @@ void JukeboxWindow::ActOnFolder(int command, Folder& node) {
 }
 
 void JukeboxWindow::ActOnSongs(int command, Folder& node) {
-    switch (command) {
-        case kPlaySelected:
-            m_host.PlaySelectedSongs(*this);
-            break;
-        case kCutSongs:
-        case kDeleteSongs:
-            CutSongs(node);
-            break;
-        case kCopySongs:
-            m_editor.CopySongs(node, View().SelectedRows());
-            break;
-        case kPasteInList:
-            Paste(node);
-            break;
-        case kChangePicture:
-            m_host.ChangeBackgroundPicture(*this);
-            break;
-        default:
-            m_editor.RankSongs(command, node, View().SelectedRows());
-            break;
+    if (command == kPasteInList) {
+        Paste(node);
+        return;
     }
+    if (command == kChangePicture) {
+        m_host.ChangeBackgroundPicture(*this);
+        return;
+    }
+    const std::vector<std::size_t> rows = View().SelectedRows();
+    if (!IsBoundedd(rows))
+        return;
+    if (command == kPlaySelected)
+        m_host.PlaySelectedSongs(*this);
+    else if (command == kCutSongs || command == kDeleteSongs)
+        CutSongs(node, rows);
+    else if (command == kCopySongs)
+        m_editor.CopySongs(node, rows);
+    else
+        m_editor.RankSongs(command, node, rows);
 }
 
 // A new folder's text is open for editing at once.
@@ -173,8 +164,7 @@ void JukeboxWindow::AddFolder(Folder* parent) {
         View().EditFolderText(*place.maybeFolder);
 }
 
-void JukeboxWindow::CutSongs(Folder& folder) {
-    const std::vector<std::size_t> rows = View().SelectedRows();
+void JukeboxWindow::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
     if (m_editor.CutSongs(folder, rows).maybeFolder != nullptr)
         ShowWithout(folder, rows.front());
 }
@@ -302,17 +292,6 @@ void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* tar
         m_host.OpenFiles(jukeboxes);
 }
 
-std::optional<std::size_t> JukeboxWindow::MaybeRowBeginningWith(std::string_view text,
-                                                                std::size_t start) const {
-    LowerCaseSearch search(m_tools.outside.text, text);
-    for (std::size_t i = 0; i < RowCount(); ++i) {
-        const std::size_t row = (start + i) % RowCount();
-        if (search.Begins(m_jukebox.TextOf(m_selected->Songs()[row])))
-            return row;
-    }
-    return std::nullopt;
-}
-
 void JukeboxWindow::OnFolderSelected(Folder* folder) {
     m_selected = folder;
     m_host.OnSelectionChanged(*this);
@@ -324,39 +303,6 @@ void JukeboxWindow::OnRowsSelected() {
 
 void JukeboxWindow::OnRowOpened() {
     ActOnPopUpClick(kPlaySelected, static_cast<int>(Pane::List), m_selected);
-}
-
-std::size_t JukeboxWindow::RowCount() const {
-    return m_selected != nullptr ? m_selected->Songs().size() : 0;
-}
-
-std::string JukeboxWindow::RowText(std::size_t row, int column) const {
-    const SongItem& song = m_selected->Songs()[row];
-    if (column == 0)
-        return std::string(m_jukebox.TextOf(song));
-    return column == kKeyColumn && !song.IsMissing() ? std::to_string(song.recordNumber)
-                                                     : std::string();
-}
-
-int JukeboxWindow::RowImage(std::size_t row) const {
-    const SongItem& song = m_selected->Songs()[row];
-    const clsMain& catalogue = m_tools.catalogue;
-    if (song.IsMissing() || song.recordNumber > catalogue.UBoundOfMp3Array() ||
-        !catalogue.IsPresent(song.recordNumber))
-        return kMissingImage;
-    return m_jukebox.IsShownAsWorst(song.recordNumber) ? kWorstRankImage
-                                                       : catalogue.Rank(song.recordNumber);
-}
-
-std::string JukeboxWindow::EmptyText() const {
-    if (m_selected == nullptr)
-        return "Select a folder on the left to see its songs.";
-    if (m_selected->ChildCount() > 0)
-        return "This folder holds no songs of its own. Open one of the folders in it.";
-    return IsSpecialFolder(*m_selected)
-               ? "There are no songs in this folder yet."
-               : "There are no songs in this folder yet. Copy songs from another folder and paste "
-                 "them here.";
 }
 
 bool JukeboxWindow::OnFolderTextEdited(Folder& folder, const std::string& text) {
@@ -378,15 +324,18 @@ void JukeboxWindow::AskBeforeClosing() {
         m_host.SaveBeforeClosing(*this);
 }
 
-void JukeboxWindow::OnFolderRemoving(Folder& folder) {
-    for (const Folder* at = m_selected; at != nullptr; at = at->Parent())
-        if (at == &folder)
-            m_selected = nullptr;
+void JukeboxWindow::OnFolderAdded(Folder& /*folder*/) {
+    m_host.OnSelectionChanged(*this);
 }
 
-void JukeboxWindow::OnSongsChanged(Folder& folder) {
-    if (&folder == m_selected)
-        m_host.OnSelectionChanged(*this);
+void JukeboxWindow::OnFolderRemoving(Folder& folder) {
+    if (m_selected != nullptr && m_selected->IsInside(folder))
+        m_selected = nullptr;
+    m_host.OnSelectionChanged(*this);
+}
+
+void JukeboxWindow::OnSongsChanged(Folder& /*folder*/) {
+    m_host.OnSelectionChanged(*this);
 }
 
 }  // namespace tobbin

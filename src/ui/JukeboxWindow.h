@@ -13,6 +13,7 @@
 #include "ui/EditingTools.h"
 #include "ui/JukeboxEditor.h"
 #include "ui/JukeboxView.h"
+#include "ui/SongList.h"
 
 namespace tobbin {
 
@@ -122,15 +123,14 @@ class JukeboxWindow : private JukeboxListener {
     static bool CanDropFiles(const std::vector<std::string>& paths, const Folder* target);
     void DropFiles(const std::vector<std::string>& paths, Folder* target);
 
-    // The next row from `start` on, and round once, whose name begins with a text, whatever the
-    // case of letters.
-    std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
-                                                     std::size_t start) const;
     // Runs a command of the window's control: "Next Pic" or "Prev. Pic".
     void OnControlCommand(int command);
 
     // Whether a folder may be deleted: every one that the program does not fill.
     static bool OkToDelete(const Folder& node) { return !IsSpecialFolder(node); }
+
+    // Whether there is anything among the rows that were gathered for a command.
+    static bool IsBoundedd(const std::vector<std::size_t>& rows) { return !rows.empty(); }
 
     // Whether the person may edit a folder's text.
     static bool MayEditText(const Folder& node) { return !IsSpecialFolder(node); }
@@ -138,14 +138,16 @@ class JukeboxWindow : private JukeboxListener {
     // The folder whose songs the list pane shows; null when none is selected.
     Folder* SelectedFolder() const { return m_selected; }
 
-    // What the list pane shows: the songs of the selected folder, rows and columns from 0.
-    std::size_t RowCount() const;
-    std::string RowText(std::size_t row, int column) const;
-    // The rank, 2 to 7; 0 for a song whose file is missing.
-    int RowImage(std::size_t row) const;
-
-    // What the list pane says while the selected folder holds no song.
-    std::string EmptyText() const;
+    // What the list pane shows: the songs of the selected folder.
+    SongList List() const { return {m_jukebox, m_tools.catalogue, m_selected}; }
+    std::size_t RowCount() const { return List().RowCount(); }
+    std::string RowText(std::size_t row, int column) const { return List().RowText(row, column); }
+    int RowImage(std::size_t row) const { return List().RowImage(row); }
+    std::string EmptyText() const { return List().EmptyText(); }
+    std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
+                                                     std::size_t start) const {
+        return List().MaybeRowBeginningWith(m_tools.outside.text, text, start);
+    }
 
     // What the view reports. A text that stays as it is or is empty changes nothing; returns
     // whether the text was taken.
@@ -163,13 +165,14 @@ class JukeboxWindow : private JukeboxListener {
     void ActOnFolder(int command, Folder& node);
     void ActOnSongs(int command, Folder& node);
     void AddFolder(Folder* parent);
-    void CutSongs(Folder& folder);
+    void CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void ShowWithout(const Folder& folder, std::size_t firstRow);
     void Paste(Folder& into);
     void Show(const ChangedPlace& place);
     template <typename Change>
     void ShowWithSelection(Change change);
 
+    void OnFolderAdded(Folder& folder) override;
     void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
 

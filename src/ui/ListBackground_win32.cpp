@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "ui/SelectionColor_win32.h"
+
 namespace tobbin {
 namespace {
 
@@ -198,10 +200,12 @@ void ListBackground::Paint(HDC dc) const {
 
 void ListBackground::PaintRow(HDC dc, int row) const {
     RECT place = {};
-    if (ListView_GetItemState(m_list, row, LVIS_SELECTED) != 0 &&
-        ListView_GetItemRect(m_list, row, &place, LVIR_BOUNDS))
-        FillRect(dc, &place,
-                 GetSysColorBrush(GetFocus() == m_list ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+    if (ListView_GetItemState(m_list, row, LVIS_SELECTED) == 0 ||
+        !ListView_GetItemRect(m_list, row, &place, LVIR_BOUNDS))
+        return;
+    SetDCBrushColor(dc,
+                    GetFocus() == m_list ? GetSysColor(COLOR_HIGHLIGHT) : QuietSelectionColor());
+    FillRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
 }  // namespace tobbin

@@ -10,6 +10,7 @@
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "ui/SelectionColor_win32.h"
 
 namespace tobbin {
 namespace {
@@ -190,7 +191,7 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
         case LVN_GETEMPTYMARKUP:
             return OnEmptyMarkup(reinterpret_cast<NMLVEMPTYMARKUP&>(header));
         case NM_CUSTOMDRAW:
-            return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case LVN_ITEMCHANGED:
         case LVN_ODSTATECHANGED:
             if (!m_selecting)
@@ -250,17 +251,25 @@ LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {
 
 // The picture comes under the rows. Systems whose control does not ask for the empty text get it
 // painted over the empty pane.
-LRESULT ListPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
+LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
     const bool paintsEmptyText = !m_controlShowsEmptyText && m_delegate.RowCount() == 0;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
         if (m_background.IsShown())
             m_background.Paint(draw.nmcd.hdc);
-        return (m_background.IsShown() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
+        const bool drawsRows = m_background.IsShown() || GetFocus() != m_handle;
+        return (drawsRows ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
                (paintsEmptyText ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
     }
-    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT)
-        m_background.PaintRow(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
-    else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT && paintsEmptyText)
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
+        const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
+        if (m_background.IsShown())
+            m_background.PaintRow(draw.nmcd.hdc, row);
+        if (GetFocus() != m_handle && ListView_GetItemState(m_handle, row, LVIS_SELECTED) != 0) {
+            draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or its colours would win
+            draw.clrTextBk = QuietSelectionColor();
+            draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        }
+    } else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT && paintsEmptyText)
         PaintEmptyText(draw.nmcd.hdc);
     return CDRF_DODEFAULT;
 }

@@ -89,7 +89,7 @@ class ListPane {
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
     LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
-    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void PaintEmptyText(HDC dc) const;
 
     ListPaneDelegate& m_delegate;

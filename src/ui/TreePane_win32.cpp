@@ -7,6 +7,7 @@
 #include "platform/ImageStrip_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "ui/SelectionColor_win32.h"
 
 namespace tobbin {
 namespace {
@@ -132,7 +133,7 @@ void TreePane::OnChildrenReordered(Folder* parent) {
         SendMessageW(m_handle, TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
 }
 
-LRESULT TreePane::OnNotify(const NMHDR& header) {
+LRESULT TreePane::OnNotify(NMHDR& header) {
     switch (header.code) {
         case TVN_SELCHANGEDW:
             m_delegate.OnFolderSelected(reinterpret_cast<Folder*>(
@@ -157,12 +158,24 @@ LRESULT TreePane::OnNotify(const NMHDR& header) {
             return 0;
         case TVN_KEYDOWN:
             return m_delegate.OnTreeKey(reinterpret_cast<const NMTVKEYDOWN&>(header).wVKey);
+        case NM_CUSTOMDRAW:
+            return OnCustomDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
         case NM_SETFOCUS:
             m_delegate.OnTreeFocused();
             return 0;
         default:
             return 0;
     }
+}
+
+LRESULT TreePane::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT)
+        return GetFocus() == m_handle ? CDRF_DODEFAULT : CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED) != 0) {
+        draw.clrTextBk = QuietSelectionColor();
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+    }
+    return CDRF_DODEFAULT;
 }
 
 // The jukebox's own signal sets the item's text.

@@ -41,7 +41,7 @@ class TreePane : private JukeboxListener {
     HWND Handle() const { return m_handle; }
 
     // A notification of the control, which its parent hands on.
-    LRESULT OnNotify(const NMHDR& header);
+    LRESULT OnNotify(NMHDR& header);
     void OnDpiChanged();
     // The control is being destroyed with its parent.
     void OnDestroy();
@@ -69,6 +69,7 @@ class TreePane : private JukeboxListener {
     void InsertItem(Folder& folder);
     HTREEITEM ItemOf(const Folder* folder) const;
     Folder* FolderOf(HTREEITEM item) const;
+    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const;
     LRESULT OnEndLabelEdit(const NMTVDISPINFOW& info);
 
     Jukebox& m_jukebox;

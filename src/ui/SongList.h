@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "catalogue/clsMain.h"
+#include "jukebox/Jukebox.h"
+#include "util/SystemText.h"
+
+namespace tobbin {
+
+// What a list pane shows of a folder's songs; of none without a folder. Rows and columns from 0.
+class SongList {
+ public:
+    SongList(const Jukebox& jukebox, const clsMain& catalogue, const Folder* maybeFolder)
+        : m_jukebox(jukebox), m_catalogue(catalogue), m_maybeFolder(maybeFolder) {}
+
+    std::size_t RowCount() const;
+    // The name, or the record number in the column "Key".
+    std::string RowText(std::size_t row, int column) const;
+    // The rank, 2 to 7; 0 for a song whose file is missing.
+    int RowImage(std::size_t row) const;
+    // What is said while there is no song.
+    std::string EmptyText() const;
+
+    // The next row from `start` on, and round once, whose name begins with a text, whatever the
+    // case of letters.
+    std::optional<std::size_t> MaybeRowBeginningWith(const SystemText& system,
+                                                     std::string_view text,
+                                                     std::size_t start) const;
+
+ private:
+    const Jukebox& m_jukebox;
+    const clsMain& m_catalogue;
+    const Folder* m_maybeFolder;
+};
+
+}  // namespace tobbin
