@@ -22,6 +22,7 @@
 //   open FOLDER...              opens and selects a folder by its path: open Artist Abba
 //   where folder FOLDER..., where row ROW, where heading COLUMN
 //                               where it is on the screen, for the mouse: x, y
+//   marked, opened              the folder that is marked for a drop, those whose folders are seen
 //   rows [LIMIT]                the song list: one line of captions, then image, "x" if selected,
 //                               cells
 //   rowcount                    how many rows the song list has
@@ -224,6 +225,12 @@ void OpenFolder(const Words& path) {
     Ask(tree, TVM_SELECTITEM, TVGN_CARET, item);
 }
 
+void PrintFolders(UINT state) {
+    for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
+        if ((row.state & state) != 0)
+            Print({row.text});
+}
+
 POINT PlaceOf(const std::wstring& what, const Words& words) {
     if (what == L"folder")
         return PlaceOfItem(Pane(WC_TREEVIEWW), FolderAt(Pane(WC_TREEVIEWW), words));
@@ -348,6 +355,10 @@ void Run(const std::wstring& command, const Words& words) {
     } else if (command == L"where" && words.size() > 1) {
         const POINT place = PlaceOf(words[0], {words.begin() + 1, words.end()});
         Print({std::to_wstring(place.x), std::to_wstring(place.y)});
+    } else if (command == L"marked") {
+        PrintFolders(TVIS_DROPHILITED);
+    } else if (command == L"opened") {
+        PrintFolders(TVIS_EXPANDED);
     } else if (command == L"rows") {
         PrintRows(number(0, 1'000));
     } else if (command == L"rowcount") {

@@ -65,13 +65,14 @@ void AddTree(HWND tree, RemoteText<TVITEMW>& remote, HTREEITEM item, int depth,
              std::vector<TreeRow>& rows) {
     for (; item != nullptr; item = Next(tree, TVGN_NEXT, item)) {
         TVITEMW question{};
-        question.mask = TVIF_TEXT | TVIF_IMAGE;
+        question.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_STATE;
+        question.stateMask = TVIS_DROPHILITED | TVIS_EXPANDED;
         question.hItem = item;
         question.pszText = remote.Text();
         question.cchTextMax = textLength;
         if (remote.Ask(TVM_GETITEMW, 0, question) == 0)
             throw std::runtime_error("the tree gives no text for one of its items");
-        rows.push_back({item, depth, remote.Answer(), question.iImage});
+        rows.push_back({item, depth, remote.Answer(), question.iImage, question.state});
         AddTree(tree, remote, Next(tree, TVGN_CHILD, item), depth + 1, rows);
     }
 }

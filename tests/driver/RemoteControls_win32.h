@@ -37,6 +37,7 @@ struct TreeRow {
     int depth = 0;  // 0 at the top level
     std::wstring text;
     int image = 0;
+    UINT state = 0;  // TVIS_ flags
 };
 
 // All items of a SysTreeView32 of another process, from the top, closed ones included.

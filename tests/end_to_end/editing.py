@@ -1,0 +1,272 @@
+#!/usr/bin/env python3
+"""Edits a jukebox in the real program under Wine by real key strokes and mouse moves:
+editing.py REPORT
+
+Runs in a prefix in which the program has found its songs before (first_run.py).
+"""
+import pathlib
+import subprocess
+import sys
+import time
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
+import data_files  # noqa: E402
+from under_wine import PREFIX, Program, driver, report  # noqa: E402
+
+GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
+CATALOGUE = GROUPING / "FileLocNames.lmz"
+SETTINGS = GROUPING / "System/TheOrganizer.ini"
+# Numbers of the frame's commands, from assets/resource.h.
+NEW, SAVE, SAVE_AS, ADD_TO_SELECTED, TILE = 1001, 1004, 1005, 1107, 1402
+
+
+def mouse(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True)
+
+
+def keys(*names):
+    mouse("key", "--delay", 40, *names)
+
+
+def typed(text):
+    mouse("type", "--delay", 40, text)
+
+
+def where(*words):
+    return tuple(driver("where", *map(str, words))[0].split("\t"))
+
+
+def click(*words, button=1):
+    mouse("mousemove", *where(*words), "click", button)
+
+
+def command(number):
+    driver("command", str(number))
+
+
+def press(button, words):
+    driver("press", "#32770", button, words)
+
+
+def boxes():
+    return [line for line in driver("windows") if line.startswith("#32770") and line.endswith("\tvisible")]
+
+
+def status():
+    return driver("status")[0]
+
+
+def rows():
+    return [line.split("\t") for line in driver("rows", "1000")[1:]]
+
+
+def heading():
+    return driver("rows", "0")[0].split("\t")[0]
+
+
+def chosen():
+    return [row[2] for row in rows() if row[1] == "x"]
+
+
+def ranks():
+    return [record["rank"] for record in data_files.catalogue(CATALOGUE)]
+
+
+class Editing(unittest.TestCase):
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        cls.kept = [(path, path.read_bytes()) for path in (CATALOGUE, SETTINGS)]
+
+    @classmethod
+    def tearDownClass(cls):
+        """Leaves the ranks and the recent jukeboxes as they were."""
+        for path in (*GROUPING.glob("*.juk"), *GROUPING.glob("*.poc")):
+            path.unlink()
+        for path, content in cls.kept:
+            path.write_bytes(content)
+
+    def until(self, ask, expected):
+        end = time.monotonic() + 30
+        while (found := ask()) != expected and time.monotonic() < end:
+            pass
+        self.assertEqual(found, expected)
+
+    def folders(self, parent):
+        """The folders in a top-level folder."""
+        found, inside = [], False
+        for depth, name in self.program.tree():
+            inside = name == parent if depth == 0 else inside
+            if depth == 1 and inside:
+                found.append(name)
+        return found
+
+    def drag(self, start, to, mark, *held):
+        """Drags with keys held; `mark` is the folder that must be marked over the target."""
+        mouse("mousemove", *start, "mousedown", 1, *[word for key in held for word in ("keydown", key)])
+
+        def over():
+            # A drag begins in the pane itself; moves that come too fast reach it as one.
+            if not driver("marked"):
+                mouse("mousemove", *start, "mousemove_relative", "--", 6, 6)
+                driver("marked")
+            mouse("mousemove", *to, "mousemove_relative", "--", 1, 0)
+            return driver("marked")
+
+        self.until(over, mark)
+
+    def release(self, *held):
+        mouse("mouseup", 1, *[word for key in held for word in ("keyup", key)])
+
+    def test_1_labels_keep_their_keys_and_guards_speak(self):
+        with Program() as self.program:
+            before = self.program.tree()
+            click("folder", "By Mood")
+            command(ADD_TO_SELECTED)
+            self.until(lambda: self.folders("By Mood")[-1], "New Folder")
+            typed("Rainy")
+            keys("ctrl+a", "ctrl+x", "ctrl+v", "ctrl+v", "Home", "Delete", "Return")
+            self.until(lambda: self.folders("By Mood")[-1], "ainyRainy")
+            keys("F2")
+            typed("lost")
+            keys("alt+BackSpace", "Escape", "F2")
+            typed("Rainy")
+            keys("Return")
+            self.until(lambda: self.folders("By Mood")[-1], "Rainy")
+            self.assertEqual(boxes(), [])
+            keys("Delete")
+            press("Yes", "Are you sure you want to delete this folder and all it's contents?")
+            self.until(self.program.tree, before)
+            keys(*["alt+BackSpace"] * 4)
+            self.until(status, "Undone: Add Folder.")
+            self.assertEqual(self.program.tree(), before)
+
+            for folder in (("All Songs",), ("Decades", "70's")):
+                click("folder", *folder)
+                keys("F2", "Delete", "ctrl+x")  # neither of the first two does or says anything
+                press("Yes", "Are you sure you want to cut this folder and all it's contents?")
+                press("OK", "This is a special node that can not be cut.  It can be copied if you wish.")
+            click("folder", "All Songs")
+            click("row", 3)
+            keys("Delete")
+            press("OK", "Can not cut a song from 'All Songs.'  You can copy a song if you wish.")
+            self.until(boxes, [])
+            self.assertEqual(self.program.tree(), before)
+
+    def test_2_ranks_at_once_and_takes_back(self):
+        with Program() as self.program:
+            driver("open", "New")
+            before = CATALOGUE.read_bytes()
+            numbers = [int(row[3]) for row in rows()]
+            click("row", 1)
+            mouse("keydown", "ctrl", "mousemove", *where("row", 4), "click", 1, "keyup", "ctrl")
+            mouse("keydown", "shift")
+            keys("Down")
+            mouse("keyup", "shift")
+            self.until(lambda: [row[1] for row in rows()[:7]], ["", "", "", "", "x", "x", ""])
+            # The entry's place in the menu: the separators are passed over.
+            for downs, written, shown in ((7, "7", "7"), (9, "5", "5"), (12, "3", "2"), (11, "3", "3")):
+                keys("Menu", *["Down"] * downs, "Return")
+                self.until(lambda: [row[0] for row in rows()[4:6]], [shown] * 2)
+                self.assertEqual([ranks()[numbers[row] - 1] for row in (3, 4, 5, 6)],
+                                 ["2", written, written, "2"])
+            keys(*["alt+BackSpace"] * 4)
+            self.until(CATALOGUE.read_bytes, before)
+
+    def test_3_sorts_and_jumps_to_what_is_typed(self):
+        with Program() as self.program:
+            driver("open", "New")
+            names = sorted((row[2] for row in rows()), key=str.lower)
+            click("row", 2)
+            song = chosen()
+            for text in ("Name    --   ", "Name    --   ", "By Rank -- best to worst",
+                         "By Rank -- worst to best", "Name    --   "):
+                click("heading", 0)
+                self.until(heading, text)
+                self.until(chosen, song)
+            self.assertEqual([row[2] for row in rows()], names)
+            click("row", 0)
+            keys("End")
+            self.until(chosen, names[-1:])
+            typed("sh")
+            self.until(chosen, ["SHOUT.MP3"])  # round the end
+            keys("ctrl+shift+End")
+            self.until(chosen, names[names.index("SHOUT.MP3"):])
+            click("folder", "All Songs")
+            typed("se")
+            self.until(lambda: driver("rowcount"), ["0"])  # in "Seasonal"
+
+    def test_4_finds_on_and_round(self):
+        with Program() as self.program:
+            driver("open", "My Sweetie's favorites")
+            keys("ctrl+f")
+            driver("wait", "frmFind", "*", "10")
+            typed("LOVE")
+            keys("Return")
+            self.until(chosen, ["05 Glove.mp3"])
+            keys("Return")
+            self.until(chosen, ["06 Love Me Do Not.mp3"])
+            keys("Tab", "Tab", "Return")  # Enter finds on the other button, too
+            self.until(chosen, ["05 Glove.mp3"])
+            mouse("key", "shift+Tab", "key", "shift+Tab")
+            typed("xyz")
+            keys("Return")
+            press("OK", "Can't find 'xyz'")
+            keys("Escape")
+            driver("gone", "frmFind", "10")
+            driver("open", "All Songs")
+            keys("ctrl+f")
+            driver("wait", "frmFind", "*", "10")
+            typed("anch")
+            keys("Return", "Escape")
+            driver("gone", "frmFind", "10")
+            self.until(chosen, ["01 Anchor Song.mp3"])
+            click("folder", "New")
+            keys("F3")
+            self.until(chosen, ["01 Anchor Song.mp3"])
+
+    def test_5_drags_songs_and_folders(self):
+        with Program(question="*save changes to *") as self.program:
+            command(SAVE)
+            driver("wait", "#32770", "Juke Box Files*", "30")
+            driver("name", "dragged")
+            press("Save", "Juke Box Files*")
+            self.until(lambda: driver("titles"), ["DRAGGED"])
+            saved = (GROUPING / "dragged.juk").read_bytes()
+
+            driver("open", "New")
+            songs = [row[2] for row in rows()]
+            click("row", 0)
+            mouse("keydown", "shift", "mousemove", *where("row", 1), "click", 1, "keyup", "shift")
+            dad = where("folder", "Dad's")
+            self.drag(where("row", 1), dad, ["Dad's"])
+            keys("Escape")
+            self.until(lambda: driver("marked"), [])
+            self.release()
+            self.drag(where("row", 1), dad, ["Dad's"])
+            self.release()
+            self.until(status, 'Moved 2 songs to "Dad\'s".')
+            self.assertEqual([row[2] for row in rows()], songs[2:])
+            self.assertEqual(chosen(), [])
+            self.assertEqual(self.program.rows("Dad's"), songs[:2])
+            # Over a closed folder for a while: it opens.
+            self.drag(where("row", 1), where("folder", "Seasonal"), ["Seasonal"], "ctrl")
+            self.until(lambda: "Seasonal" in driver("opened"), True)
+            mouse("mousemove", *where("folder", "Seasonal", "Christmas"))
+            self.until(lambda: driver("marked"), ["Christmas"])
+            self.release("ctrl")
+            self.until(status, 'Copied 1 song to "Christmas".')
+            # Refused with the words of the cut, once the drag is over.
+            self.drag(where("folder", "Artist"), dad, ["Dad's"])
+            self.release()
+            press("OK", "This is a special node that can not be cut.*")
+            self.drag(where("folder", "Dad's"), where("folder", "By Mood", "Sad"), ["Sad"])
+            self.release()
+            self.until(lambda: self.program.contents().get(("By Mood", "Sad", "Dad's"), [])[:1],
+                       [(songs[0], "1")])
+
+
+if __name__ == "__main__":
+    sys.exit(report(Editing, sys.argv[1]))
