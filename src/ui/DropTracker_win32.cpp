@@ -68,8 +68,10 @@ DropEffect DropTracker::OnDragOver(const DraggedData& data, POINT screen, bool c
     const DropEffect effect = m_delegate.EffectOfDrop(data, target, copyKey);
     m_tree.MarkDrop(effect != DropEffect::None ? target : nullptr);
     m_mouse = screen;
-    if (target != m_hovered) {
-        m_hovered = target;
+    Folder* const hovered =
+        target != nullptr && m_delegate.IsDragged(data, *target) ? nullptr : target;
+    if (hovered != m_hovered) {
+        m_hovered = hovered;
         m_hoveredSince = GetTickCount64();
     }
     if (!m_following)  // a timer that is set again begins its period anew

@@ -15,6 +15,7 @@ class FolderDropDelegate {
     virtual ~FolderDropDelegate() = default;
     virtual DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) = 0;
     virtual DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) = 0;
+    virtual bool IsDragged(const DraggedData& data, const Folder& folder) const = 0;
     // The folder that the list shows, which a drop on the list goes to.
     virtual Folder* ListedFolder() const = 0;
 };
@@ -49,7 +50,7 @@ class DropTracker : private DropTargetDelegate {
     DropTarget m_listTarget;
     bool m_following = false;  // the timer runs
     POINT m_mouse = {};
-    Folder* m_hovered = nullptr;
+    Folder* m_hovered = nullptr;   // unless it is the one that is dragged
     ULONGLONG m_hoveredSince = 0;  // in milliseconds
 };
 

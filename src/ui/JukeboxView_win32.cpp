@@ -314,6 +314,11 @@ DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target
     return copyKey ? DropEffect::Copy : DropEffect::Move;
 }
 
+bool JukeboxMdiChild::IsDragged(const DraggedData& data, const Folder& folder) const {
+    const auto* const drag = static_cast<const OwnDrag*>(data.maybeOwn);
+    return drag != nullptr && drag->what.IsFolder() && drag->what.folder == &folder;
+}
+
 // What is dropped is taken when the system has ended the drag: a box may open, and the program that
 // it comes from must not wait.
 DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool copyKey) {

@@ -99,6 +99,7 @@ class JukeboxMdiChild : public WindowBase,
     void OnFilesDropped();
     DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) override;
     DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) override;
+    bool IsDragged(const DraggedData& data, const Folder& folder) const override;
     Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
 
     JukeboxWindow& m_controller;

@@ -18,7 +18,7 @@ GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 CATALOGUE = GROUPING / "FileLocNames.lmz"
 SETTINGS = GROUPING / "System/TheOrganizer.ini"
 # Numbers of the frame's commands, from assets/resource.h.
-NEW, SAVE, SAVE_AS, ADD_TO_SELECTED, TILE = 1001, 1004, 1005, 1107, 1402
+NEW, SAVE_AS, ADD_TO_SELECTED, TILE = 1001, 1005, 1107, 1402
 
 
 def mouse(*words):
@@ -103,8 +103,19 @@ class Editing(unittest.TestCase):
                 found.append(name)
         return found
 
-    def drag(self, start, to, mark, *held):
-        """Drags with keys held; `mark` is the folder that must be marked over the target."""
+    def save(self, name):
+        command(SAVE_AS)
+        driver("wait", "#32770", "Juke Box Files*", "30")
+        driver("name", name)
+        press("Save", "Juke Box Files*")
+        self.until(lambda: driver("titles"), [name.upper()])
+
+    def undo(self, *steps):
+        keys(*["alt+BackSpace"] * len(steps))
+        self.until(status, f"Undone: {steps[-1]}.")
+
+    def drag(self, start, to, *held):
+        """Drags over a folder, with keys held, until it is marked."""
         mouse("mousemove", *start, "mousedown", 1, *[word for key in held for word in ("keydown", key)])
 
         def over():
@@ -112,10 +123,10 @@ class Editing(unittest.TestCase):
             if not driver("marked"):
                 mouse("mousemove", *start, "mousemove_relative", "--", 6, 6)
                 driver("marked")
-            mouse("mousemove", *to, "mousemove_relative", "--", 1, 0)
+            mouse("mousemove", *where(*to), "mousemove_relative", "--", 1, 0)
             return driver("marked")
 
-        self.until(over, mark)
+        self.until(over, [to[-1]])
 
     def release(self, *held):
         mouse("mouseup", 1, *[word for key in held for word in ("keyup", key)])
@@ -139,8 +150,7 @@ class Editing(unittest.TestCase):
             keys("Delete")
             press("Yes", "Are you sure you want to delete this folder and all it's contents?")
             self.until(self.program.tree, before)
-            keys(*["alt+BackSpace"] * 4)
-            self.until(status, "Undone: Add Folder.")
+            self.undo("Delete Folder", "Rename Folder", "Rename Folder", "Add Folder")
             self.assertEqual(self.program.tree(), before)
 
             for folder in (("All Songs",), ("Decades", "70's")):
@@ -228,44 +238,72 @@ class Editing(unittest.TestCase):
             self.until(chosen, ["01 Anchor Song.mp3"])
 
     def test_5_drags_songs_and_folders(self):
-        with Program(question="*save changes to *") as self.program:
-            command(SAVE)
-            driver("wait", "#32770", "Juke Box Files*", "30")
-            driver("name", "dragged")
-            press("Save", "Juke Box Files*")
-            self.until(lambda: driver("titles"), ["DRAGGED"])
-            saved = (GROUPING / "dragged.juk").read_bytes()
-
+        with Program(question=None) as self.program:  # saved at its end
+            self.save("dragged")
             driver("open", "New")
             songs = [row[2] for row in rows()]
             click("row", 0)
             mouse("keydown", "shift", "mousemove", *where("row", 1), "click", 1, "keyup", "shift")
-            dad = where("folder", "Dad's")
-            self.drag(where("row", 1), dad, ["Dad's"])
+            self.drag(where("row", 1), ("folder", "Dad's"))
             keys("Escape")
             self.until(lambda: driver("marked"), [])
             self.release()
-            self.drag(where("row", 1), dad, ["Dad's"])
+            self.drag(where("row", 1), ("folder", "Dad's"))
             self.release()
             self.until(status, 'Moved 2 songs to "Dad\'s".')
             self.assertEqual([row[2] for row in rows()], songs[2:])
             self.assertEqual(chosen(), [])
             self.assertEqual(self.program.rows("Dad's"), songs[:2])
             # Over a closed folder for a while: it opens.
-            self.drag(where("row", 1), where("folder", "Seasonal"), ["Seasonal"], "ctrl")
+            self.drag(where("row", 1), ("folder", "Seasonal"), "ctrl")
             self.until(lambda: "Seasonal" in driver("opened"), True)
             mouse("mousemove", *where("folder", "Seasonal", "Christmas"))
             self.until(lambda: driver("marked"), ["Christmas"])
             self.release("ctrl")
             self.until(status, 'Copied 1 song to "Christmas".')
             # Refused with the words of the cut, once the drag is over.
-            self.drag(where("folder", "Artist"), dad, ["Dad's"])
+            self.drag(where("folder", "Artist"), ("folder", "My Sweetie's favorites"))
             self.release()
             press("OK", "This is a special node that can not be cut.*")
-            self.drag(where("folder", "Dad's"), where("folder", "By Mood", "Sad"), ["Sad"])
+            self.drag(where("folder", "Dad's"), ("folder", "By Mood", "Sad"))
             self.release()
-            self.until(lambda: self.program.contents().get(("By Mood", "Sad", "Dad's"), [])[:1],
-                       [(songs[0], "1")])
+            self.until(lambda: self.program.contents().get(("By Mood", "Sad", "Dad's")),
+                       [(songs[0], "1"), (songs[1], "2")])
+
+            self.save("edited")
+            self.undo(*["Move Folder", "Copy Songs", "Move Songs"])
+            self.save("back")
+            self.assertEqual((GROUPING / "back.juk").read_bytes(), (GROUPING / "dragged.juk").read_bytes())
+            keys(*["alt+shift+BackSpace"] * 3)
+            self.until(status, "Done again: Move Folder.")
+            self.save("again")
+            self.assertEqual((GROUPING / "again.juk").read_bytes(), (GROUPING / "edited.juk").read_bytes())
+
+    def test_6_drags_between_windows(self):
+        with Program() as self.program:
+            driver("open", "New")
+            command(NEW)
+            self.until(lambda: len(driver("titles")), 2)
+            command(TILE)
+            target = where("folder", "Dad's")
+            keys("ctrl+F6")
+            self.until(lambda: driver("titles")[1], "JukeBox2")
+
+            def copied():
+                mouse("keydown", "ctrl", "mousemove", *where("row", 2), "mousedown", 1)
+                for place in (("mousemove_relative", 6, 6), ("mousemove", *target)):
+                    driver("marked")
+                    mouse(*place)
+                driver("marked")
+                mouse("mouseup", 1, "keyup", "ctrl")
+                return status()
+
+            self.until(copied, 'Copied 1 song to "Dad\'s".')
+            song = rows()[2][2]
+            keys("ctrl+F6")
+            self.until(lambda: self.program.rows("Dad's")[:1], [song])
+            driver("close", "frmMain")
+            press("No", "*save changes to JukeBox2")
 
 
 if __name__ == "__main__":

@@ -28,7 +28,7 @@ class Program:
     """The running program, from its start to its end.
 
     `boxes` are the texts of the boxes that the start must bring, each with its button; `question`
-    is the one about saving that its end must bring; it is answered with No."""
+    is the one about saving that its end must bring, if any; it is answered with No."""
 
     def __init__(self, *boxes, question="*initial Jukebox*"):
         self.boxes = boxes
@@ -44,7 +44,8 @@ class Program:
 
     def __exit__(self, *_):
         driver("close", "frmMDIForm1")
-        driver("press", "#32770", "No", self.question)
+        if self.question:
+            driver("press", "#32770", "No", self.question)
         driver("gone", "frmMDIForm1", "30")
         self.process.wait(30)
 
