@@ -10,6 +10,7 @@
 #include "platform/Wide_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "util/Check.h"
+#include "windows/Saver.h"
 
 namespace {
 
@@ -81,6 +82,14 @@ int main(int argc, char** argv) {
             return ReportStart(arguments);
         if (arguments[1] == L"--report-exception")
             return ReportException();
+        const auto started = [] { Report(L"started"); };
+        if (arguments[1] == L"--hold")
+            tobbin::HoldForEver(tobbin::Utf8(arguments[3]), started);
+        if (arguments[1] == L"--save")
+            tobbin::SaveForEver(
+                tobbin::Utf8(arguments[3]), std::stoul(arguments[4]),
+                arguments[5] == L"naive" ? tobbin::Manner::Naive : tobbin::Manner::Careful,
+                started);
     }
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     testing::InitGoogleTest(&argc, argv);
