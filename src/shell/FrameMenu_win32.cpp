@@ -29,11 +29,9 @@ std::wstring MenuText(const std::string& caption) {
 
 FrameMenu::FrameMenu()
     : m_menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_FRAME_MENU))),
+      m_file(GetSubMenu(m_menu.Get(), MENU_FILE)),
+      m_windowList(GetSubMenu(m_menu.Get(), MENU_WINDOW)),
       m_keys(LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS))) {}
-
-HMENU FrameMenu::WindowList() const {
-    return GetSubMenu(m_menu.Get(), MENU_WINDOW);
-}
 
 bool FrameMenu::IsFrameCommand(int number) {
     return number >= IDM_NEW && number <= IDM_ABOUT;
@@ -50,16 +48,15 @@ void FrameMenu::EnableItems(HMENU menu, const std::function<bool(FrameCommand)>&
 
 // The elements stand at the end of the File menu.
 void FrameMenu::ShowRecent(const std::vector<std::string>& captions) {
-    const HMENU file = GetSubMenu(m_menu.Get(), MENU_FILE);
     for (std::size_t i = 0; i < captions.size(); ++i) {
         const auto number = static_cast<UINT>(IDM_RECENT + i + 1);
         const std::wstring text = MenuText(captions[i]);
         if (i == 0 && m_recentShown == 0)
-            AppendMenuW(file, MF_SEPARATOR, IDM_RECENT, nullptr);
+            AppendMenuW(m_file, MF_SEPARATOR, IDM_RECENT, nullptr);
         if (i < m_recentShown)
-            ModifyMenuW(file, number, MF_BYCOMMAND | MF_STRING, number, text.c_str());
+            ModifyMenuW(m_file, number, MF_BYCOMMAND | MF_STRING, number, text.c_str());
         else
-            AppendMenuW(file, MF_STRING, number, text.c_str());
+            AppendMenuW(m_file, MF_STRING, number, text.c_str());
     }
     m_recentShown = captions.size();
 }

@@ -19,7 +19,7 @@ class FrameMenu {
     HMENU Handle() const { return m_menu.Get(); }
     HACCEL Keys() const { return m_keys.Get(); }
     // The menu that carries the list of open windows.
-    HMENU WindowList() const;
+    HMENU WindowList() const { return m_windowList; }
 
     // Greys what can't act in a menu that is about to open.
     void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
@@ -31,6 +31,8 @@ class FrameMenu {
 
  private:
     UniqueMenu m_menu;
+    HMENU m_file;  // found by its place once: a maximised child puts its own menu before it
+    HMENU m_windowList;
     UniqueAccelerators m_keys;
     std::size_t m_recentShown = 0;
 };

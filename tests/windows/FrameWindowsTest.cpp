@@ -91,6 +91,8 @@ TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
     menu.ShowRecent({});
     EXPECT_EQ(GetMenuItemCount(file), before);
     menu.ShowRecent({"&1.  C:\\R&B.juk"});
+    InsertMenuW(menu.Handle(), 0, MF_BYPOSITION | MF_POPUP,
+                reinterpret_cast<UINT_PTR>(CreatePopupMenu()), L"a maximised child's");
     menu.ShowRecent({"&1.  C:\\pop.juk", "&2.  C:\\R&B.juk"});
     EXPECT_EQ(GetMenuItemCount(file), before + 3);
     wchar_t text[100] = L"";
