@@ -6,6 +6,7 @@
 #include "jukebox/SpecialFolders.h"
 #include "platform/DialogBase_win32.h"
 #include "platform/DragDrop_win32.h"
+#include "platform/Wide_win32.h"
 #include "resource.h"
 #include "shell/FrameKeys_win32.h"
 #include "shell/FramePlace_win32.h"
@@ -235,9 +236,11 @@ void MainFrame::UpdateTheMenuControlArray() {
 
 void MainFrame::UpdateBars() {
     m_barsOutdated = false;
-    m_barsOf = ActiveChild();
     if (Handle() == nullptr)
         return;
+    // Not every system puts a maximised window's title into the frame's caption as it opens.
+    if (const HWND active = ActiveChild(); std::exchange(m_barsOf, active) != active)
+        SetWindowTextW(Handle(), Wide(kCaption).c_str());
     m_toolbar.Update([this](int button) { return m_commands.IsButtonEnabled(button); });
     const JukeboxWindow* const window = MaybeActiveJukebox();
     m_statusBar.ShowJukebox(window != nullptr ? JukeboxText(window->Model()) : std::string());
