@@ -179,6 +179,7 @@ ChangedPlace JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::stri
     const std::vector<std::int32_t> records =
         SongIntake(m_tools.outside, m_tools.catalogue).RecordsOf(paths);
     std::vector<SongItem> songs;
+    songs.reserve(records.size());
     for (const std::int32_t record : records)
         songs.push_back(m_jukebox.MakeItem(catalogue.Mp3Info(clsMain::kFileName, record), record,
                                            catalogue.Rank(record)));
@@ -257,7 +258,7 @@ ChangedPlace JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragge
     from.m_history.Do(name, std::move(taken));
     if (changes.empty())
         return {};
-    const ChangedPlace place = m_history.Do(name, std::move(changes));
+    ChangedPlace place = m_history.Do(name, std::move(changes));
     JukeboxHistory::Join(m_history, from.m_history);
     return place;
 }
