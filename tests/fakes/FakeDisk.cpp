@@ -96,10 +96,11 @@ FakeDisk::Node& FakeDisk::Add(const std::string& path, bool isFolder) {
     if (const std::size_t cut = bare.rfind('\\');
         cut != std::string::npos && !Find(bare.substr(0, cut)))
         Add(bare.substr(0, cut), true);
+    std::string name = FileNameOfPath(bare);  // before the node is there: memory may run out
     Node& node = m_nodes[Resolve(bare)];
     if (node.id == 0) {
         node.id = m_nextId++;
-        node.name = FileNameOfPath(bare);
+        node.name = std::move(name);
         node.isFolder = isFolder;
     }
     node.modifiedTime = m_now;

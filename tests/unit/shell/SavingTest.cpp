@@ -1,8 +1,30 @@
+#include <cstdlib>
 #include <functional>
 #include <iostream>
+#include <new>
+
+#include "jukebox/JukeboxFile.h"
 
 #include "tags/MP3TagEditor.h"
 #include "unit/shell/FrameFixture.h"
+
+namespace {
+int allocationsUntilOneFails = 0;  // 0: none fails
+}
+
+void* operator new(std::size_t size) {
+    void* const memory = allocationsUntilOneFails == 1 ? nullptr : std::malloc(size);
+    allocationsUntilOneFails -= allocationsUntilOneFails > 0 ? 1 : 0;
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
 
 namespace tobbin {
 namespace {
@@ -156,6 +178,53 @@ TEST_P(Saving, IsWholeOrNotAtAllAfterAPowerLossAtEveryDiskOperation) {
         LosePowerEverywhere(GetParam().save, [&](const Files& files) { return Broken(files); });
     EXPECT_EQ(damage, 0);
     std::cout << GetParam().name << ": " << losses << " power losses\n";
+}
+
+// Calls the work with each of its allocations failing in turn; `check` looks at the world after
+// each.
+template <typename Work, typename Check>
+int FailEveryAllocation(Work work, Check check) {
+    for (int allocation = 1;; ++allocation) {
+        World world;
+        bool failed = false;
+        allocationsUntilOneFails = allocation;
+        try {
+            work(world);
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        failed = failed || allocationsUntilOneFails == 0;
+        allocationsUntilOneFails = 0;
+        if (!failed)
+            return allocation - 1;
+        check(world);
+    }
+}
+
+TEST_P(Saving, IsWholeOrNotAtAllWhenMemoryRunsOut) {
+    int broken = 0;
+    const int failures = FailEveryAllocation(
+        GetParam().save, [&](World& world) { broken += Broken(world.AfterTheNextStart()); });
+    EXPECT_EQ(broken, 0);
+    std::cout << GetParam().name << ": " << failures << " allocations failed\n";
+}
+
+TEST(Loading, ChangesNoFileWhenMemoryRunsOut) {
+    const Files before = World().fake.disk.Everything();
+    int changed = 0;
+    const int failures = FailEveryAllocation(
+        [](World& world) {
+            Application& application = world.application;
+            (void)application.Settings().GetandLoadIniInfo(application.Settings().SettingsPath());
+            application.Catalogue().LoadMain();
+            std::unique_ptr<Jukebox> jukebox;
+            (void)LoadJukeboxFile(world.fake.disk, std::string(kGrouping) + "mine.juk",
+                                  application.Catalogue(), world.fake.text, jukebox);
+            world.tag.LoadMP3(kSong);
+        },
+        [&](World& world) { changed += world.fake.disk.Everything() != before; });
+    EXPECT_EQ(changed, 0);
+    std::cout << "loading: " << failures << " allocations failed\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(
