@@ -237,7 +237,33 @@ class Editing(unittest.TestCase):
             keys("F3")
             self.until(chosen, ["01 Anchor Song.mp3"])
 
-    def test_5_drags_songs_and_folders(self):
+    def test_5_drags_between_windows(self):
+        with Program() as self.program:
+            driver("open", "New")
+            command(NEW)
+            self.until(lambda: len(driver("titles")), 2)
+            command(TILE)
+            target = where("folder", "Dad's")
+            keys("ctrl+F6")
+            self.until(lambda: driver("titles")[1], "JukeBox2")
+
+            def copied():
+                mouse("keydown", "ctrl", "mousemove", *where("row", 2), "mousedown", 1)
+                for place in (("mousemove_relative", 6, 6), ("mousemove", *target)):
+                    driver("marked")
+                    mouse(*place)
+                driver("marked")
+                mouse("mouseup", 1, "keyup", "ctrl")
+                return status()
+
+            self.until(copied, 'Copied 1 song to "Dad\'s".')
+            song = rows()[2][2]
+            keys("ctrl+F6")
+            self.until(lambda: self.program.rows("Dad's")[:1], [song])
+            driver("close", "frmMain")
+            press("No", "*save changes to JukeBox2")
+
+    def test_6_drags_songs_and_folders(self):
         with Program(question=None) as self.program:  # saved at its end
             self.save("dragged")
             driver("open", "New")
@@ -278,32 +304,6 @@ class Editing(unittest.TestCase):
             self.until(status, "Done again: Move Folder.")
             self.save("again")
             self.assertEqual((GROUPING / "again.juk").read_bytes(), (GROUPING / "edited.juk").read_bytes())
-
-    def test_6_drags_between_windows(self):
-        with Program() as self.program:
-            driver("open", "New")
-            command(NEW)
-            self.until(lambda: len(driver("titles")), 2)
-            command(TILE)
-            target = where("folder", "Dad's")
-            keys("ctrl+F6")
-            self.until(lambda: driver("titles")[1], "JukeBox2")
-
-            def copied():
-                mouse("keydown", "ctrl", "mousemove", *where("row", 2), "mousedown", 1)
-                for place in (("mousemove_relative", 6, 6), ("mousemove", *target)):
-                    driver("marked")
-                    mouse(*place)
-                driver("marked")
-                mouse("mouseup", 1, "keyup", "ctrl")
-                return status()
-
-            self.until(copied, 'Copied 1 song to "Dad\'s".')
-            song = rows()[2][2]
-            keys("ctrl+F6")
-            self.until(lambda: self.program.rows("Dad's")[:1], [song])
-            driver("close", "frmMain")
-            press("No", "*save changes to JukeBox2")
 
 
 if __name__ == "__main__":
