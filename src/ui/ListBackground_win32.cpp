@@ -10,7 +10,6 @@ namespace tobbin {
 namespace {
 
 constexpr UINT kReady = WM_APP + 0x50;
-constexpr UINT_PTR kSubclassId = 1;
 
 std::uint32_t SystemColour(int index) {
     const COLORREF colour = GetSysColor(index);
@@ -42,23 +41,26 @@ RECT Covering(PictureSize canvas, const RECT& pane) {
 
 void ListBackground::Attach(HWND list) {
     m_list = list;
-    SetWindowSubclass(list, &Subclass, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowLongPtrW(list, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    m_listProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
 }
 
 void ListBackground::Detach() {
     m_loader.Forget(this);
     if (m_list != nullptr)
-        RemoveWindowSubclass(m_list, &Subclass, kSubclassId);
+        SetWindowLongPtrW(m_list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_listProcedure));
     m_list = nullptr;
 }
 
-LRESULT CALLBACK ListBackground::Subclass(HWND list, UINT message, WPARAM wParam, LPARAM lParam,
-                                          UINT_PTR /*id*/, DWORD_PTR self) {
-    auto& background = *reinterpret_cast<ListBackground*>(self);
+// A selection of a hundred thousand rows is as many messages, and the system's own way to put a
+// procedure in front of another looks up a window property for each.
+LRESULT CALLBACK ListBackground::Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto& background = *reinterpret_cast<ListBackground*>(GetWindowLongPtrW(list, GWLP_USERDATA));
     if (message != WM_NCDESTROY)
         return background.HandleMessage(message, wParam, lParam);
     background.Detach();
-    return DefSubclassProc(list, message, wParam, lParam);
+    return CallWindowProcW(background.m_listProcedure, list, message, wParam, lParam);
 }
 
 // The list moves its rows with the picture under them; a list that has moved is drawn anew.
@@ -71,7 +73,7 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
         return TRUE;
     const HWND list = m_list;
     const POINT before = IsShown() ? Scrolled() : POINT{};
-    const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
+    const LRESULT result = CallWindowProcW(m_listProcedure, list, message, wParam, lParam);
     if (m_list == nullptr)
         return result;
     if (message == WM_SIZE)

@@ -41,8 +41,7 @@ class ListBackground {
         [](const std::string&, const std::string&) {};
 
  private:
-    static LRESULT CALLBACK Subclass(HWND list, UINT message, WPARAM wParam, LPARAM lParam,
-                                     UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void Request();
     void OnReady();
@@ -53,6 +52,7 @@ class ListBackground {
 
     PictureLoader& m_loader;
     HWND m_list = nullptr;
+    WNDPROC m_listProcedure = nullptr;
     std::string m_path, m_next;
     bool m_tiled = false;
     PictureRequest m_request;  // the last one made
