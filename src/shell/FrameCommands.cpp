@@ -198,6 +198,12 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
     }
 }
 
+bool FrameCommands::IsOn(FrameCommand command) const {
+    const JukeboxWindow* const window = m_view.MaybeActiveJukebox();
+    return window != nullptr && ((command == FrameCommand::NoPicture && window->ShowPictt()) ||
+                                 (command == FrameCommand::ToggleTile && window->BeItTiled()));
+}
+
 void FrameCommands::Do(FrameCommand command) {
     if (!IsEnabled(command) || DoJukeboxCommand(command))
         return;

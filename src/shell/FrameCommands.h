@@ -59,6 +59,8 @@ class FrameCommands {
     FrameCommands(Application& application, FrameView& view);
 
     bool IsEnabled(FrameCommand command) const;
+    // Whether what the command switches is on, for the active jukebox.
+    bool IsOn(FrameCommand command) const;
     void Do(FrameCommand command);
 
     // Buttons of the toolbar count from 1.

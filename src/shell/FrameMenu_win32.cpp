@@ -46,6 +46,10 @@ void FrameMenu::EnableItems(HMENU menu, const std::function<bool(FrameCommand)>&
     }
 }
 
+void FrameMenu::TickItem(FrameCommand command, bool ticked) const {
+    CheckMenuItem(m_menu.Get(), static_cast<UINT>(command), ticked ? MF_CHECKED : MF_UNCHECKED);
+}
+
 // The elements stand at the end of the File menu.
 void FrameMenu::ShowRecent(const std::vector<std::string>& captions) {
     for (std::size_t i = 0; i < captions.size(); ++i) {

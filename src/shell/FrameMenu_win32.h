@@ -24,6 +24,9 @@ class FrameMenu {
     // Greys what can't act in a menu that is about to open.
     void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
 
+    // Ticks what is switched on.
+    void TickItem(FrameCommand command, bool ticked) const;
+
     // The captions of the recent jukeboxes, from element 1 on: never fewer than before.
     void ShowRecent(const std::vector<std::string>& captions);
 

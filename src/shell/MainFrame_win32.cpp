@@ -186,9 +186,12 @@ void MainFrame::OnCommand(int command) {
 }
 
 void MainFrame::OnInitMenu(HMENU menu, bool isSystemMenu) {
-    if (!isSystemMenu)
-        m_menu.EnableItems(menu,
-                           [this](FrameCommand command) { return m_commands.IsEnabled(command); });
+    if (isSystemMenu)
+        return;
+    m_menu.EnableItems(menu,
+                       [this](FrameCommand command) { return m_commands.IsEnabled(command); });
+    for (const FrameCommand command : {FrameCommand::NoPicture, FrameCommand::ToggleTile})
+        m_menu.TickItem(command, m_commands.IsOn(command));
 }
 
 // A second start of the program. While this one is still starting, its splash window is what there

@@ -134,10 +134,6 @@ void ListBackground::Request() {
         return;
     m_request = request;
     m_loader.Want(this, request, [list = m_list] { PostMessageW(list, kReady, 0, 0); });
-    if (m_next.empty())
-        return;
-    request.path = m_next;
-    m_loader.Expect(this, request);
 }
 
 void ListBackground::OnReady() {
@@ -149,6 +145,11 @@ void ListBackground::OnReady() {
     else
         m_canvas.Reset();
     UseColours();
+    if (!m_next.empty()) {
+        PictureRequest next = m_request;
+        next.path = m_next;
+        m_loader.Expect(this, next);
+    }
     if (!picture->problem.empty())
         onFailed(m_path, picture->problem);
 }

@@ -67,6 +67,8 @@ TEST_F(BackgroundPictureTest, WhileNoneIsShownTheStepsStillCount) {
     EXPECT_EQ(window.LastPicFileLocation(), "C:\\P\\a.jpg");
     commands.Do(FrameCommand::NoPicture);
     EXPECT_EQ(shown.back(), R"(file:\\C:\P\b.jpg|fitted|C:\P\c.jpg)");
+    EXPECT_TRUE(commands.IsOn(FrameCommand::NoPicture));
+    EXPECT_FALSE(commands.IsOn(FrameCommand::ToggleTile));
 }
 
 TEST_F(BackgroundPictureTest, WithoutAListEachCommandSaysSoAndOpensTheDialog) {
