@@ -200,10 +200,10 @@ class Editing(unittest.TestCase):
             click("row", 0)
             keys("End")
             self.until(chosen, names[-1:])
-            typed("sh")
-            self.until(chosen, ["SHOUT.MP3"])  # round the end
+            typed("sho")
+            self.until(chosen, ["SHOUTED.MP3"])  # round the end
             keys("ctrl+shift+End")
-            self.until(chosen, names[names.index("SHOUT.MP3"):])
+            self.until(chosen, names[names.index("SHOUTED.MP3"):])
             click("folder", "All Songs")
             typed("se")
             self.until(lambda: driver("rowcount"), ["0"])  # in "Seasonal"
