@@ -196,7 +196,9 @@ class Editing(unittest.TestCase):
                 click("heading", 0)
                 self.until(heading, text)
                 self.until(chosen, song)
-            self.assertEqual([row[2] for row in rows()], names)
+            # Two names differ by their case only: their order is free.
+            self.assertEqual([row[2].lower() for row in rows()], [name.lower() for name in names])
+            names = [row[2] for row in rows()]
             click("row", 0)
             keys("End")
             self.until(chosen, names[-1:])
