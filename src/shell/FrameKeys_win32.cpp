@@ -38,8 +38,12 @@ bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message) {
         return true;
     if (message.hwnd != frame && !IsChild(frame, message.hwnd))
         return false;
-    return (!IsEditing() && TranslateAcceleratorW(frame, keys, &message) != 0) ||
-           PassSystemKey(message);
+    if (IsEditing() || TranslateAcceleratorW(frame, keys, &message) == 0)
+        return PassSystemKey(message);
+    // Some systems open the menu when Alt goes up and they have seen no other key.
+    if (message.message == WM_SYSKEYDOWN)
+        DefWindowProcW(frame, message.message, message.wParam, message.lParam);
+    return true;
 }
 
 }  // namespace tobbin

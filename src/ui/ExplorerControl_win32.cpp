@@ -76,6 +76,9 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_LBUTTONDBLCLK:
             SplitterPlace(kFirstTreeWidth);
             return 0;
+        case ListPane::kKeyDone:
+            m_list.OnKeyDone();
+            return 0;
         case WM_TIMER:
             m_drops.OnTimer();
             return 0;

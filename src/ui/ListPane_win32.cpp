@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
@@ -211,13 +210,22 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
             m_delegate.OnColumnResized();
             return 0;
         case LVN_KEYDOWN:
-            return m_delegate.OnListKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
+            return OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
         case NM_SETFOCUS:
             m_delegate.OnListFocused();
             return 0;
         default:
             return 0;
     }
+}
+
+// Some systems redraw each row that is selected, even one that is not in view.
+bool ListPane::OnKey(UINT key) {
+    if ((key == VK_HOME || key == VK_END) && GetKeyState(VK_SHIFT) < 0 && !m_keyPause) {
+        m_keyPause.emplace(m_handle);
+        PostMessageW(GetParent(m_handle), kKeyDone, 0, 0);
+    }
+    return m_delegate.OnListKey(key);
 }
 
 void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/DrawingPause_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "ui/ListBackground_win32.h"
 
@@ -54,6 +55,9 @@ class ListPane {
 
     LRESULT OnNotify(NMHDR& header);
     void OnDpiChanged();
+    // What the parent gets when a key has been dealt with, and hands on.
+    static constexpr UINT kKeyDone = WM_APP + 0x51;
+    void OnKeyDone() { m_keyPause.reset(); }
     void OnDestroy() { m_handle = nullptr; }
 
     // The headings; the last of several columns is one of numbers, on the right.
@@ -86,6 +90,7 @@ class ListPane {
 
  private:
     void SetState(int row, UINT state, UINT mask);
+    bool OnKey(UINT key);
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
     LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
@@ -98,7 +103,8 @@ class ListPane {
     ListBackground m_background;
     int m_columns = 0;
     bool m_controlShowsEmptyText = false;
-    bool m_selecting = false;  // many rows: their delegate hears of it once
+    std::optional<DrawingPause> m_keyPause;  // while a key selects very many rows
+    bool m_selecting = false;                // many rows: their delegate hears of it once
 };
 
 }  // namespace tobbin

@@ -182,7 +182,9 @@ class Editing(unittest.TestCase):
                 self.until(lambda: [row[0] for row in rows()[4:6]], [shown] * 2)
                 self.assertEqual([ranks()[numbers[row] - 1] for row in (3, 4, 5, 6)],
                                  ["2", written, written, "2"])
-            keys(*["alt+BackSpace"] * 4)
+            keys(*["alt+BackSpace"] * 3, "Up")  # which is the list's, not a menu's
+            self.until(chosen, [rows()[4][2]])
+            keys("alt+BackSpace")
             self.until(CATALOGUE.read_bytes, before)
 
     def test_3_sorts_and_jumps_to_what_is_typed(self):
