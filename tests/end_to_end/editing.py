@@ -190,16 +190,21 @@ class Editing(unittest.TestCase):
     def test_3_sorts_and_jumps_to_what_is_typed(self):
         with Program() as self.program:
             driver("open", "New")
-            names = sorted((row[2] for row in rows()), key=str.lower)
+            # Two names differ by their case only: their order is free.
+            names = sorted(row[2].lower() for row in rows())
             click("row", 2)
             song = chosen()
-            for text in ("Name    --   ", "Name    --   ", "By Rank -- best to worst",
-                         "By Rank -- worst to best", "Name    --   "):
-                click("heading", 0)
+            x, y = map(int, where("heading", 0))
+            for step, (text, order) in enumerate((
+                    ("Name    --   ", names), ("Name    --   ", names[::-1]),
+                    ("By Rank -- best to worst", None), ("By Rank -- worst to best", None),
+                    ("Name    --   ", names))):
+                # Two quick clicks on one place would be a double click.
+                mouse("mousemove", x + 30 * (step % 2), y, "click", 1)
                 self.until(heading, text)
+                if order:
+                    self.until(lambda: [row[2].lower() for row in rows()], order)
                 self.until(chosen, song)
-            # Two names differ by their case only: their order is free.
-            self.assertEqual([row[2].lower() for row in rows()], [name.lower() for name in names])
             names = [row[2] for row in rows()]
             click("row", 0)
             keys("End")
