@@ -4,7 +4,6 @@
 #include <new>
 
 #include "jukebox/JukeboxFile.h"
-
 #include "tags/MP3TagEditor.h"
 #include "unit/shell/FrameFixture.h"
 
@@ -18,6 +17,9 @@ void* operator new(std::size_t size) {
     if (memory == nullptr)
         throw std::bad_alloc();
     return memory;
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size);
 }
 void operator delete(void* memory) noexcept {
     std::free(memory);
