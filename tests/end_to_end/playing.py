@@ -164,7 +164,10 @@ class Playing(unittest.TestCase):
                         driver("press", "#32770", "OK", "*C:\\Tobbin\\winamp265_lite.exe*")
                         driver("gone", "#32770", "10")
                 self.assertEqual(freeze.wait(90), 0)
-                driver("thaw", "frmSearching")
+                try:
+                    driver("thaw", "frmSearching")
+                except AssertionError:
+                    pass  # seen, but it ended before it was held
                 driver("gone", "frmSearching", "60")
                 driver("end", "Winamp v1.x")  # what ran as the installer
                 behave()
