@@ -5,7 +5,7 @@
 #define IDI_JUKEBOX 2
 
 // Strips of pictures: the number named is that of the strip of 16 pixels, the next ones are those
-// of 24 and 32.
+// of 20, 24, 32 and 48.
 #define IDB_TOOLBAR 110
 #define IDB_RANKS 120
 #define IDB_FOLDERS 130

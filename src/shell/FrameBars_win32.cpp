@@ -16,7 +16,7 @@ namespace {
 
 // Pixels at 96 to the inch.
 constexpr int kJukeboxPartWidth = 200;
-constexpr int kSelectionPartWidth = 240;
+constexpr int kSelectionPartWidth = 300;
 
 int HeightOf(HWND window) {
     RECT place = {};

@@ -28,6 +28,10 @@ std::string SelectionText(const JukeboxWindow& window) {
     const std::size_t selected = window.HasView() ? window.View().SelectedCount() : 0;
     if (selected > 0)
         text += ", " + GroupedNumber(selected) + " selected";
+    if (selected != 1)
+        return text;
+    if (const std::size_t row = window.View().SelectedRows().front(); row < window.RowCount())
+        text += ", " + window.List().RankText(row);
     return text;
 }
 

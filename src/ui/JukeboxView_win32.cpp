@@ -360,6 +360,10 @@ std::optional<std::size_t> JukeboxMdiChild::MaybeRowBeginningWith(const std::str
     return m_controller.MaybeRowBeginningWith(text, start);
 }
 
+std::string JukeboxMdiChild::RowSpoken(std::size_t row) const {
+    return m_controller.RowSpoken(row);
+}
+
 std::string JukeboxMdiChild::EmptyText() const {
     return m_controller.EmptyText();
 }

@@ -87,6 +87,7 @@ class JukeboxMdiChild : public WindowBase,
     int RowImage(std::size_t row) const override;
     std::optional<std::size_t> MaybeRowBeginningWith(const std::string& text,
                                                      std::size_t start) const override;
+    std::string RowSpoken(std::size_t row) const override;
     std::string EmptyText() const override;
     void OnRowsSelected() override;
     void OnListFocused() override;

@@ -334,7 +334,15 @@ void JukeboxWindow::OnFolderRemoving(Folder& folder) {
     m_host.OnSelectionChanged(*this);
 }
 
+void JukeboxWindow::OnFolderTextChanged(Folder& /*folder*/) {
+    m_host.OnSelectionChanged(*this);
+}
+
 void JukeboxWindow::OnSongsChanged(Folder& /*folder*/) {
+    m_host.OnSelectionChanged(*this);
+}
+
+void JukeboxWindow::OnRanksChanged() {
     m_host.OnSelectionChanged(*this);
 }
 

@@ -143,6 +143,7 @@ class JukeboxWindow : private JukeboxListener {
     std::size_t RowCount() const { return List().RowCount(); }
     std::string RowText(std::size_t row, int column) const { return List().RowText(row, column); }
     int RowImage(std::size_t row) const { return List().RowImage(row); }
+    std::string RowSpoken(std::size_t row) const { return List().RowSpoken(row); }
     std::string EmptyText() const { return List().EmptyText(); }
     std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
                                                      std::size_t start) const {
@@ -174,7 +175,9 @@ class JukeboxWindow : private JukeboxListener {
 
     void OnFolderAdded(Folder& folder) override;
     void OnFolderRemoving(Folder& folder) override;
+    void OnFolderTextChanged(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;
+    void OnRanksChanged() override;
 
     EditingTools m_tools;
     Jukebox& m_jukebox;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "ui/SelectionColor_win32.h"
+#include "ui/PaneColors_win32.h"
 
 namespace tobbin {
 namespace {

@@ -6,14 +6,16 @@
 #include <cwchar>
 
 #include "platform/ImageStrip_win32.h"
+#include "platform/SpokenNames_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
-#include "ui/SelectionColor_win32.h"
+#include "ui/PaneColors_win32.h"
 
 namespace tobbin {
 namespace {
 
+constexpr wchar_t kName[] = L"Songs";
 constexpr int kNumberColumnWidth = 72;  // pixels at 96 to the inch
 constexpr int kSmallestNameWidth = 120;
 constexpr int kEmptyTextMargin = 12;
@@ -22,7 +24,7 @@ constexpr int kEmptyTextMargin = 12;
 
 bool ListPane::Create(HWND parent, int number) {
     m_handle =
-        CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"Songs",
+        CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, kName,
                         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | LVS_REPORT |
                             LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
                         0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
@@ -32,11 +34,43 @@ bool ListPane::Create(HWND parent, int number) {
     ListView_SetExtendedListViewStyle(
         m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     m_background.Attach(m_handle);
+    SetWindowSubclass(m_handle, &Speak, 0, reinterpret_cast<DWORD_PTR>(this));
+    NameWindow(m_handle, kName);
     OnDpiChanged();
     return true;
 }
 
+void ListPane::OnDestroy() {
+    RemoveWindowSubclass(m_handle, &Speak, 0);
+    if (m_spoken != nullptr)
+        m_spoken->Forget();
+    m_handle = nullptr;
+}
+
+LRESULT CALLBACK ListPane::Speak(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR self) {
+    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
+        if (const LRESULT object = reinterpret_cast<ListPane*>(self)->OnGetObject(wParam);
+            object != 0)
+            return object;
+    return DefSubclassProc(list, message, wParam, lParam);
+}
+
+LRESULT ListPane::OnGetObject(WPARAM wParam) {
+    if (m_spoken == nullptr)
+        m_spoken = SpokenList::Make(m_handle, kName,
+                                    {[this] { return m_delegate.RowCount(); },
+                                     [this](std::size_t row) { return m_delegate.RowSpoken(row); },
+                                     [this] { return m_delegate.EmptyText(); }});
+    return m_spoken != nullptr ? LresultFromObject(IID_IAccessible, wParam, m_spoken.get()) : 0;
+}
+
 void ListPane::OnDpiChanged() {
+    const auto dpi = static_cast<int>(GetDpiForWindow(m_handle));
+    for (int i = 0; i < m_columns && dpi != m_dpi; ++i)
+        ListView_SetColumnWidth(m_handle, i,
+                                MulDiv(ListView_GetColumnWidth(m_handle, i), dpi, m_dpi));
+    m_dpi = dpi;
     UniqueImageList icons = LoadImageStrip(IDB_RANKS, m_handle);
     ListView_SetImageList(m_handle, icons.Get(), LVSIL_SMALL);
     m_icons = std::move(icons);
@@ -292,7 +326,7 @@ void ListPane::PaintEmptyText(HDC dc) const {
     InflateRect(&place, -margin, 0);
     const int saved = SaveDC(dc);
     SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
-    SetTextColor(dc, GetSysColor(m_background.IsShown() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    SetTextColor(dc, m_background.IsShown() ? GetSysColor(COLOR_WINDOWTEXT) : QuietTextColor());
     SetBkMode(dc, TRANSPARENT);
     DrawTextW(dc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
               DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);

@@ -12,6 +12,7 @@
 #include "platform/DrawingPause_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "ui/ListBackground_win32.h"
+#include "ui/SpokenList_win32.h"
 
 namespace tobbin {
 
@@ -28,6 +29,8 @@ class ListPaneDelegate {
                                                              std::size_t /*start*/) const {
         return std::nullopt;
     }
+    // A row as a screen reader says it.
+    virtual std::string RowSpoken(std::size_t row) const { return RowText(row, 0); }
     // What stands in the pane while it has no row.
     virtual std::string EmptyText() const { return {}; }
 
@@ -58,7 +61,7 @@ class ListPane {
     // What the parent gets when a key has been dealt with, and hands on.
     static constexpr UINT kKeyDone = WM_APP + 0x51;
     void OnKeyDone() { m_keyPause.reset(); }
-    void OnDestroy() { m_handle = nullptr; }
+    void OnDestroy();
 
     // The headings; the last of several columns is one of numbers, on the right.
     void SetColumns(const std::vector<std::string>& headings);
@@ -90,6 +93,9 @@ class ListPane {
 
  private:
     void SetState(int row, UINT state, UINT mask);
+    static LRESULT CALLBACK Speak(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                  DWORD_PTR self);
+    LRESULT OnGetObject(WPARAM wParam);
     bool OnKey(UINT key);
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
@@ -101,7 +107,9 @@ class ListPane {
     HWND m_handle = nullptr;
     UniqueImageList m_icons;
     ListBackground m_background;
+    ComPtr<SpokenList> m_spoken;  // made when a screen reader asks for it
     int m_columns = 0;
+    int m_dpi = 96;  // of the screen that the columns' widths are for
     bool m_controlShowsEmptyText = false;
     std::optional<DrawingPause> m_keyPause;  // while a key selects very many rows
     bool m_selecting = false;                // many rows: their delegate hears of it once

@@ -1,6 +1,9 @@
 #include "ui/PopUpMenus_win32.h"
 
+#include <string>
+
 #include "platform/ImageStrip_win32.h"
+#include "platform/SpokenNames_win32.h"
 #include "resource.h"
 #include "ui/JukeboxWindow.h"
 
@@ -31,6 +34,13 @@ UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
     return bitmap;
 }
 
+std::wstring RankName(int rank) {
+    return L"Rank " + std::to_wstring(rank) + L" of 6" +
+           (rank == 1   ? L", best"
+            : rank == 6 ? L", worst"
+                        : L"");
+}
+
 }  // namespace
 
 PopUpMenu::PopUpMenu(int pane, HWND window)
@@ -41,6 +51,11 @@ PopUpMenu::PopUpMenu(int pane, HWND window)
                                                                              : IDR_SONG_POPUP))) {
     if (pane != static_cast<int>(Pane::Tree))
         AddRankPictures(window);
+    MENUINFO pictures = {};
+    pictures.cbSize = sizeof(pictures);
+    pictures.fMask = MIM_STYLE;
+    pictures.dwStyle = MNS_CHECKORBMP;  // where ticks would be: nothing is ticked here
+    SetMenuInfo(Handle(), &pictures);
 }
 
 // The ranks between best and worst have nothing but their pictures. Without a text an entry of the
@@ -61,6 +76,7 @@ void PopUpMenu::AddRankPictures(HWND window) {
             info.dwTypeData = noText;
         }
         SetMenuItemInfoW(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry), FALSE, &info);
+        NameMenuItem(Handle(), entry - 1, RankName(entry - kBestEntry + 1).c_str());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "jukebox/SpecialFolders.h"
 #include "util/LowerCaseSearch.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
@@ -11,6 +12,7 @@ constexpr int kKeyColumn = 1;
 // Pictures of songs.
 constexpr int kMissingImage = 0;
 constexpr int kWorstRankImage = 2;
+constexpr int kBestRankImage = 7;
 
 }  // namespace
 
@@ -35,15 +37,33 @@ int SongList::RowImage(std::size_t row) const {
                                                        : m_catalogue.Rank(song.recordNumber);
 }
 
+std::string SongList::RankText(std::size_t row) const {
+    const int image = RowImage(row);
+    if (image < kWorstRankImage)
+        return image == kMissingImage ? "missing" : "no rank";
+    return "rank " + std::to_string(kBestRankImage - image + 1) + " of 6";
+}
+
+std::string SongList::RowSpoken(std::size_t row) const {
+    return RowText(row, 0) + ", " + RankText(row) + ", " + GroupedNumber(row + 1) + " of " +
+           GroupedNumber(RowCount());
+}
+
 std::string SongList::EmptyText() const {
     if (m_maybeFolder == nullptr)
-        return "Select a folder on the left to see its songs.";
+        return m_jukebox.RootCount() > 0
+                   ? "Select a folder on the left to see its songs."
+                   : "This jukebox has no folders. Open or make another one in the File menu.";
     if (m_maybeFolder->ChildCount() > 0)
         return "This folder holds no songs of its own. Open one of the folders in it.";
-    return IsSpecialFolder(*m_maybeFolder)
-               ? "There are no songs in this folder yet."
-               : "There are no songs in this folder yet. Copy songs from another folder and paste "
-                 "them here.";
+    if (!IsSpecialFolder(*m_maybeFolder))
+        return "There are no songs in this folder yet. Copy songs from another folder and paste "
+               "them here, or drop MP3 files on it.";
+    return m_maybeFolder->Text() == kAllSongs
+               ? "No songs were found yet. Choose one of the two \"Bring In New Songs\" in the "
+                 "Songs menu, or drop MP3 files here."
+               : "There are no songs in this folder. It is filled when new songs are brought in: "
+                 "see the Songs menu.";
 }
 
 std::optional<std::size_t> SongList::MaybeRowBeginningWith(const SystemText& system,

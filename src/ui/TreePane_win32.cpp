@@ -5,9 +5,10 @@
 #include "jukebox/SpecialFolders.h"
 #include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
+#include "platform/SpokenNames_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
-#include "ui/SelectionColor_win32.h"
+#include "ui/PaneColors_win32.h"
 
 namespace tobbin {
 namespace {
@@ -59,6 +60,7 @@ bool TreePane::Create(HWND parent, int number) {
     if (m_handle == nullptr)
         return false;
     TreeView_SetExtendedStyle(m_handle, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    NameWindow(m_handle, L"Folders");
     OnDpiChanged();
     if (Folder* const first = m_jukebox.Next(nullptr); first != nullptr)
         Insert(*first, nullptr);

@@ -136,6 +136,22 @@ TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
     EXPECT_EQ(CellText(1, 0), "song 2.mp3");
     EXPECT_EQ(CellText(1, 1), "2");
     EXPECT_EQ(RowImage(1), 4);
+    const ComApartment com;
+    void* spoken = nullptr;
+    ASSERT_EQ(AccessibleObjectFromWindow(List(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                         &spoken),
+              S_OK);
+    const ComPtr<IAccessible> rows(static_cast<IAccessible*>(spoken));
+    VARIANT row = {};
+    row.vt = VT_I4;
+    for (const wchar_t* text :
+         {L"Songs", L"song 1.mp3, rank 5 of 6, 1 of 3", L"song 2.mp3, rank 4 of 6, 2 of 3"}) {
+        BSTR name = nullptr;
+        EXPECT_EQ(rows->get_accName(row, &name), S_OK);
+        EXPECT_STREQ(name, text);
+        SysFreeString(name);
+        ++row.lVal;
+    }
     window.SelectRows({0, 2});
     EXPECT_EQ(window.SelectedRows(), (std::vector<std::size_t>{0, 2}));
     AddSongs(jukebox.Root(0), 1);  // while they are shown

@@ -117,6 +117,8 @@ TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {
     EXPECT_EQ(JukeboxText(window.Model()), "35 folders, 3 songs");
     frame.children[0].view->rows = {0, 1};
     EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 2 selected");
+    frame.children[0].view->rows = {1};
+    EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 1 selected, rank 6 of 6");
 }
 
 }  // namespace

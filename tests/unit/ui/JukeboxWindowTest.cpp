@@ -47,8 +47,10 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowText(1, 1), "2");
     application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
+    EXPECT_EQ(window.RowSpoken(1), "b.mp3, rank 1 of 6, 2 of 3");
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);
+    EXPECT_EQ(window.RowSpoken(1), "b.mp3, missing, 2 of 3");
 }
 
 TEST_F(JukeboxWindowTest, MarksASongThatTheCatalogueLacksAsMissing) {

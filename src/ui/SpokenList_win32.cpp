@@ -1,0 +1,164 @@
+#include "ui/SpokenList_win32.h"
+
+#include <utility>
+
+#include "platform/Wide_win32.h"
+
+namespace tobbin {
+namespace {
+
+HRESULT Give(const std::wstring& text, BSTR* result) {
+    *result = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return *result != nullptr ? S_OK : E_OUTOFMEMORY;
+}
+
+bool IsSelf(const VARIANT& child) {
+    return child.vt == VT_I4 && child.lVal == CHILDID_SELF;
+}
+
+}  // namespace
+
+SpokenList::SpokenList(ComPtr<IAccessible> system, std::wstring name, Texts texts)
+    : m_system(std::move(system)), m_name(std::move(name)), m_texts(std::move(texts)) {}
+
+ComPtr<SpokenList> SpokenList::Make(HWND list, const std::wstring& name, Texts texts) {
+    void* system = nullptr;
+    if (FAILED(CreateStdAccessibleObject(list, OBJID_CLIENT, IID_IAccessible, &system)) ||
+        system == nullptr)
+        return nullptr;
+    return ComPtr<SpokenList>(new SpokenList(ComPtr<IAccessible>(static_cast<IAccessible*>(system)),
+                                             name, std::move(texts)));
+}
+
+HRESULT SpokenList::QueryInterface(REFIID id, void** object) {
+    if (id == IID_IUnknown || id == IID_IDispatch || id == IID_IAccessible) {
+        *object = static_cast<IAccessible*>(this);
+        AddRef();
+        return S_OK;
+    }
+    if (id == IID_IEnumVARIANT || id == IID_IOleWindow)
+        return m_system->QueryInterface(id, object);
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+ULONG SpokenList::Release() {
+    const ULONG left = --m_references;
+    if (left == 0)
+        delete this;
+    return left;
+}
+
+HRESULT SpokenList::get_accName(VARIANT child, BSTR* name) {
+    if (IsSelf(child))
+        return Give(m_name, name);
+    if (child.vt != VT_I4 || child.lVal < 1 || static_cast<std::size_t>(child.lVal) > RowCount())
+        return m_system->get_accName(child, name);
+    return Give(Wide(m_texts.row(static_cast<std::size_t>(child.lVal - 1))), name);
+}
+
+HRESULT SpokenList::get_accDescription(VARIANT child, BSTR* text) {
+    if (IsSelf(child) && m_texts.empty && RowCount() == 0)
+        return Give(Wide(m_texts.empty()), text);
+    return m_system->get_accDescription(child, text);
+}
+
+HRESULT SpokenList::get_accChildCount(LONG* count) {
+    *count = static_cast<LONG>(RowCount());
+    return S_OK;
+}
+
+// The rest is the system's.
+
+HRESULT SpokenList::GetTypeInfoCount(UINT* count) {
+    return m_system->GetTypeInfoCount(count);
+}
+
+HRESULT SpokenList::GetTypeInfo(UINT number, LCID locale, ITypeInfo** info) {
+    return m_system->GetTypeInfo(number, locale, info);
+}
+
+HRESULT SpokenList::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
+                                  DISPID* ids) {
+    return m_system->GetIDsOfNames(id, names, count, locale, ids);
+}
+
+HRESULT SpokenList::Invoke(DISPID member, REFIID id, LCID locale, WORD flags,
+                           DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                           UINT* wrong) {
+    return m_system->Invoke(member, id, locale, flags, parameters, result, exception, wrong);
+}
+
+HRESULT SpokenList::get_accParent(IDispatch** parent) {
+    return m_system->get_accParent(parent);
+}
+
+HRESULT SpokenList::get_accChild(VARIANT child, IDispatch** object) {
+    return m_system->get_accChild(child, object);
+}
+
+HRESULT SpokenList::get_accValue(VARIANT child, BSTR* value) {
+    return m_system->get_accValue(child, value);
+}
+
+HRESULT SpokenList::get_accRole(VARIANT child, VARIANT* role) {
+    return m_system->get_accRole(child, role);
+}
+
+HRESULT SpokenList::get_accState(VARIANT child, VARIANT* state) {
+    return m_system->get_accState(child, state);
+}
+
+HRESULT SpokenList::get_accHelp(VARIANT child, BSTR* help) {
+    return m_system->get_accHelp(child, help);
+}
+
+HRESULT SpokenList::get_accHelpTopic(BSTR* file, VARIANT child, LONG* topic) {
+    return m_system->get_accHelpTopic(file, child, topic);
+}
+
+HRESULT SpokenList::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) {
+    return m_system->get_accKeyboardShortcut(child, shortcut);
+}
+
+HRESULT SpokenList::get_accFocus(VARIANT* child) {
+    return m_system->get_accFocus(child);
+}
+
+HRESULT SpokenList::get_accSelection(VARIANT* children) {
+    return m_system->get_accSelection(children);
+}
+
+HRESULT SpokenList::get_accDefaultAction(VARIANT child, BSTR* action) {
+    return m_system->get_accDefaultAction(child, action);
+}
+
+HRESULT SpokenList::accSelect(LONG flags, VARIANT child) {
+    return m_system->accSelect(flags, child);
+}
+
+HRESULT SpokenList::accLocation(LONG* left, LONG* top, LONG* width, LONG* height, VARIANT child) {
+    return m_system->accLocation(left, top, width, height, child);
+}
+
+HRESULT SpokenList::accNavigate(LONG direction, VARIANT start, VARIANT* end) {
+    return m_system->accNavigate(direction, start, end);
+}
+
+HRESULT SpokenList::accHitTest(LONG left, LONG top, VARIANT* child) {
+    return m_system->accHitTest(left, top, child);
+}
+
+HRESULT SpokenList::accDoDefaultAction(VARIANT child) {
+    return m_system->accDoDefaultAction(child);
+}
+
+HRESULT SpokenList::put_accName(VARIANT child, BSTR name) {
+    return m_system->put_accName(child, name);
+}
+
+HRESULT SpokenList::put_accValue(VARIANT child, BSTR value) {
+    return m_system->put_accValue(child, value);
+}
+
+}  // namespace tobbin
