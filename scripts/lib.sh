@@ -86,7 +86,7 @@ use_prefix() {
 use_display() {
     [ "${1:-}" != own ] && [ -n "${DISPLAY:-}" ] && return
     mkdir -p "$root/build"
-    local answer=$root/build/display-number.$$
+    local answer=$root/build/display-number.$BASHPID
     rm -f "$answer"
     Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -noreset 3>"$answer" >/dev/null 2>&1 &
     display_process=$!
