@@ -40,9 +40,8 @@ StartUp::StartUp(Application& application, StartUpView& view)
 bool StartUp::Run() {
     CheckRuntimeLibrary();
     m_application.LongWork().Window(&m_view.LoadSplash());
-    const bool canWork = PrepareDataFolders();
+    const bool canWork = PrepareDataFolders() && PrepareSettings();
     if (canWork) {
-        PrepareSettings();
         FindPlayer();
         PrepareCatalogue();
         OpenFirstJukebox();
@@ -88,27 +87,35 @@ bool StartUp::PrepareDataFolders() {
     return true;
 }
 
-void StartUp::PrepareSettings() {
+// Settings that can't be read, or that can't be kept aside when they are damaged, are no reason to
+// write new ones over them: nobody could go on without settings and save none.
+bool StartUp::PrepareSettings() {
     clsINI& settings = m_application.Settings();
     const std::string path = settings.SettingsPath();
-    const LoadResult result = FileExists(m_outside.disk, path)
-                                  ? settings.GetandLoadIniInfo(path)
-                                  : LoadResult{LoadOutcome::NotThere, {}};
+    const LoadResult result = settings.GetandLoadIniInfo(path);
     if (result.outcome == LoadOutcome::Loaded) {
         UseOwnDataFolderIfTheirsIsGone();
-        return;
+        return true;
     }
-    std::string message = result.message;
-    if (result.outcome != LoadOutcome::NotThere) {
-        std::string keptAs;
-        const DiskStatus status = KeepDamagedFileAside(m_outside.disk, path, keptAs);
-        message += status.Ok()
-                       ? "  The file is kept as \"" + keptAs + "\", and new settings are made."
-                       : "  Tobbin goes on with new settings.";
+    std::string keptAs;
+    DiskStatus status;
+    if (result.outcome == LoadOutcome::Damaged)
+        status = KeepDamagedFileAside(m_outside.disk, path, keptAs);
+    if (result.outcome == LoadOutcome::Unreadable || !status.Ok()) {
+        m_outside.dialogs.Tell(
+            result.message +
+                (status.Ok() ? "" : "  The file can't be kept aside: " + status.Reason() + ".") +
+                "  Tobbin leaves it as it is and ends.  Close the program that uses the file, or "
+                "get the right to change it, and start Tobbin again.",
+            BoxIcon::Stop);
+        return false;
     }
     settings.CreateNewIniFile(path);
-    if (!message.empty())
-        m_outside.dialogs.Tell(message, BoxIcon::Warning);
+    if (result.outcome == LoadOutcome::Damaged)
+        m_outside.dialogs.Tell(
+            result.message + "  The file is kept as \"" + keptAs + "\", and new settings are made.",
+            BoxIcon::Warning);
+    return true;
 }
 
 // The program's folder was moved, or copied to another computer, with its data.

@@ -45,7 +45,7 @@ class StartUp {
  private:
     void CheckRuntimeLibrary();
     bool PrepareDataFolders();
-    void PrepareSettings();
+    bool PrepareSettings();
     void UseOwnDataFolderIfTheirsIsGone();
     bool PlayerIsThere();
     void FindPlayer();

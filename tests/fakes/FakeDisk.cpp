@@ -64,7 +64,7 @@ std::string FakeDisk::Key(const std::string& path) {
 
 std::string FakeDisk::Resolve(const std::string& path) const {
     std::string key = Key(path);
-    for (int hops = 0; hops < 64; ++hops) {
+    for (int hops = 0; m_hasLinks && hops < 64; ++hops) {
         bool followed = false;
         for (std::size_t end = key.find('\\'); !followed; end = key.find('\\', end + 1)) {
             const std::string part = key.substr(0, end);
@@ -153,22 +153,26 @@ std::map<std::string, std::string> FakeDisk::Everything() const {
 }
 
 void FakeDisk::WriteTo(const ContentHandle& content, std::uint64_t offset, std::string_view bytes) {
-    Unflushed& unflushed = m_unflushed.try_emplace(content, Unflushed{*content, {}}).first->second;
-    constexpr std::size_t kPiece = 64;  // bytes that reach the disk together
-    for (std::size_t at = 0; at < bytes.size(); at += kPiece)
-        unflushed.writes.emplace_back(offset + at, bytes.substr(at, kPiece));
+    Unflushed& unflushed = m_unflushed[content];
+    if (unflushed.writes.empty())
+        unflushed.durable = *content;
+    unflushed.writes.emplace_back(offset, bytes);
     Put(*content, offset, bytes);
 }
 
 void FakeDisk::LosePower(std::uint32_t seed) {
     std::mt19937 chance(seed);
     for (auto& [content, unflushed] : m_unflushed) {
-        std::shuffle(unflushed.writes.begin(), unflushed.writes.end(), chance);
-        unflushed.writes.resize(chance() % (unflushed.writes.size() + 1));
+        constexpr std::size_t kPiece = 64;  // bytes that reach the disk together
+        std::vector<std::pair<std::uint64_t, std::string_view>> pieces;
+        for (const auto& [offset, bytes] : unflushed.writes)
+            for (std::size_t at = 0; at < bytes.size(); at += kPiece)
+                pieces.emplace_back(offset + at, std::string_view(bytes).substr(at, kPiece));
+        std::shuffle(pieces.begin(), pieces.end(), chance);
+        pieces.resize(chance() % (pieces.size() + 1));
         *content = unflushed.durable;
-        for (const auto& [offset, bytes] : unflushed.writes) {
+        for (const auto& [offset, bytes] : pieces)
             Put(*content, offset, bytes);
-        }
     }
     m_unflushed.clear();
     Heal();
@@ -192,6 +196,7 @@ void FakeDisk::DenyListing(const std::string& folder) {
 
 void FakeDisk::AddLink(const std::string& link, const std::string& target) {
     Add(link, true).linkTo = Key(target);
+    m_hasLinks = true;
 }
 
 void FakeDisk::SetId(const std::string& folder, const FolderId& id) {

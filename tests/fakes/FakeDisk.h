@@ -95,6 +95,7 @@ class FakeDisk : public Disk {
 
     std::map<std::string, Node> m_nodes;
     std::map<ContentHandle, Unflushed> m_unflushed;
+    bool m_hasLinks = false;
     std::uint64_t m_nextId = 1;
     std::int64_t m_now = 1'000'000'000;
     std::vector<std::string> m_log;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iostream>
 #include <optional>
 
 #include "fakes/FakeOutside.h"
@@ -222,6 +223,47 @@ TEST_F(StartUpTest, DamagedSettingsAreKeptAsideAndMadeAnew) {
     EXPECT_NE(Boxes()[0].find("TheOrganizer.bad"), std::string::npos);
     EXPECT_EQ(application->Settings().NumerOfRecordsInTheMain(), 1);
     EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+}
+
+TEST_F(StartUpTest, SettingsThatCanNotBeReadAreNeverReplaced) {
+    Run();
+    SaveJukebox("C:\\App\\Grouping\\mine.juk");
+    const auto before = fake.disk.Everything();
+    for (const DiskError error : {DiskError::SharingViolation, DiskError::AccessDenied}) {
+        fake.dialogs.boxes.clear();
+        fake.disk.Lock(kSettings, error);
+        fake.disk.onPause = [this, pauses = 0]() mutable {  // let go of, but too late
+            if (++pauses == 110)
+                fake.disk.Unlock(kSettings);
+        };
+        EXPECT_FALSE(Run());
+        EXPECT_EQ(fake.disk.Everything(), before);
+        ASSERT_EQ(Boxes().size(), 1U);
+        EXPECT_NE(Boxes()[0].find("TheOrganizer.ini\" can't be read"), std::string::npos);
+        EXPECT_EQ(view.seen, (Lines{"splash", "splash gone"}));
+    }
+    fake.disk.Unlock(kSettings);
+
+    // Nor with any one operation of a start failing; damaged ones are there or kept aside.
+    const std::string damaged = "list\r\n\r\nmany\r\n";
+    for (const bool isDamaged : {false, true}) {
+        int operation = 0;
+        do {
+            for (const auto& [path, content] : before)
+                fake.disk.AddFile(path, content);
+            if (isDamaged)
+                fake.disk.AddFile(kSettings, damaged);
+            fake.disk.FailAt(++operation, DiskError::AccessDenied, true);
+            Run();
+            int kept = 0;
+            for (const auto& [path, content] : fake.disk.Everything())
+                kept += isDamaged ? content == damaged
+                                  : content.find("mine.juk\r\n") != std::string::npos;
+            EXPECT_EQ(kept, 1) << operation << fake.disk.Log().back();
+            fake.disk.Erase("C:\\App\\Grouping\\System");
+        } while (fake.disk.HasFailed());
+        std::cout << operation - 1 << " faults\n";
+    }
 }
 
 TEST_F(StartUpTest, SettingsOfFourLinesAndAWrongCountLoseNothing) {
