@@ -68,29 +68,50 @@ bool WindowBase::Create(const ClassLook& look, const std::string& caption,
 }
 
 LRESULT WindowBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    return Default(message, wParam, lParam);
+    switch (message) {
+        case WM_CREATE:
+            return OnCreate() ? 0 : -1;
+        case WM_DESTROY:
+            OnDestroy();
+            return 0;
+        default:
+            return Default(message, wParam, lParam);
+    }
 }
 
 LRESULT WindowBase::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(m_handle, message, wParam, lParam);
 }
 
-LRESULT CALLBACK WindowBase::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        WindowBase* const creator = CreatorOf(lParam);
+HWND WindowBase::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
+                            int number) {
+    return CreateWindowExW(0, windowClass, text, WS_CHILD | style, 0, 0, 0, 0, m_handle,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
+                           GetModuleHandleW(nullptr), nullptr);
+}
+
+WindowBase* WindowBase::MaybeOwner(HWND window, WindowBase* creator) {
+    if (creator != nullptr) {
         creator->m_handle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creator));
     }
-    auto* const self = reinterpret_cast<WindowBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr)  // before WM_NCCREATE
-        return DefWindowProcW(window, message, wParam, lParam);
-    const LRESULT result =
-        GuardedHandler([&] { return self->HandleMessage(message, wParam, lParam); });
+    return reinterpret_cast<WindowBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+LRESULT WindowBase::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = GuardedHandler([&] { return HandleMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        self->m_handle = nullptr;
+        SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
+        m_handle = nullptr;
     }
     return result;
+}
+
+LRESULT CALLBACK WindowBase::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    WindowBase* const self =
+        MaybeOwner(window, message == WM_NCCREATE ? CreatorOf(lParam) : nullptr);
+    return self != nullptr ? self->TakeMessage(message, wParam, lParam)
+                           : DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace tobbin

@@ -7,7 +7,7 @@
 namespace tobbin {
 
 // A window of the program's own: plain, child, MDI frame or MDI child. A derived class overrides
-// HandleMessage and hands on what it does not handle to Default.
+// HandleMessage and hands on what it does not handle to the one here.
 //
 // The object owns the window. When the window is destroyed from outside (its parent goes, the
 // person closes it) the object lives on without one; its owner releases it later, from its message
@@ -53,12 +53,26 @@ class WindowBase {
     bool Create(const ClassLook& look, const std::string& caption, const Placement& placement);
 
     // Every message of the window, from WM_NCCREATE to WM_NCDESTROY. An exception that gets out of
-    // it ends the program with a message.
+    // it ends the program with a message. The one here calls OnCreate and OnDestroy and leaves
+    // everything else to Default.
     virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // The window is there, not yet to be seen; false refuses it. And: it goes.
+    virtual bool OnCreate() { return true; }
+    virtual void OnDestroy() {}
 
     // What the system does with a message: DefWindowProcW unless a derived class says otherwise
     // (DefFrameProcW, DefMDIChildProcW).
     virtual LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // Adds a child control, of no size yet. Item finds it, or a dialog's, again by its number.
+    HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int number);
+    HWND Item(int number) const { return GetDlgItem(m_handle, number); }
+
+    // For window procedures: the object of a window, null while there is none. With the window's
+    // first message comes its `creator`, which it belongs to from then on.
+    static WindowBase* MaybeOwner(HWND window, WindowBase* creator);
+    LRESULT TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
     static LRESULT CALLBACK Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -107,9 +108,6 @@ LRESULT PlayerPanelWindow::Default(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE:
-            OnCreate();
-            return 0;
         case kLoad:
             m_panel.Load();
             return 0;
@@ -135,23 +133,13 @@ LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
         case WM_HSCROLL:
             OnScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam));
             return 0;
-        case WM_DESTROY:
-            OnDestroy();
-            return 0;
         default:
             break;
     }
-    return Default(message, wParam, lParam);
+    return WindowBase::HandleMessage(message, wParam, lParam);
 }
 
-HWND PlayerPanelWindow::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                                   int number) {
-    return CreateWindowExW(0, windowClass, text, WS_CHILD | style, 0, 0, 0, 0, Handle(),
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
-                           GetModuleHandleW(nullptr), nullptr);
-}
-
-void PlayerPanelWindow::OnCreate() {
+bool PlayerPanelWindow::OnCreate() {
     AddControl(L"BUTTON", L"&Play", WS_VISIBLE | WS_TABSTOP | WS_DISABLED, cmdPlayPause);
     AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS,
                lblStatus);
@@ -162,17 +150,14 @@ void PlayerPanelWindow::OnCreate() {
         AddControl(L"SCROLLBAR", bar.name, WS_VISIBLE | WS_TABSTOP | SBS_HORZ, bar.control);
     }
     OnDpiChanged();
+    return true;
 }
 
 void PlayerPanelWindow::OnDpiChanged() {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof(metrics);
-    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0,
-                               GetDpiForWindow(Handle()));
-    UniqueFont font(CreateFontIndirectW(&metrics.lfMessageFont));
+    UniqueFont font = MessageFont(Handle());
     for (HWND child = GetWindow(Handle(), GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT))
-        SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
+        UseFont(child, font);
     m_font = std::move(font);
     RECT client;
     GetClientRect(Handle(), &client);

@@ -54,18 +54,15 @@ class PlayerPanelWindow : public WindowBase, private PlayerPanelView {
     void SetTimer(bool enabled) override;
     void WorkIn(int milliseconds) override;
 
-    void OnCreate();
+    bool OnCreate() override;
     void OnDpiChanged();
     void OnSize(int width, int height);
     void OnFocus();
     void OnCommand(int control);
     void OnTimer(UINT_PTR timer);
     void OnScroll(HWND bar, int code);
-    void OnDestroy();
+    void OnDestroy() override;
     void LeavePlayer();
-
-    HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int number);
-    HWND Item(int control) const { return GetDlgItem(Handle(), control); }
 
     PlayerPanel m_panel;
     std::function<void()> m_closed = [] {};

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "jukebox/JukeboxFile.h"
+
 namespace tobbin {
 
 Application::Application(Outside& outside, ProgramFolders folders)
@@ -18,6 +20,16 @@ Application::Application(Outside& outside, ProgramFolders folders)
 
 Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
     return *m_jukeboxes.emplace_back(std::move(jukebox));
+}
+
+Jukebox* Application::MaybeLoadJukebox(const std::string& path) {
+    std::unique_ptr<Jukebox> loaded;
+    const LoadResult result =
+        LoadJukeboxFile(m_outside.disk, path, m_catalogue, m_outside.text, loaded);
+    if (loaded != nullptr)
+        return &AddJukebox(std::move(loaded));
+    m_outside.statusLine.Say(result.message);
+    return nullptr;
 }
 
 void Application::RemoveJukebox(Jukebox& jukebox) {

@@ -62,6 +62,8 @@ class Application : public OpenJukeboxes {
 
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
+    // The jukebox of a file; null where it can't be loaded, and the status line says why.
+    Jukebox* MaybeLoadJukebox(const std::string& path);
     void RemoveJukebox(Jukebox& jukebox);
     std::size_t Count() const override { return m_jukeboxes.size(); }
     Jukebox& At(std::size_t index) const override { return *m_jukeboxes[index]; }

@@ -85,25 +85,13 @@ bool JukeboxFiles::OpenPath(const std::string& chosen) {
         outside.dialogs.Tell(kAlreadyOpen);
         return false;
     }
-    Jukebox* const jukebox = MaybeLoad(path);
+    Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
     if (jukebox == nullptr)
         return false;
     m_view.OpenJukeboxWindow(*jukebox);
     NoteAsRecent(path);
     RefreshGroups(*jukebox);
     return true;
-}
-
-Jukebox* JukeboxFiles::MaybeLoad(const std::string& path) {
-    Outside& outside = m_application.TheOutside();
-    std::unique_ptr<Jukebox> loaded;
-    const LoadResult result =
-        LoadJukeboxFile(outside.disk, path, m_application.Catalogue(), outside.text, loaded);
-    if (loaded == nullptr) {
-        outside.statusLine.Say(result.message);
-        return nullptr;
-    }
-    return &m_application.AddJukebox(std::move(loaded));
 }
 
 // Songs have come to the catalogue since the jukebox was saved, or gone from it.
@@ -262,7 +250,7 @@ void JukeboxFiles::OfferRecovered() {
     const bool open =
         outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes;
     for (const std::string& path : paths) {
-        Jukebox* const jukebox = open ? MaybeLoad(path) : nullptr;
+        Jukebox* const jukebox = open ? m_application.MaybeLoadJukebox(path) : nullptr;
         if (jukebox != nullptr) {
             jukebox->FileLocation("");
             jukebox->IsFormDirty(true);

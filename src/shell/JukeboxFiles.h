@@ -43,7 +43,6 @@ class JukeboxFiles {
 
  private:
     bool OpenPath(const std::string& path);
-    Jukebox* MaybeLoad(const std::string& path);
     void RefreshGroups(Jukebox& jukebox);
     bool SaveTo(const std::string& path, JukeboxWindow& window);
     void WritePictureSettings(const std::string& path, const JukeboxWindow& window);

@@ -66,8 +66,8 @@ int Run() {
     outside.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
     if (!StartUp(application, windows).Run())
         return 1;
-    frame.OfferRecovered();
-    frame.OpenFiles(files);
+    frame.Contents().Commands().Files().OfferRecovered();
+    frame.Contents().OpenFiles(files);
     return outside.Events().RunUntilQuit();
 }
 

@@ -1,5 +1,6 @@
 #include "shell/Searching_win32.h"
 
+#include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 
@@ -29,7 +30,7 @@ void SearchingPopup::Open() {
         return;
     EnableWindow(m_owner, FALSE);
     ShowWindow(Handle(), SW_SHOW);
-    SetFocus(GetDlgItem(Handle(), cmdStop));
+    SetFocus(Item(cmdStop));
     UpdateWindow(Handle());
 }
 
@@ -41,16 +42,13 @@ void SearchingPopup::Close() {
 }
 
 void SearchingPopup::Show(const std::string& text) {
-    const HWND label = GetDlgItem(Handle(), lblSearching);
+    const HWND label = Item(lblSearching);
     SetWindowTextW(label, Wide(text).c_str());
     UpdateWindow(label);
 }
 
 LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE:
-            OnCreate();
-            return 0;
         case WM_COMMAND:
             m_stop = m_stop || LOWORD(wParam) == cmdStop;
             return 0;
@@ -58,32 +56,26 @@ LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
             m_stop = true;  // The search closes the window when it has ended.
             return 0;
         default:
-            return Default(message, wParam, lParam);
+            return WindowBase::HandleMessage(message, wParam, lParam);
     }
 }
 
-void SearchingPopup::OnCreate() {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof(metrics);
-    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0,
-                               GetDpiForWindow(Handle()));
-    m_font.Reset(CreateFontIndirectW(&metrics.lfMessageFont));
+bool SearchingPopup::OnCreate() {
+    m_font = MessageFont(Handle());
     RECT client;
     GetClientRect(Handle(), &client);
     const int margin = ScalePixels(12, Handle()), height = ScalePixels(24, Handle());
-    const auto add = [&](const wchar_t* windowClass, const wchar_t* text, DWORD style, int number,
-                         int x, int y, int width) {
-        const HWND control =
-            CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, x, y, width,
-                            height, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
-                            GetModuleHandleW(nullptr), nullptr);
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()), TRUE);
-    };
     const int button = ScalePixels(80, Handle());
-    add(L"STATIC", L"", SS_NOPREFIX | SS_CENTER, lblSearching, margin, margin,
-        client.right - 2 * margin);
-    add(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop, (client.right - button) / 2,
-        client.bottom - margin - height, button);
+    const HWND label =
+        AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTER, lblSearching);
+    const HWND stop =
+        AddControl(L"BUTTON", L"&Stop", WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
+    MoveWindow(label, margin, margin, client.right - 2 * margin, height, FALSE);
+    MoveWindow(stop, (client.right - button) / 2, client.bottom - margin - height, button, height,
+               FALSE);
+    UseFont(label, m_font);
+    UseFont(stop, m_font);
+    return true;
 }
 
 }  // namespace tobbin

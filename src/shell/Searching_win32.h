@@ -27,7 +27,7 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-    void OnCreate();
+    bool OnCreate() override;
 
     HWND m_owner;
     UniqueFont m_font;

@@ -54,9 +54,6 @@ bool Splash::Open() {
 
 LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE:
-            OnCreate();
-            return 0;
         case WM_SIZE:
             Layout();
             return 0;
@@ -78,26 +75,21 @@ LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOW));
             return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
         default:
-            return Default(message, wParam, lParam);
+            return WindowBase::HandleMessage(message, wParam, lParam);
     }
 }
 
-void Splash::OnCreate() {
-    const auto add = [this](const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                            int number) {
-        CreateWindowExW(0, windowClass, text, WS_CHILD | style, 0, 0, 0, 0, Handle(),
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)),
-                        GetModuleHandleW(nullptr), nullptr);
-    };
-    add(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, lblProgress);
-    add(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
+bool Splash::OnCreate() {
+    AddControl(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, lblProgress);
+    AddControl(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
     m_font = MessageFont(Handle());
     LOGFONTW title = {};
     GetObjectW(m_font.Get(), sizeof(title), &title);
     title.lfHeight = title.lfHeight * 9 / 4;
     m_titleFont = UniqueFont(CreateFontIndirectW(&title));
-    UseFont(GetDlgItem(Handle(), lblProgress), m_font);
-    UseFont(GetDlgItem(Handle(), cmdStop), m_font);
+    UseFont(Item(lblProgress), m_font);
+    UseFont(Item(cmdStop), m_font);
+    return true;
 }
 
 void Splash::Layout() {
@@ -107,9 +99,9 @@ void Splash::Layout() {
     const int margin = scale(kMargin);
     const int buttonTop = client.bottom - margin - scale(kButtonHeight);
     const int buttonLeft = client.right - margin - scale(kButtonWidth);
-    MoveWindow(GetDlgItem(Handle(), cmdStop), buttonLeft, buttonTop, scale(kButtonWidth),
-               scale(kButtonHeight), TRUE);
-    MoveWindow(GetDlgItem(Handle(), lblProgress), margin,
+    MoveWindow(Item(cmdStop), buttonLeft, buttonTop, scale(kButtonWidth), scale(kButtonHeight),
+               TRUE);
+    MoveWindow(Item(lblProgress), margin,
                buttonTop + (scale(kButtonHeight) - scale(kLineHeight)) / 2, buttonLeft - 2 * margin,
                scale(kLineHeight), TRUE);
 }
@@ -144,11 +136,11 @@ void Splash::OnPaint() {
 void Splash::ShowProgressArea(bool visible) {
     if (visible)
         m_stop = false;
-    EnableWindow(GetDlgItem(Handle(), cmdStop), visible);
+    EnableWindow(Item(cmdStop), visible);
     for (const int control : {lblProgress, cmdStop})
-        ShowWindow(GetDlgItem(Handle(), control), visible ? SW_SHOWNA : SW_HIDE);
+        ShowWindow(Item(control), visible ? SW_SHOWNA : SW_HIDE);
     if (visible)
-        SetFocus(GetDlgItem(Handle(), cmdStop));
+        SetFocus(Item(cmdStop));
     UpdateWindow(Handle());
 }
 
@@ -165,7 +157,7 @@ void Splash::Show(const std::string& text) {
 }
 
 void Splash::ShowText() {
-    const HWND label = GetDlgItem(Handle(), lblProgress);
+    const HWND label = Item(lblProgress);
     SetWindowTextW(label, Wide(m_text).c_str());
     UpdateWindow(label);
 }
@@ -179,7 +171,7 @@ void Splash::OnTimer() {
 
 void Splash::OnStop() {
     m_stop = true;
-    EnableWindow(GetDlgItem(Handle(), cmdStop), FALSE);
+    EnableWindow(Item(cmdStop), FALSE);
 }
 
 }  // namespace tobbin

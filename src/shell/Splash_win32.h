@@ -34,7 +34,7 @@ class Splash : public WindowBase, public Progress {
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-    void OnCreate();
+    bool OnCreate() override;
     void OnPaint();
     void OnStop();
     void OnTimer();

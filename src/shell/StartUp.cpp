@@ -209,16 +209,10 @@ Jukebox* StartUp::MaybeLastJukebox() {
     const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
     if (path.empty() || !FileExists(m_outside.disk, path))
         return nullptr;
-    std::unique_ptr<Jukebox> loaded;
-    const LoadResult result =
-        LoadJukeboxFile(m_outside.disk, path, m_application.Catalogue(), m_outside.text, loaded);
-    if (loaded == nullptr) {
-        m_outside.statusLine.Say(result.message);
-        return nullptr;
-    }
-    Jukebox& jukebox = m_application.AddJukebox(std::move(loaded));
-    m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
-    return &jukebox;
+    Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
+    if (jukebox != nullptr)
+        m_application.Groups().BuildAutomaticGroups(0, true, jukebox->DaCaption());
+    return jukebox;
 }
 
 }  // namespace tobbin

@@ -19,7 +19,7 @@ void StartUpWindows::ShowProgressArea(bool visible) {
 }
 
 void StartUpWindows::OpenJukeboxWindow(Jukebox& jukebox) {
-    m_frame.View().OpenJukeboxWindow(jukebox);
+    m_frame.Contents().View().OpenJukeboxWindow(jukebox);
 }
 
 void StartUpWindows::HandOver() {
@@ -27,7 +27,7 @@ void StartUpWindows::HandOver() {
 }
 
 void StartUpWindows::ShowTips() {
-    m_frame.ShowTipsAtStartUp();
+    m_frame.Contents().ShowTipsAtStartUp();
 }
 
 }  // namespace tobbin

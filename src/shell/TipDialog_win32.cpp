@@ -12,25 +12,20 @@ void TipDialog::Show(HWND owner) {
     ShowModal(owner, IDD_TIP);
 }
 
-INT_PTR TipDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            m_tips.Load(*this);
-            SetFocus(Item(IDOK));
-            return FALSE;  // the focus is set
-        case WM_COMMAND:
-            if (LOWORD(wParam) == IDC_NEXT_TIP)
-                m_tips.OnNextTip(*this);
-            else if (LOWORD(wParam) == IDC_TIPS_AT_STARTUP)
-                m_tips.OnTipsAtStartUpClicked(IsDlgButtonChecked(Handle(), IDC_TIPS_AT_STARTUP) ==
-                                              BST_CHECKED);
-            else
-                break;
-            return TRUE;
-        default:
-            break;
-    }
-    return DialogBase::HandleMessage(message, wParam, lParam);
+HWND TipDialog::OnLoad() {
+    m_tips.Load(*this);
+    return Item(IDOK);
+}
+
+bool TipDialog::OnCommand(int control, int notification) {
+    if (control == IDC_NEXT_TIP)
+        m_tips.OnNextTip(*this);
+    else if (control == IDC_TIPS_AT_STARTUP)
+        m_tips.OnTipsAtStartUpClicked(IsDlgButtonChecked(Handle(), IDC_TIPS_AT_STARTUP) ==
+                                      BST_CHECKED);
+    else
+        return DialogBase::OnCommand(control, notification);
+    return true;
 }
 
 void TipDialog::ShowTip(const std::string& text) {

@@ -19,7 +19,8 @@ class TipDialog : public DialogBase, private TipView {
     void Show(HWND owner);
 
  protected:
-    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HWND OnLoad() override;
+    bool OnCommand(int control, int notification) override;
 
  private:
     void ShowTip(const std::string& text) override;

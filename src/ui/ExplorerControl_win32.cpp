@@ -94,15 +94,16 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             return 0;
         case WM_ERASEBKGND:
             return TRUE;
-        case WM_DESTROY:
-            m_drops.Stop();
-            m_tree.OnDestroy();
-            m_list.OnDestroy();
-            return 0;
         default:
             break;
     }
-    return Default(message, wParam, lParam);
+    return WindowBase::HandleMessage(message, wParam, lParam);
+}
+
+void ExplorerControl::OnDestroy() {
+    m_drops.Stop();
+    m_tree.OnDestroy();
+    m_list.OnDestroy();
 }
 
 void ExplorerControl::OnDpiChanged() {

@@ -57,6 +57,7 @@ class ExplorerControl : public WindowBase {
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+    void OnDestroy() override;
     LRESULT OnNotify(NMHDR& header);
     bool OnSetCursor();
     void OnDrag(int x);

@@ -51,30 +51,22 @@ void FindDialog::Show(HWND owner) {
     m_find.Unload();
 }
 
-INT_PTR FindDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            OnLoad();
-            return TRUE;
-        case WM_COMMAND:
-            if (LOWORD(wParam) == IDC_FIND_COMMAND1)
-                Find();
-            else if (LOWORD(wParam) == IDC_FIND_TEXT1 && HIWORD(wParam) == EN_CHANGE)
-                m_find.Text1_Change();
-            else
-                break;
-            return TRUE;
-        default:
-            break;
-    }
-    return DialogBase::HandleMessage(message, wParam, lParam);
+bool FindDialog::OnCommand(int control, int notification) {
+    if (control == IDC_FIND_COMMAND1)
+        Find();
+    else if (control == IDC_FIND_TEXT1 && notification == EN_CHANGE)
+        m_find.Text1_Change();
+    else
+        return DialogBase::OnCommand(control, notification);
+    return true;
 }
 
-void FindDialog::OnLoad() {
+HWND FindDialog::OnLoad() {
     SetIcon(Handle(), ICON_BIG, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
     SetIcon(Handle(), ICON_SMALL, GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
     Centre(Handle(), GetParent(Handle()));
     SetWindowSubclass(Item(IDCANCEL), &LeaveEnter, 0, 0);
+    return nullptr;
 }
 
 void FindDialog::Find() {

@@ -19,10 +19,10 @@ class FindDialog : public DialogBase {
     void Show(HWND owner);
 
  protected:
-    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HWND OnLoad() override;
+    bool OnCommand(int control, int notification) override;
 
  private:
-    void OnLoad();
     void Find();
 
     frmFind& m_find;

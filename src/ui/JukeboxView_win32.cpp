@@ -72,8 +72,6 @@ LRESULT JukeboxMdiChild::Default(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE:
-            return OnCreate() ? 0 : -1;
         case WM_SIZE:
             OnSize();
             break;  // the system keeps account of MDI children's sizes
@@ -87,13 +85,10 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case kFilesDropped:
             OnFilesDropped();
             return 0;
-        case WM_DESTROY:
-            OnDestroy();
-            return 0;
         default:
             break;
     }
-    return Default(message, wParam, lParam);
+    return WindowBase::HandleMessage(message, wParam, lParam);
 }
 
 bool JukeboxMdiChild::OnCreate() {

@@ -61,11 +61,11 @@ class JukeboxMdiChild : public WindowBase,
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-    bool OnCreate();
+    bool OnCreate() override;
     void RestorePanes(const WindowState& remembered);
     void OnSize();
     void OnFocus();
-    void OnDestroy();
+    void OnDestroy() override;
     void OnMenu(HWND pane, POINT screen, bool byMouse);
     void ShowPopUpMenu(int pane, POINT screen);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ui/PaneColors_win32.h"
+#include "ui/PicturePixels_win32.h"
 
 namespace tobbin {
 namespace {
@@ -155,12 +156,7 @@ void ListBackground::OnReady() {
 }
 
 void ListBackground::SetCanvas(const PicturePixels& pixels) {
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = pixels.size.width;
-    info.bmiHeader.biHeight = -pixels.size.height;  // from the top
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    const BITMAPINFO info = LayoutOf(pixels);
     void* bits = nullptr;
     m_canvas.Reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     m_canvasSize = pixels.size;

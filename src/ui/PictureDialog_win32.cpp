@@ -3,6 +3,7 @@
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "ui/PicturePixels_win32.h"
 
 namespace tobbin {
 namespace {
@@ -17,39 +18,42 @@ void PictureDialog::Show(HWND owner) {
     ShowModal(owner, IDD_PICTURE);
 }
 
-INT_PTR PictureDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT PictureDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_INITDIALOG:
-            m_choice.Load(*this);
-            SetFocus(Item(IDC_PICTURE_BROWSE));
-            return FALSE;  // the focus is set
-        case WM_COMMAND:
-            if (LOWORD(wParam) == IDC_PICTURE_BROWSE) {
-                m_choice.OnBrowse(*this);
-                return TRUE;
-            }
-            if (LOWORD(wParam) == IDC_PICTURE_TILE) {
-                RequestPreview();
-                return TRUE;
-            }
-            if (LOWORD(wParam) == IDOK)
-                m_choice.OnOk(*this);
-            else if (LOWORD(wParam) == IDCANCEL)
-                m_choice.OnCancel();
-            break;
         case WM_DRAWITEM:
             DrawPreview(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         case kReady:
-            if (auto picture = m_loader.MaybeTake(this); picture != nullptr) {
-                m_preview = std::move(picture);
-                InvalidateRect(Item(IDC_PICTURE_PREVIEW), nullptr, FALSE);
-            }
+            OnReady();
             return TRUE;
         default:
-            break;
+            return DialogBase::HandleMessage(message, wParam, lParam);
     }
-    return DialogBase::HandleMessage(message, wParam, lParam);
+}
+
+HWND PictureDialog::OnLoad() {
+    m_choice.Load(*this);
+    return Item(IDC_PICTURE_BROWSE);
+}
+
+bool PictureDialog::OnCommand(int control, int notification) {
+    if (control == IDC_PICTURE_BROWSE)
+        m_choice.OnBrowse(*this);
+    else if (control == IDC_PICTURE_TILE)
+        RequestPreview();
+    else if (control == IDOK)
+        m_choice.OnOk(*this);
+    else if (control == IDCANCEL)
+        m_choice.OnCancel();
+    return DialogBase::OnCommand(control, notification);
+}
+
+void PictureDialog::OnReady() {
+    auto picture = m_loader.MaybeTake(this);
+    if (picture == nullptr)
+        return;
+    m_preview = std::move(picture);
+    InvalidateRect(Item(IDC_PICTURE_PREVIEW), nullptr, FALSE);
 }
 
 void PictureDialog::TickTile(bool ticked) {
@@ -103,12 +107,7 @@ void PictureDialog::DrawPreview(const DRAWITEMSTRUCT& draw) const {
         DrawTextW(draw.hDC, Wide(text).c_str(), -1, &inside, DT_WORDBREAK | DT_NOPREFIX);
     } else {
         const PicturePixels& pixels = m_preview->pixels;
-        BITMAPINFO info = {};
-        info.bmiHeader.biSize = sizeof(info.bmiHeader);
-        info.bmiHeader.biWidth = pixels.size.width;
-        info.bmiHeader.biHeight = -pixels.size.height;  // from the top
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
+        const BITMAPINFO info = LayoutOf(pixels);
         SetDIBitsToDevice(draw.hDC, 0, 0, static_cast<DWORD>(pixels.size.width),
                           static_cast<DWORD>(pixels.size.height), 0, 0, 0,
                           static_cast<UINT>(pixels.size.height), pixels.pixels.data(), &info,

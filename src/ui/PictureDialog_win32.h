@@ -22,7 +22,9 @@ class PictureDialog : public DialogBase, private PictureChoiceView {
     void Show(HWND owner);
 
  protected:
-    INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HWND OnLoad() override;
+    bool OnCommand(int control, int notification) override;
 
  private:
     void TickTile(bool ticked) override;
@@ -31,6 +33,7 @@ class PictureDialog : public DialogBase, private PictureChoiceView {
     bool IsPictureTicked() const override;
     void ShowPath(const std::string& path) override;
 
+    void OnReady();
     void RequestPreview();
     void DrawPreview(const DRAWITEMSTRUCT& draw) const;
 

@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "platform/DialogBase_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 
@@ -20,14 +19,11 @@ class Frame : public WindowBase {
     HWND client = nullptr;
 
  protected:
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_CREATE) {
-            CLIENTCREATESTRUCT creation = {nullptr, 1000};
-            client = CreateWindowExW(0, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 500, 300,
-                                     Handle(), nullptr, GetModuleHandleW(nullptr), &creation);
-            return 0;
-        }
-        return Default(message, wParam, lParam);
+    bool OnCreate() override {
+        CLIENTCREATESTRUCT creation = {nullptr, 1000};
+        client = CreateWindowExW(0, L"MDICLIENT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 500, 300,
+                                 Handle(), nullptr, GetModuleHandleW(nullptr), &creation);
+        return true;
     }
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) override {
         return DefFrameProcW(Handle(), client, message, wParam, lParam);
@@ -45,7 +41,7 @@ class Child : public WindowBase {
  protected:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         m_messages.push_back(message);
-        return Default(message, wParam, lParam);
+        return WindowBase::HandleMessage(message, wParam, lParam);
     }
     LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) override {
         return DefMDIChildProcW(Handle(), message, wParam, lParam);
@@ -76,29 +72,6 @@ TEST(WindowBase, MdiChildrenSeeTheirWholeLife) {
     EXPECT_EQ(frame.Handle(), nullptr);
     EXPECT_EQ(stays.Handle(), nullptr);
     EXPECT_EQ(first.back(), static_cast<UINT>(WM_NCDESTROY));
-}
-
-TEST(DialogBase, EndsWithTheCommandThatEndedIt) {
-    // An empty dialog: the template, no menu, the standard class, no title.
-    struct {
-        DLGTEMPLATE head;
-        WORD menu, windowClass, title;
-    } const empty = {{WS_POPUP | WS_CAPTION, 0, 0, 0, 0, 100, 50}, 0, 0, 0};
-
-    class Dialog : public DialogBase {
-     protected:
-        INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-            if (message == WM_INITDIALOG)
-                PostMessageW(Handle(), WM_COMMAND, IDCANCEL, 0);
-            return DialogBase::HandleMessage(message, wParam, lParam);
-        }
-    };
-    Dialog dialog;
-    EXPECT_EQ(dialog.ShowModal(nullptr, empty.head), IDCANCEL);
-    EXPECT_EQ(dialog.Handle(), nullptr);
-    ASSERT_TRUE(dialog.CreateModeless(nullptr, empty.head));
-    SendMessageW(dialog.Handle(), WM_COMMAND, IDOK, 0);
-    EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
 TEST(Twips, AreMeasuredInTheWindowsInches) {

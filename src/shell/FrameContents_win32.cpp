@@ -1,0 +1,176 @@
+#include "shell/FrameContents_win32.h"
+
+#include <utility>
+
+#include "jukebox/SpecialFolders.h"
+#include "platform/DialogBase_win32.h"
+#include "resource.h"
+#include "shell/Searching_win32.h"
+#include "shell/TipDialog_win32.h"
+#include "shell/Tips.h"
+#include "ui/FindDialog_win32.h"
+#include "ui/ListedSongs.h"
+#include "ui/PictureDialog_win32.h"
+
+namespace tobbin {
+
+FrameContents::FrameContents(Application& application)
+    : m_application(application),
+      m_player(application),
+      m_commands(application, *this),
+      m_children(application, *this) {}
+
+bool FrameContents::CreateIn(HWND frame, HMENU windowList) {
+    CLIENTCREATESTRUCT creation = {};
+    creation.hWindowMenu = windowList;
+    creation.idFirstChild = IDM_FIRST_CHILD;
+    m_frame = frame;
+    m_client = CreateWindowExW(
+        WS_EX_CLIENTEDGE, L"MDICLIENT", nullptr,
+        WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0,
+        0, 0, frame, nullptr, GetModuleHandleW(nullptr), &creation);
+    m_player.SetWindows(frame, m_client);
+    return m_client != nullptr;
+}
+
+void FrameContents::ReleaseClosed() {
+    m_children.ReleaseClosed();
+    m_player.ReleaseClosed();
+}
+
+void FrameContents::OpenFiles(const std::vector<std::string>& paths) {
+    m_filesToOpen.insert(m_filesToOpen.end(), paths.begin(), paths.end());
+    PostMessageW(m_frame, WM_NULL, 0, 0);  // wakes the message loop, which opens them
+}
+
+void FrameContents::OpenWaitingFiles() {
+    if (m_filesToOpen.empty() || !IsWindowVisible(m_frame) || !IsWindowEnabled(m_frame))
+        return;
+    m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
+    onChanged();
+}
+
+HWND FrameContents::ActiveChild() const {
+    return m_client != nullptr
+               ? reinterpret_cast<HWND>(SendMessageW(m_client, WM_MDIGETACTIVE, 0, 0))
+               : nullptr;
+}
+
+JukeboxWindow* FrameContents::MaybeActiveJukebox() const {
+    JukeboxMdiChild* const child = m_children.MaybeAt(ActiveChild());
+    return child != nullptr ? &child->Controller() : nullptr;
+}
+
+JukeboxWindow* FrameContents::MaybeVisibleJukebox(
+    const std::function<bool(const JukeboxWindow&)>& which) const {
+    JukeboxWindow* found = nullptr;
+    m_children.ForEach([&](JukeboxMdiChild& child) {
+        if (child.IsVisible() && which(child.Controller()))
+            found = &child.Controller();
+    });
+    return found;
+}
+
+bool FrameContents::HasChildren() const {
+    return ActiveChild() != nullptr;
+}
+
+bool FrameContents::HasMinimisedChildren() const {
+    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (IsIconic(child))
+            return true;
+    return false;
+}
+
+void FrameContents::OpenJukeboxWindow(Jukebox& jukebox) {
+    JukeboxMdiChild& child = m_children.Open(m_client, jukebox);
+    Folder* const all = jukebox.MaybeFind(kAllSongs);
+    child.SelectFolder(all != nullptr || jukebox.RootCount() == 0 ? all : &jukebox.Root(0));
+    onChanged();
+}
+
+bool FrameContents::PlayerCheck() {
+    return m_player.Requests().PlayerCheck();
+}
+
+void FrameContents::MinimisePlayerPanel() {
+    m_player.MinimisePanel();
+}
+
+void FrameContents::MinimiseActivePlayerPanel() {
+    if (ActiveChild() == nullptr || ActiveChild() != m_player.Panel())
+        return;
+    m_player.MinimisePanel();
+    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (m_children.MaybeAt(child) != nullptr) {
+            SendMessageW(m_client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+            return;
+        }
+}
+
+void FrameContents::Arrange(Arrangement arrangement) {
+    switch (arrangement) {
+        case Arrangement::Cascade:
+            SendMessageW(m_client, WM_MDICASCADE, 0, 0);
+            break;
+        case Arrangement::TileHorizontally:
+            SendMessageW(m_client, WM_MDITILE, MDITILE_HORIZONTAL, 0);
+            break;
+        case Arrangement::Icons:
+            SendMessageW(m_client, WM_MDIICONARRANGE, 0, 0);
+            break;
+    }
+}
+
+void FrameContents::ShowAbout() {
+    DialogBase().ShowModal(m_frame, IDD_ABOUT);
+}
+
+void FrameContents::ShowTips() {
+    Tips tips(m_application.TheOutside(), m_application.Folders().application);
+    tips.OpenNoMatterWhat(true);
+    TipDialog(tips).Show(m_frame);
+}
+
+void FrameContents::ShowFind() {
+    FindDialog(m_commands.Find()).Show(m_frame);
+}
+
+void FrameContents::ShowTipsAtStartUp() {
+    Tips tips(m_application.TheOutside(), m_application.Folders().application);
+    TipDialog(tips).Show(m_frame);
+}
+
+std::unique_ptr<SearchingWindow> FrameContents::MakeSearchingWindow() {
+    return std::make_unique<SearchingPopup>(m_frame);
+}
+
+void FrameContents::CloseFrame() {
+    SendMessageW(m_frame, WM_CLOSE, 0, 0);
+}
+
+void FrameContents::PlayAllSongsInFolder(JukeboxWindow& window) {
+    m_player.Requests().PlayAllSongsInFolder(ListedSongs(window));
+}
+
+void FrameContents::PlaySelectedSongs(JukeboxWindow& window) {
+    m_player.Requests().PlaySelectedSongs(ListedSongs(window));
+}
+
+void FrameContents::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {
+    PictureChoice choice(m_application.TheOutside(), m_application.Settings(),
+                         [this] { return MaybeActiveJukebox(); });
+    PictureDialog(choice, m_children.Pictures()).Show(m_frame);
+}
+
+void FrameContents::SaveBeforeClosing(JukeboxWindow& window) {
+    m_commands.Files().SaveBeforeClosing(window);
+}
+
+void FrameContents::OnSelectionChanged(JukeboxWindow& /*window*/) {
+    onChanged();
+}
+
+}  // namespace tobbin
