@@ -181,6 +181,7 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
             return m_view.MaybeActiveJukebox() != nullptr;
         case FrameCommand::Find:
         case FrameCommand::FindNext:
+        case FrameCommand::SortList:
             return HasSelectedFolder();
         case FrameCommand::Undo:
             return m_view.MaybeActiveJukebox() != nullptr && m_view.MaybeActiveJukebox()->CanUndo();
@@ -226,6 +227,9 @@ void FrameCommands::Do(FrameCommand command) {
                 m_find.FindNext();
             else
                 m_view.ShowFind();
+            break;
+        case FrameCommand::SortList:
+            m_view.MaybeActiveJukebox()->OnHeaderClicked();
             break;
         case FrameCommand::Undo:
             m_view.MaybeActiveJukebox()->Undo();

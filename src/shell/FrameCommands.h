@@ -25,9 +25,10 @@ enum class FrameCommand : int {
     Find,
     AddFolderToRoot,
     AddFolderToSelectedFolder,
-    Undo,  // from here to FindNext by key only
+    Undo,  // from here to SortList by key only
     Redo,
     FindNext,
+    SortList,
     NewSongsNormalLocations = 1201,
     NewSongsWholeComputer,
     PlaySelectedSongs,

@@ -2,7 +2,12 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <iterator>
+#include <vector>
+
+#include "player/PlayerPanelWindow_win32.h"
+#include "ui/ExplorerControl_win32.h"
 
 namespace tobbin {
 namespace {
@@ -27,6 +32,49 @@ bool PassSystemKey(const MSG& message) {
     return true;
 }
 
+// The panes to go through with F6: the two of the jukebox window that was active last and the
+// player panel.
+std::vector<HWND> PanesIn(HWND mdiClient) {
+    std::vector<HWND> panes;
+    HWND maybePanel = nullptr;
+    for (HWND child = GetWindow(mdiClient, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child) || IsIconic(child))
+            continue;
+        if (IsOfClass(child, PlayerPanelWindow::kClassName))
+            maybePanel = child;
+        else if (const HWND explorer =
+                     FindWindowExW(child, nullptr, ExplorerControl::kName, nullptr);
+                 explorer != nullptr && panes.empty())
+            panes = {GetDlgItem(explorer, ExplorerControl::kTree),
+                     GetDlgItem(explorer, ExplorerControl::kList)};
+    }
+    if (maybePanel != nullptr)
+        panes.push_back(maybePanel);
+    return panes;
+}
+
+bool SwitchPane(HWND mdiClient, const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_F6 || GetKeyState(VK_CONTROL) < 0)
+        return false;
+    const std::vector<HWND> panes = PanesIn(mdiClient);
+    if (panes.empty())
+        return false;
+    const HWND focus = GetFocus();
+    const auto found = std::ranges::find_if(
+        panes, [&](HWND pane) { return pane == focus || IsChild(pane, focus); });
+    const auto here = static_cast<std::size_t>(found - panes.begin());
+    const std::size_t step = GetKeyState(VK_SHIFT) < 0 ? panes.size() - 1 : 1;
+    const HWND next = panes[found == panes.end() ? 0 : (here + step) % panes.size()];
+    HWND child = next;
+    while (GetParent(child) != mdiClient)
+        child = GetParent(child);
+    SendMessageW(mdiClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
+    if (child != next)
+        SetFocus(next);
+    return true;
+}
+
 }  // namespace
 
 bool IsEscKey(const MSG& message) {
@@ -38,7 +86,11 @@ bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message) {
         return true;
     if (message.hwnd != frame && !IsChild(frame, message.hwnd))
         return false;
-    if (IsEditing() || TranslateAcceleratorW(frame, keys, &message) == 0)
+    if (IsEditing())
+        return PassSystemKey(message);
+    if (SwitchPane(mdiClient, message))
+        return true;
+    if (TranslateAcceleratorW(frame, keys, &message) == 0)
         return PassSystemKey(message);
     // Some systems open the menu when Alt goes up and they have seen no other key.
     if (message.message == WM_SYSKEYDOWN)

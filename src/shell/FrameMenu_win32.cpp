@@ -10,7 +10,7 @@ static_assert(static_cast<int>(FrameCommand::New) == IDM_NEW);
 static_assert(static_cast<int>(FrameCommand::Exit) == IDM_EXIT);
 static_assert(static_cast<int>(FrameCommand::AddFolderToSelectedFolder) ==
               IDM_ADD_FOLDER_TO_SELECTED);
-static_assert(static_cast<int>(FrameCommand::FindNext) == IDM_FIND_NEXT);
+static_assert(static_cast<int>(FrameCommand::SortList) == IDM_SORT_LIST);
 static_assert(static_cast<int>(FrameCommand::ClosePlayer) == IDM_CLOSE_PLAYER);
 static_assert(static_cast<int>(FrameCommand::PreviousPicture) == IDM_PREVIOUS_PICTURE);
 static_assert(static_cast<int>(FrameCommand::ArrangeIcons) == IDM_ARRANGE_ICONS);

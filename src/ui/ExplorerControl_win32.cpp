@@ -6,6 +6,7 @@
 
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
+#include "ui/PopUpMenus_win32.h"
 
 namespace tobbin {
 namespace {
@@ -86,6 +87,12 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             OnContextMenu(reinterpret_cast<HWND>(wParam), GET_X_LPARAM(lParam),
                           GET_Y_LPARAM(lParam));
             return 0;
+        case WM_MENUCHAR:
+            if (const LRESULT answer = PopUpMenu::OnKey(reinterpret_cast<HMENU>(lParam),
+                                                        static_cast<wchar_t>(LOWORD(wParam)));
+                answer != 0)
+                return answer;
+            break;
         case WM_COMMAND:
             onCommand(LOWORD(wParam));
             return 0;

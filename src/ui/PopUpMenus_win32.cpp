@@ -80,6 +80,16 @@ void PopUpMenu::AddRankPictures(HWND window) {
     }
 }
 
+LRESULT PopUpMenu::OnKey(HMENU menu, wchar_t key) {
+    if (key < L'1' || key > L'6')
+        return 0;
+    const UINT wanted = static_cast<UINT>(IDM_SONG_POPUP + kBestEntry + (key - L'1'));
+    for (int place = 0; place < GetMenuItemCount(menu); ++place)
+        if (GetMenuItemID(menu, place) == wanted)
+            return MAKELRESULT(place, MNC_EXECUTE);
+    return 0;
+}
+
 void PopUpMenu::EnableEntries(const std::function<bool(int entry)>& isEnabled) {
     for (int entry = 1; entry <= m_entries; ++entry)
         EnableMenuItem(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry),

@@ -24,6 +24,10 @@ class PopUpMenu {
     // the window.
     int Show(POINT screen, HWND window) const;
 
+    // A key that stands for no caption in the menu that is open: the keys 1 (best) to 6 rank.
+    // Returns the answer to WM_MENUCHAR; 0 for a key that means nothing.
+    static LRESULT OnKey(HMENU menu, wchar_t key);
+
     HMENU Handle() const { return GetSubMenu(m_menu.Get(), 0); }
 
  private:

@@ -158,6 +158,9 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
                 folder != nullptr)
                 m_delegate.OnFolderDragged(*folder);
             return 0;
+        case NM_RETURN:
+            TreeView_Expand(m_handle, TreeView_GetSelection(m_handle), TVE_TOGGLE);
+            return TRUE;  // or the control beeps
         case TVN_KEYDOWN:
             return m_delegate.OnTreeKey(reinterpret_cast<const NMTVKEYDOWN&>(header).wVKey);
         case NM_CUSTOMDRAW:
