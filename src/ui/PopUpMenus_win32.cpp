@@ -15,13 +15,14 @@ constexpr int kBestEntry = 9;
 constexpr int kWorstEntry = 14;
 constexpr int kBestPicture = 7;
 
-// One picture of a list on the menu's own colour: not every system blends pictures with alpha into
-// its menus.
+// One picture of a list on the menu's own colour, and some room before the text: not every system
+// blends pictures with alpha into its menus.
 UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
     RECT place = {};
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(list, &width, &height);
+    width += height / 4;
     SetRect(&place, 0, 0, width, height);
     const HDC screen = GetDC(nullptr);
     UniqueBitmap bitmap(CreateCompatibleBitmap(screen, width, height));
