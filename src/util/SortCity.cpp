@@ -74,7 +74,7 @@ struct TextEntry {
 // partition always does: it compares every row with the middle one.
 class BadKeys {
  public:
-    void Add(std::int32_t row, std::exception_ptr error) { m_bad.emplace_back(row, error); }
+    void Add(std::int32_t row, const std::exception_ptr& error) { m_bad.emplace_back(row, error); }
     bool Empty() const { return m_bad.empty(); }
     void RaiseIfBad(std::int32_t row) const {
         const auto bad = std::lower_bound(m_bad.begin(), m_bad.end(), row,
