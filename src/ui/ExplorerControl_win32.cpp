@@ -77,9 +77,13 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
         case WM_LBUTTONDBLCLK:
             SplitterPlace(kFirstTreeWidth);
             return 0;
-        case ListPane::kKeyDone:
-            m_list.OnKeyDone();
+        case ListPane::kRangeDone:
+            m_list.OnRangeDone();
             return 0;
+        case WM_PARENTNOTIFY:  // before the control itself gets the click
+            if (LOWORD(wParam) == WM_LBUTTONDOWN)
+                m_list.OnBeforeRange();
+            break;
         case WM_TIMER:
             m_drops.OnTimer();
             return 0;

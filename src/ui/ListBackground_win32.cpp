@@ -72,6 +72,9 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
     }
     if (message == WM_ERASEBKGND && IsShown())
         return TRUE;
+    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
+        if (const LRESULT object = onObject(wParam); object != 0)
+            return object;
     const HWND list = m_list;
     const POINT before = IsShown() ? Scrolled() : POINT{};
     const LRESULT result = CallWindowProcW(m_listProcedure, list, message, wParam, lParam);

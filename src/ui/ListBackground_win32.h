@@ -39,6 +39,8 @@ class ListBackground {
     // Called when a picture can't be shown.
     std::function<void(const std::string& path, const std::string& problem)> onFailed =
         [](const std::string&, const std::string&) {};
+    // WM_GETOBJECT for the list itself, whose messages all come by here; 0 leaves it to the list.
+    std::function<LRESULT(WPARAM wParam)> onObject = [](WPARAM) { return LRESULT{0}; };
 
  private:
     static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam);

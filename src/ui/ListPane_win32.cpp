@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <numeric>
 
 #include "platform/ImageStrip_win32.h"
 #include "platform/SpokenNames_win32.h"
@@ -19,6 +20,7 @@ constexpr wchar_t kName[] = L"Songs";
 constexpr int kNumberColumnWidth = 72;  // pixels at 96 to the inch
 constexpr int kSmallestNameWidth = 120;
 constexpr int kEmptyTextMargin = 12;
+constexpr std::size_t kFewRows = 100;  // that are selected
 
 }  // namespace
 
@@ -34,29 +36,21 @@ bool ListPane::Create(HWND parent, int number) {
     ListView_SetExtendedListViewStyle(
         m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     m_background.Attach(m_handle);
-    SetWindowSubclass(m_handle, &Speak, 0, reinterpret_cast<DWORD_PTR>(this));
+    m_background.onObject = [this](WPARAM wParam) { return OnGetObject(wParam); };
     NameWindow(m_handle, kName);
     OnDpiChanged();
     return true;
 }
 
 void ListPane::OnDestroy() {
-    RemoveWindowSubclass(m_handle, &Speak, 0);
     if (m_spoken != nullptr)
         m_spoken->Forget();
     m_handle = nullptr;
 }
 
-LRESULT CALLBACK ListPane::Speak(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR self) {
-    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
-        if (const LRESULT object = reinterpret_cast<ListPane*>(self)->OnGetObject(wParam);
-            object != 0)
-            return object;
-    return DefSubclassProc(list, message, wParam, lParam);
-}
-
 LRESULT ListPane::OnGetObject(WPARAM wParam) {
+    if (m_handle == nullptr)
+        return 0;
     if (m_spoken == nullptr)
         m_spoken = SpokenList::Make(m_handle, kName,
                                     {[this] { return m_delegate.RowCount(); },
@@ -132,11 +126,11 @@ void ListPane::FitColumns() {
 void ListPane::Reset() {
     if (m_handle == nullptr)
         return;
-    ListView_SetItemState(m_handle, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    const DrawingPause pause(m_handle);
+    m_selecting = true;
+    ListView_DeleteAllItems(m_handle);
+    m_selecting = false;
     SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(), 0);
-    if (m_delegate.RowCount() > 0)
-        ListView_EnsureVisible(m_handle, 0, FALSE);
-    InvalidateRect(m_handle, nullptr, TRUE);
 }
 
 void ListPane::Refresh() {
@@ -147,11 +141,21 @@ void ListPane::Refresh() {
     InvalidateRect(m_handle, nullptr, TRUE);
 }
 
+// Asks as often as there are rows: to ask once more would look through all the others.
 std::vector<std::size_t> ListPane::SelectedRows() const {
-    std::vector<std::size_t> rows;
-    rows.reserve(SelectedCount());
-    for (int row = -1; (row = ListView_GetNextItem(m_handle, row, LVNI_SELECTED)) >= 0;)
-        rows.push_back(static_cast<std::size_t>(row));
+    std::vector<std::size_t> rows(SelectedCount());
+    if (rows.size() == m_delegate.RowCount()) {
+        std::iota(rows.begin(), rows.end(), 0);
+        return rows;
+    }
+    int row = -1;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        row = ListView_GetNextItem(m_handle, row, LVNI_SELECTED);
+        if (row < 0)
+            rows.resize(i);
+        else
+            rows[i] = static_cast<std::size_t>(row);
+    }
     return rows;
 }
 
@@ -167,18 +171,47 @@ void ListPane::SetState(int row, UINT state, UINT mask) {
                  reinterpret_cast<LPARAM>(&item));
 }
 
+// To take away a large selection row by row costs the square of its rows on some systems; a list
+// that is emptied and filled again has none at once.
+void ListPane::ClearSelection() {
+    if (SelectedCount() <= kFewRows) {
+        for (const std::size_t row : SelectedRows())
+            SetState(static_cast<int>(row), 0, LVIS_SELECTED);
+        return;
+    }
+    const std::optional<std::size_t> focused = MaybeFocusedRow();
+    ListView_DeleteAllItems(m_handle);
+    SendMessageW(m_handle, LVM_SETITEMCOUNT, m_delegate.RowCount(), 0);
+    if (focused)
+        FocusRow(*focused);
+}
+
+void ListPane::ScrollTo(int topRow) {
+    const int distance = topRow - ListView_GetTopIndex(m_handle);
+    RECT row = {};
+    if (distance != 0 && ListView_GetItemRect(m_handle, 0, &row, LVIR_BOUNDS))
+        ListView_Scroll(m_handle, 0, distance * (row.bottom - row.top));
+}
+
 void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
     m_selecting = true;
-    if (rows != SelectedRows()) {
+    const bool all = rows.size() == m_delegate.RowCount();
+    const bool differs = rows.size() != SelectedCount() ||
+                         (!all && (rows.size() > kFewRows || rows != SelectedRows()));
+    const int top = ListView_GetTopIndex(m_handle);
+    if (differs) {
         const DrawingPause pause(m_handle);
-        const bool all = rows.size() == m_delegate.RowCount();
-        if (all || SelectedCount() > 0)
-            SetState(-1, all ? LVIS_SELECTED : 0, LVIS_SELECTED);
-        for (std::size_t i = 0; !all && i < rows.size(); ++i)
-            SetState(static_cast<int>(rows[i]), LVIS_SELECTED, LVIS_SELECTED);
+        ClearSelection();
+        if (all)
+            SetState(-1, LVIS_SELECTED, LVIS_SELECTED);
+        else
+            for (const std::size_t row : rows)
+                SetState(static_cast<int>(row), LVIS_SELECTED, LVIS_SELECTED);
     }
     if (!rows.empty())
         FocusRow(rows.front());
+    if (differs)
+        ScrollTo(top);  // which takes a control that draws
     m_selecting = false;
     m_delegate.OnRowsSelected();
 }
@@ -253,13 +286,17 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
     }
 }
 
-// Some systems redraw each row that is selected, even one that is not in view.
 bool ListPane::OnKey(UINT key) {
-    if ((key == VK_HOME || key == VK_END) && GetKeyState(VK_SHIFT) < 0 && !m_keyPause) {
-        m_keyPause.emplace(m_handle);
-        PostMessageW(GetParent(m_handle), kKeyDone, 0, 0);
-    }
+    if (key == VK_HOME || key == VK_END)
+        OnBeforeRange();
     return m_delegate.OnListKey(key);
+}
+
+void ListPane::OnBeforeRange() {
+    if (GetKeyState(VK_SHIFT) >= 0 || m_rangePause)
+        return;
+    m_rangePause.emplace(m_handle);
+    PostMessageW(GetParent(m_handle), kRangeDone, 0, 0);
 }
 
 void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {

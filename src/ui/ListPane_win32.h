@@ -58,9 +58,12 @@ class ListPane {
 
     LRESULT OnNotify(NMHDR& header);
     void OnDpiChanged();
-    // What the parent gets when a key has been dealt with, and hands on.
-    static constexpr UINT kKeyDone = WM_APP + 0x51;
-    void OnKeyDone() { m_keyPause.reset(); }
+    // A key or a click is about to come that selects a range, if Shift is held: some systems redraw
+    // each row of it, even one that is not in view. What the parent gets when it has been dealt
+    // with, and hands on.
+    void OnBeforeRange();
+    static constexpr UINT kRangeDone = WM_APP + 0x51;
+    void OnRangeDone() { m_rangePause.reset(); }
     void OnDestroy();
 
     // The headings; the last of several columns is one of numbers, on the right.
@@ -92,9 +95,9 @@ class ListPane {
     POINT MenuPlace() const;
 
  private:
+    void ClearSelection();
+    void ScrollTo(int topRow);
     void SetState(int row, UINT state, UINT mask);
-    static LRESULT CALLBACK Speak(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                  DWORD_PTR self);
     LRESULT OnGetObject(WPARAM wParam);
     bool OnKey(UINT key);
     void OnGetInfo(NMLVDISPINFOW& info) const;
@@ -111,8 +114,8 @@ class ListPane {
     int m_columns = 0;
     int m_dpi = 96;  // of the screen that the columns' widths are for
     bool m_controlShowsEmptyText = false;
-    std::optional<DrawingPause> m_keyPause;  // while a key selects very many rows
-    bool m_selecting = false;                // many rows: their delegate hears of it once
+    std::optional<DrawingPause> m_rangePause;  // while a key or click selects very many rows
+    bool m_selecting = false;                  // many rows: their delegate hears of it once
 };
 
 }  // namespace tobbin

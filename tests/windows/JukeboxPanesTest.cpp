@@ -192,6 +192,19 @@ TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
     EXPECT_EQ(SendMessageW(List(), LVM_FINDITEMW, static_cast<WPARAM>(-1),
                            reinterpret_cast<LPARAM>(&find)),
               4998);
+
+    // A large selection gives way to another, with the same rows in view.
+    std::vector<std::size_t> thirds;
+    for (std::size_t row = 0; row < kMany; row += 3)
+        thirds.push_back(row);
+    window.SelectRows(thirds);
+    EXPECT_EQ(window.SelectedRows(), thirds);
+    window.MakeRowVisible(kMany - 1);
+    const int top = ListView_GetTopIndex(List());
+    window.SelectRows({7, 400'000});
+    EXPECT_EQ(window.SelectedRows(), (std::vector<std::size_t>{7, 400'000}));
+    EXPECT_EQ(window.MaybeFocusedRow(), 7U);
+    EXPECT_EQ(ListView_GetTopIndex(List()), top);
 }
 
 TEST_F(JukeboxPanesTest, TheControlFollowsTheWindowByTheRuleInTwips) {
