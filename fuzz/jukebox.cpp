@@ -5,7 +5,7 @@
 #include "catalogue/clsMain.h"
 #include "Fuzzing.h"
 #include "jukebox/JukeboxFile.h"
-#include "util/Crc32.h"
+#include "jukebox/JukeboxLines.h"
 
 namespace tobbin {
 namespace {
@@ -35,8 +35,12 @@ void Read(const std::string& bytes) {
     const std::string saved = Resave(bytes);
     if (saved.empty())
         return;
-    for (const char* kind : {"\nfolder\t", "\nsong\t", "\ncolumn\t"})
+    for (const char* kind : {"\nfolder\t", "\ncolumn\t"})
         CHECK(LinesOf(saved, kind) == LinesOf(bytes, kind));
+    const auto songs = [](const std::string& file) {
+        return LinesOf(file, "\nsong\t") + LinesOf(file, "\nagain\t");
+    };
+    CHECK(songs(saved) == songs(bytes));
     CHECK(Resave(saved) == saved);
 }
 
@@ -48,9 +52,7 @@ void TakeInput(std::string_view bytes) {
     std::size_t lines = 0;
     for (const char c : file)
         lines += c == '\n';
-    char end[64];
-    std::snprintf(end, sizeof(end), "end\t%zu\t%08x\r\n", lines, Crc32(file));
-    Read(file + end);
+    Read(file + JukeboxEndLine(lines, file) + "\r\n");
 }
 
 }  // namespace tobbin

@@ -11,9 +11,6 @@
 namespace tobbin {
 namespace {
 
-// A cell with this bit is the plain decimal number in its other bits.
-constexpr RecordTable::CellId kNumberBit = 0x80000000U;
-
 // A number that is written in the one plain way: no sign, no blanks, no leading zeros.
 bool IsPlainNumber(std::string_view text, std::uint32_t& value) {
     constexpr std::size_t kMostDigits = 10;
@@ -24,7 +21,8 @@ bool IsPlainNumber(std::string_view text, std::uint32_t& value) {
         return value <= 9;
     }
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() && value < kNumberBit;
+    return error == std::errc() && stop == text.data() + text.size() &&
+           !RecordTable::IsNumber(value);
 }
 
 void CheckField(std::int32_t field) {
@@ -81,12 +79,6 @@ void RecordTable::Reserve(std::size_t records) {
 void RecordTable::AppendWritten(const PlainCells& cells) {
     m_rows.push_back({cells, 0});
     m_size = std::max(m_size, static_cast<std::int32_t>(m_rows.size()));
-}
-
-const RecordTable::PlainCells& RecordTable::Plain(std::int32_t record) const {
-    static constexpr PlainCells kEmpty{};
-    const auto index = static_cast<std::size_t>(record) - 1;
-    return index < m_rows.size() ? m_rows[index].cells : kEmpty;
 }
 
 bool RecordTable::HasSpares(std::int32_t record) const {

@@ -52,6 +52,12 @@ class RecordTable : public SortableTable {
     const PlainCells& Plain(std::int32_t record) const;
     bool HasSpares(std::int32_t record) const;
 
+    // For looking at many records in no order: asks in advance for what the next step will need,
+    // first the row, then the place of a cell's text, then the text.
+    void PrefetchRow(std::int32_t record) const;
+    void PrefetchPlace(CellId id) const;
+    void PrefetchText(CellId id) const;
+
     // Makes room for that many more records with a text of their own each.
     void Reserve(std::size_t records);
 
@@ -62,6 +68,10 @@ class RecordTable : public SortableTable {
 
     // TextOf without a copy where there is one to look at; `digits` holds a number's text.
     std::string_view ViewOf(CellId id, std::array<char, 10>& digits) const;
+
+    // Whether the cell is a plain number, and how many other texts there are: their ids are below.
+    static bool IsNumber(CellId id) { return (id & kNumberBit) != 0; }
+    std::size_t TextCount() const { return m_pool.Size(); }
 
     // Removes every record whose cell in this field is empty; the others keep their order.
     void RemoveRecordsWithEmpty(std::int32_t field);
@@ -77,6 +87,9 @@ class RecordTable : public SortableTable {
                   std::int32_t columnCount) override;
 
  private:
+    // A cell with this bit is the plain decimal number in its other bits.
+    static constexpr CellId kNumberBit = 0x80000000U;
+
     struct Row {
         PlainCells cells{};
         std::uint32_t spares = 0;  // in m_spares; 0 when all are empty
@@ -88,6 +101,26 @@ class RecordTable : public SortableTable {
     std::vector<Spares> m_spares{1};
     std::int32_t m_size = 0;
 };
+
+inline const RecordTable::PlainCells& RecordTable::Plain(std::int32_t record) const {
+    static constexpr PlainCells kEmpty{};
+    const auto index = static_cast<std::size_t>(record) - 1;
+    return index < m_rows.size() ? m_rows[index].cells : kEmpty;
+}
+
+inline void RecordTable::PrefetchRow(std::int32_t record) const {
+    __builtin_prefetch(&Plain(record));
+}
+
+inline void RecordTable::PrefetchPlace(CellId id) const {
+    if (!IsNumber(id))
+        m_pool.PrefetchPlace(id);
+}
+
+inline void RecordTable::PrefetchText(CellId id) const {
+    if (!IsNumber(id))
+        m_pool.PrefetchText(id);
+}
 
 // The table as a sort by number sees it: a key cell that holds no number counts as the largest one,
 // so that such records gather at the end and no sort fails.

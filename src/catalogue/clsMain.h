@@ -96,6 +96,7 @@ class clsMain : public SongSink {
     std::string_view FileName(std::int32_t record, std::array<char, 10>& digits) const {
         return m_table.ViewOf(m_table.Id(kFileName, record), digits);
     }
+    const RecordTable& Records() const { return m_table; }
     bool IsPresent(std::int32_t record) const;     // presence flag is not 0
     std::int32_t Rank(std::int32_t record) const;  // 2 to 7; 2 when the cell holds no number
 

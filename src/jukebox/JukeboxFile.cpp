@@ -1,6 +1,7 @@
 #include "jukebox/JukeboxFile.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "util/Text.h"
 #include "util/Utf.h"
@@ -20,7 +21,7 @@ LoadResult LoadJukeboxFile(Disk& disk, const std::string& path, const clsMain& c
         return {
             status.Error() == DiskError::NotFound ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
             "The jukebox \"" + path + "\" was not opened: " + status.Reason() + "."};
-    LoadResult result = ReadJukebox(bytes, path, catalogue, text, jukebox);
+    LoadResult result = ReadJukebox(std::move(bytes), path, catalogue, text, jukebox);
     if (jukebox != nullptr) {
         jukebox->DaCaption(JukeboxTitle(text, path));
         jukebox->FileLocation(FolderOfPath(path));

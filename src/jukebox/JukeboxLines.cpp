@@ -3,45 +3,85 @@
 #include <array>
 #include <charconv>
 
-#include "util/Crc32.h"
+#include "util/LaneSum.h"
+#include "util/Words.h"
 
 namespace tobbin {
 namespace {
 
 constexpr std::string_view kHexDigits = "0123456789abcdef";
+constexpr char kEscape = '|';
 
 bool MustBeEscaped(char c) {
     const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F || c == '\\';
+    return byte < 0x20 || byte == 0x7F || c == kEscape;
 }
+
+// Takes a number of up to nine digits and the character behind it.
+bool TakeNumber(const char*& at, char behind, std::int32_t& number) {
+    const auto digitAt = [](const char* place) {
+        return static_cast<std::uint32_t>(static_cast<unsigned char>(*place)) - '0';
+    };
+    constexpr int kMostDigits = 9;
+    std::uint32_t value = 0;
+    const char* const start = at;
+    for (std::uint32_t digit = 0; (digit = digitAt(at)) <= 9; ++at) {
+        if (at - start == kMostDigits)
+            return false;
+        value = value * 10 + digit;
+    }
+    number = static_cast<std::int32_t>(value);
+    return at != start && *at++ == behind;
+}
+
+// Lines so near to the end are left to Next, so that no number need ask where the end is: the last
+// line is longer than the five numbers of any other.
+constexpr std::size_t kNearEnd = 64;
 
 }  // namespace
 
-void AppendField(std::string& line, std::string_view text) {
-    line += '\t';
-    for (const char c : text) {
-        if (MustBeEscaped(c)) {
-            const auto byte = static_cast<unsigned char>(c);
-            line += {'\\', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
-        } else {
-            line += c;
-        }
+std::size_t PlainLength(std::string_view text) {
+    std::size_t at = 0;
+    for (; at + sizeof(std::uint64_t) <= text.size(); at += sizeof(std::uint64_t)) {
+        const std::uint64_t word = WordAt(text.data() + at);
+        const std::uint64_t marks =
+            MarkBelow(word, 0x20) | MarkEqual(word, 0x7F) | MarkEqual(word, kEscape);
+        if (marks != 0)
+            return at + FirstMarked(marks);
+    }
+    while (at < text.size() && !MustBeEscaped(text[at]))
+        ++at;
+    return at;
+}
+
+char* PutField(char* at, std::string_view text) {
+    *at++ = '\t';
+    while (true) {
+        const std::size_t plain = PlainLength(text);
+        at += text.copy(at, plain);
+        if (plain == text.size())
+            return at;
+        const auto byte = static_cast<unsigned char>(text[plain]);
+        *at++ = kEscape;
+        *at++ = kHexDigits[byte >> 4];
+        *at++ = kHexDigits[byte & 0xF];
+        text.remove_prefix(plain + 1);
     }
 }
 
-void AppendField(std::string& line, std::int64_t number) {
-    std::array<char, 24> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    line += '\t';
-    line.append(digits.data(), end);
+char* PutField(char* at, std::int64_t number) {
+    *at++ = '\t';
+    if (number >= 0 && number <= 9) {
+        *at++ = static_cast<char>('0' + number);
+        return at;
+    }
+    return std::to_chars(at, at + kLongestNumber - 1, number).ptr;
 }
 
 std::string JukeboxEndLine(std::size_t lines, std::string_view before) {
-    std::string line = "end";
-    AppendField(line, static_cast<std::int64_t>(lines));
-    line += '\t';
-    const std::uint32_t sum = Crc32(before);
-    for (int shift = 28; shift >= 0; shift -= 4)
+    std::string line = "end\t" + std::to_string(lines) + '\t';
+    const std::uint64_t sum = LaneSum(before);
+    for (int shift = 60; shift >= 0; shift -= 4)
         line += kHexDigits[sum >> shift & 0xF];
     return line;
 }
@@ -49,26 +89,66 @@ std::string JukeboxEndLine(std::size_t lines, std::string_view before) {
 std::optional<std::string> MaybeUnescape(std::string_view field) {
     std::string text;
     text.reserve(field.size());
-    for (std::size_t i = 0; i < field.size(); ++i) {
-        if (field[i] != '\\') {
-            if (MustBeEscaped(field[i]))
-                return std::nullopt;
-            text += field[i];
-            continue;
-        }
-        if (i + 2 >= field.size())
+    while (true) {
+        const std::size_t plain = PlainLength(field);
+        text += field.substr(0, plain);
+        field.remove_prefix(plain);
+        if (field.empty())
+            return text;
+        if (field[0] != kEscape || field.size() < 3)
             return std::nullopt;
-        const std::size_t high = kHexDigits.find(field[i + 1]);
-        const std::size_t low = kHexDigits.find(field[i + 2]);
+        const std::size_t high = kHexDigits.find(field[1]);
+        const std::size_t low = kHexDigits.find(field[2]);
         if (high == std::string_view::npos || low == std::string_view::npos)
             return std::nullopt;
         const auto c = static_cast<char>(high << 4 | low);
         if (!MustBeEscaped(c))
             return std::nullopt;
         text += c;
-        i += 2;
+        field.remove_prefix(3);
     }
-    return text;
+}
+
+bool JukeboxLines::TakeSong(SongLine& song) {
+    if (m_left.size() < kNearEnd || !m_left.starts_with("song\t"))
+        return false;
+    const char* at = m_left.data() + 5;
+    return TakeNumber(at, '\t', song.number) && TakeNumber(at, '\t', song.image) &&
+           TakeNumber(at, '\t', song.selectedImage) && TakeNumber(at, '\t', song.place) &&
+           TakeText(at, song.fileName);
+}
+
+bool JukeboxLines::TakeAgain(AgainLine& again) {
+    if (m_left.size() < kNearEnd || !m_left.starts_with("again\t"))
+        return false;
+    const char* at = m_left.data() + 6;
+    if (!TakeNumber(at, '\t', again.song) || !TakeNumber(at, '\t', again.image) ||
+        !TakeNumber(at, '\r', again.selectedImage) || *at != '\n')
+        return false;
+    Pass(static_cast<std::size_t>(at + 1 - m_left.data()));
+    return true;
+}
+
+bool JukeboxLines::TakePlace(std::string_view& place) {
+    return m_left.size() >= kNearEnd && m_left.starts_with("place\t") &&
+           TakeText(m_left.data() + 6, place);
+}
+
+// The rest of the line as one field.
+bool JukeboxLines::TakeText(const char* at, std::string_view& text) {
+    const std::string_view rest = m_left.substr(static_cast<std::size_t>(at - m_left.data()));
+    const std::size_t length = PlainLength(rest);
+    if (!rest.substr(length).starts_with(kLineEnd))
+        return false;
+    text = rest.substr(0, length);
+    Pass(static_cast<std::size_t>(at - m_left.data()) + length + kLineEnd.size());
+    return true;
+}
+
+void JukeboxLines::Pass(std::size_t bytes) {
+    ++m_number;
+    m_nextOffset += bytes;
+    m_left.remove_prefix(bytes);
 }
 
 bool JukeboxLines::Next() {
@@ -79,10 +159,8 @@ bool JukeboxLines::Next() {
         m_number += m_isCutShort ? 1 : 0;
         return false;
     }
-    ++m_number;
     m_line = m_left.substr(0, end);
-    m_left.remove_prefix(end + kLineEnd.size());
-    m_nextOffset += end + kLineEnd.size();
+    Pass(end + kLineEnd.size());
     m_fields.clear();
     for (std::string_view rest = m_line;;) {
         const std::size_t tab = rest.find('\t');

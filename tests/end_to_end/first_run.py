@@ -10,7 +10,6 @@ import pathlib
 import shutil
 import sys
 import unittest
-import zlib
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
 import data_files  # noqa: E402
@@ -67,7 +66,7 @@ def write_jukebox():
     """A saved jukebox that holds every song of the catalogue, and an empty "New"; the next start
     opens it."""
     def field(text):
-        return "".join("\\%02x" % ord(c) if c == "\\" or c < " " else c for c in text)
+        return "".join("|%02x" % ord(c) if c == "|" or c < " " else c for c in text)
 
     records = data_files.catalogue(CATALOGUE)
     places = list(dict.fromkeys(record["folder"] for record in records))
@@ -79,7 +78,8 @@ def write_jukebox():
                   for record in records if record["folder"] == folder]
     lines += ["folder\t0\t1\t0\tNew", "folder\t0\t1\t0\tArtist"]
     data = "".join(line + "\r\n" for line in lines).encode()
-    (GROUPING / "mine.juk").write_bytes(data + f"end\t{len(lines)}\t{zlib.crc32(data):08x}\r\n".encode())
+    (GROUPING / "mine.juk").write_bytes(
+        data + f"end\t{len(lines)}\t{data_files.lane_sum(data):016x}\r\n".encode())
     settings = SETTINGS.read_bytes().split(b"\r\n")
     settings[4] = b"C:\\Tobbin\\Grouping\\mine.juk"
     SETTINGS.write_bytes(b"\r\n".join(settings))

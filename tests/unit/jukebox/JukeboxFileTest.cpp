@@ -2,25 +2,30 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "jukebox/JukeboxLines.h"
+#include "jukebox/SongFinder.h"
 #include "unit/jukebox/JukeboxFixture.h"
-#include "util/Crc32.h"
+#include "util/LaneSum.h"
 
 namespace tobbin {
 namespace {
 
-// What JukeboxFileTest::MakeExample makes; the sum is by zlib.
+// What JukeboxFileTest::MakeExample makes; the sum is by another reader of the format.
 constexpr char kExample[] =
     "Tobbin jukebox 1\r\n"
     "column\tName\r\n"
     "column\tKey\r\n"
     "folder\t0\t1\t0\tAll Songs\r\n"
-    "place\tC:\\5cM\\5c\r\n"
+    "place\tC:\\M\\\r\n"
     "song\t1\t2\t2\t1\ta.mp3\r\n"
     "song\t2\t7\t3\t1\tb.mp3\tBee\r\n"
-    "folder\t1\t1\t0\tBest \\09 of\r\n"
+    "folder\t1\t1\t0\tBest |09 of\r\n"
+    "again\t1\t2\t5\r\n"
     "folder\t0\t5\t6\tEmpty\r\n"
-    "end\t9\t5ba8b062\r\n";
+    "end\t10\t19c908551e209f16\r\n";
 
 class JukeboxFileTest : public JukeboxFixture {
  protected:
@@ -34,12 +39,14 @@ class JukeboxFileTest : public JukeboxFixture {
         Folder& all = jukebox.AddChild(nullptr, "All Songs");
         SongItem bee = jukebox.MakeItem("Bee", 2, 7);
         bee.selectedImage = 3;
-        jukebox.AppendSongs(all, {jukebox.MakeItem("a.mp3", 1, 2), bee});
-        jukebox.AddChild(&all, "Best \t of");
+        SongItem a = jukebox.MakeItem("a.mp3", 1, 2);
+        jukebox.AppendSongs(all, {a, bee});
+        a.selectedImage = 5;
+        jukebox.AppendSongs(jukebox.AddChild(&all, "Best \t of"), {a});
         jukebox.AddChild(nullptr, "Empty", 5, 6);
     }
     LoadResult Read(std::string_view bytes) {
-        return ReadJukebox(bytes, "C:\\J\\mix.juk", catalogue, fake.text, loaded);
+        return ReadJukebox(std::string(bytes), "C:\\J\\mix.juk", catalogue, fake.text, loaded);
     }
     // Reads lines behind the first one, with an end line that fits them.
     std::string Fault(const std::string& lines) {
@@ -73,7 +80,7 @@ class JukeboxFileTest : public JukeboxFixture {
 };
 
 TEST_F(JukeboxFileTest, IsWrittenAsDescribedAndReadBack) {
-    EXPECT_EQ(Crc32("123456789"), 0xCBF43926U);  // the check value of this sum
+    EXPECT_EQ(LaneSum("123456789"), 0x5F65171ECC8203F0U);
     MakeExample();
     const std::string bytes = WriteJukebox(jukebox, catalogue);
     EXPECT_EQ(bytes, kExample);
@@ -112,14 +119,15 @@ TEST_F(JukeboxFileTest, MessagesNameFileLineAndFault) {
     EXPECT_EQ(Read("Tobbin jukebox 1\r\nfolder\t0\t1\t0\tA\r\n").message,
               file + "2, the file is cut behind it: its last line is missing.");
     EXPECT_EQ(Read("Tobbin jukebox 1\r\nfolder\t0\t1").message, file + "2, the file is cut in it.");
-    EXPECT_EQ(Read("Tobbin jukebox 1\r\nend\t1\t00000000\r\n").message,
+    EXPECT_EQ(Read("Tobbin jukebox 1\r\nend\t1\t0000000000000000\r\n").message,
               file + "2, the file was altered: what it says of the lines before it is not so.");
 }
 
 TEST_F(JukeboxFileTest, LinesThatTobbinDoesNotWriteAreRefused) {
     const std::string folder = "folder\t0\t1\t0\tA\r\n";
-    const std::string place = "place\tC:\\5c\r\n";
-    EXPECT_EQ(Fault(folder + place + "song\t1\t2\t2\t1\ta\r\n"), "");
+    const std::string place = "place\tC:\\\r\n";
+    const std::string song = "song\t1\t2\t2\t1\ta\r\n";
+    EXPECT_EQ(Fault(folder + place + song + "again\t1\t2\t-2\r\n"), "");
     const auto expectFaultInLine = [&](int line, const std::string& lines) {
         EXPECT_NE(Fault(lines).find(" in line " + std::to_string(line) + ","), std::string::npos)
             << lines;
@@ -133,13 +141,15 @@ TEST_F(JukeboxFileTest, LinesThatTobbinDoesNotWriteAreRefused) {
     expectFaultInLine(2, "folder\t0\t1\t99999999999\tA\r\n");
     expectFaultInLine(2, "folder\t-1\t1\t0\tA\r\n");
     expectFaultInLine(3, folder + "folder\t2\t1\t0\tB\r\n");
-    expectFaultInLine(3, place + "song\t1\t2\t2\t1\ta\r\n");
-    expectFaultInLine(3, folder + "song\t1\t2\t2\t1\ta\r\n");
+    expectFaultInLine(3, place + song);
+    expectFaultInLine(3, folder + song);
     expectFaultInLine(4, folder + place + "song\t1\t2\t2\t2\ta\r\n");
     expectFaultInLine(4, folder + place + "song\t1\t2\t2\t0\ta\r\n");
     expectFaultInLine(4, folder + place + "song\t1\t200\t2\t1\ta\r\n");
     expectFaultInLine(4, folder + place + "song\t1\t2\t2\t1\ta\tb\tc\r\n");
-    for (const char* text : {"\\", "\\0", "\\0x", "\\0A", "\\41", "\x01", "a\nb"})
+    for (const char* again : {"0\t2\t2", "2\t2\t2", "1\t128\t2", "1\t2", "-1\t2\t2", "1\t2\t2\t"})
+        expectFaultInLine(5, folder + place + song + "again\t" + again + "\r\n");
+    for (const char* text : {"|", "|0", "|0x", "|0A", "|41", "\x01", "a\nb"})
         expectFaultInLine(2, "folder\t0\t1\t0\t" + std::string(text) + "\r\n");
 }
 
@@ -150,7 +160,7 @@ TEST_F(JukeboxFileTest, OddTextsComeBack) {
                                             "\r\n",
                                             std::string("\0\x1F\x7F", 3),
                                             "\\",
-                                            "\\5c",
+                                            "|7c",
                                             "\xCE\xA9\xE3\x81\x82\xF0\x9F\x8E\xB5",
                                             "\xED\xA0\x80 half a pair",
                                             "a\tb"};
@@ -207,6 +217,64 @@ TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger
     const std::string again = WriteJukebox(*loaded, rebuilt);
     ASSERT_EQ(ReadJukebox(again, "mix", catalogue, fake.text, loaded).outcome, LoadOutcome::Loaded);
     EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+}
+
+// Songs are read and looked up in groups; here each is looked up by itself.
+TEST_F(JukeboxFileTest, ManySongsAreFoundAsEachByItself) {
+    std::mt19937 chance(7);
+    const auto roll = [&](std::size_t sides) { return chance() % sides; };
+    const std::vector<std::string> folders = {"C:\\M\\", "C:\\|\\", "7", "", "\xCE\xA9\\"};
+    const std::vector<std::string> names = {"a.mp3", "9", "", "a long name of a song.mp3",
+                                            "|\t\x7F"};
+    const auto songOf = [&](clsMain& of) {
+        of.OnSongFound(folders[roll(folders.size())],
+                       names[roll(names.size())] + std::string(roll(3), 'x'));
+    };
+    FakeOutside otherFake;
+    clsINI otherSettings(otherFake.outside, "C:\\T\\");
+    clsMain other(otherFake.outside, otherSettings, sorter, progress);
+    for (int i = 0; i < 300; ++i)
+        songOf(catalogue);
+    for (std::int32_t record = 1; record <= 200; ++record) {
+        if (roll(3) == 0)
+            songOf(other);
+        else
+            other.OnSongFound(catalogue.Mp3Info(clsMain::kFolder, record),
+                              catalogue.Mp3Info(clsMain::kFileName, record));
+    }
+    Folder* folder = nullptr;
+    std::vector<std::int32_t> expected;
+    SongFinder finder(other, fake.text);
+    for (int i = 0; i < 2000; ++i) {
+        if (i == 0 || roll(100) == 0)
+            folder = &jukebox.AddChild(nullptr, "F");
+        const auto record = static_cast<std::int32_t>(roll(300) + 1);
+        const std::string name = catalogue.Mp3Info(clsMain::kFileName, record);
+        SongItem song = jukebox.MakeItem(roll(9) == 0 ? "other" : name, record, 2);
+        song.selectedImage = static_cast<std::int8_t>(roll(5)) - 1;
+        jukebox.AppendSongs(*folder, {song});
+        expected.push_back(
+            finder.RecordOf(record, catalogue.Mp3Info(clsMain::kFolder, record), name));
+    }
+    ASSERT_EQ(
+        ReadJukebox(WriteJukebox(jukebox, catalogue), "mix", other, fake.text, loaded).outcome,
+        LoadOutcome::Loaded);
+    std::size_t at = 0;
+    const Folder* was = jukebox.Next(nullptr);
+    for (const Folder* is = loaded->Next(nullptr); is != nullptr;
+         is = loaded->Next(is), was = jukebox.Next(was)) {
+        ASSERT_EQ(is->Songs().size(), was->Songs().size());
+        for (std::size_t i = 0; i < is->Songs().size(); ++i, ++at) {
+            const SongItem& song = is->Songs()[i];
+            EXPECT_EQ(std::max(song.recordNumber, 0), expected[at]) << at;
+            EXPECT_EQ(loaded->TextOf(song), jukebox.TextOf(was->Songs()[i])) << at;
+            EXPECT_EQ(song.selectedImage, was->Songs()[i].selectedImage) << at;
+            if (song.IsMissing()) {
+                EXPECT_EQ(loaded->MissingSongOf(song).recordNumber, was->Songs()[i].recordNumber);
+            }
+        }
+    }
+    EXPECT_EQ(at, expected.size());
 }
 
 TEST_F(JukeboxFileTest, SavingAndLoadingAreWholeOrNothing) {
