@@ -1,13 +1,17 @@
 #include "platform/DialogBase_win32.h"
 
+#include "platform/DialogFont_win32.h"
 #include "util/Check.h"
 
 namespace tobbin {
 
 INT_PTR DialogBase::ShowModal(HWND owner, int resource) {
     CHECK(Handle() == nullptr);
-    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), owner, &Thunk,
-                           reinterpret_cast<LPARAM>(static_cast<WindowBase*>(this)));
+    const std::vector<DWORD> look = TemplateWithMessageFont(resource);
+    CHECK(!look.empty());
+    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr),
+                                   reinterpret_cast<const DLGTEMPLATE*>(look.data()), owner, &Thunk,
+                                   reinterpret_cast<LPARAM>(static_cast<WindowBase*>(this)));
 }
 
 LRESULT DialogBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

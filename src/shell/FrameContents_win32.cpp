@@ -33,6 +33,22 @@ bool FrameContents::CreateIn(HWND frame, HMENU windowList) {
     return m_client != nullptr;
 }
 
+void FrameContents::UseLook(int oldDpi, int dpi) {
+    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr && oldDpi != dpi;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT place = {};
+        GetWindowRect(child, &place);
+        MapWindowPoints(nullptr, m_client, reinterpret_cast<POINT*>(&place), 2);
+        if (!IsIconic(child) && !IsZoomed(child))
+            MoveWindow(child, MulDiv(place.left, dpi, oldDpi), MulDiv(place.top, dpi, oldDpi),
+                       MulDiv(place.right - place.left, dpi, oldDpi),
+                       MulDiv(place.bottom - place.top, dpi, oldDpi), TRUE);
+    }
+    m_children.ForEach([](JukeboxMdiChild& child) { child.OnDpiChanged(); });
+    if (m_player.Panel() != nullptr)
+        SendMessageW(m_player.Panel(), WM_DPICHANGED_AFTERPARENT, 0, 0);
+}
+
 void FrameContents::ReleaseClosed() {
     m_children.ReleaseClosed();
     m_player.ReleaseClosed();

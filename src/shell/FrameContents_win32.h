@@ -42,6 +42,10 @@ class FrameContents : private FrameView, private JukeboxWindowHost {
     void OpenFiles(const std::vector<std::string>& paths) override;
     void OpenWaitingFiles();
 
+    // The screen or the colours have changed: windows that don't fill the frame keep their share of
+    // it.
+    void UseLook(int oldDpi, int dpi);
+
     // Releases windows that are closed. Only to be called when no message of one is at work.
     void ReleaseClosed();
 

@@ -54,6 +54,7 @@ bool MainFrame::Open() {
     if (!Create(look, kCaption, placement))
         return false;
     SetMenu(Handle(), m_menu.Handle());
+    m_dpi = static_cast<int>(GetDpiForWindow(Handle()));
     m_maximised = PlaceFrame(Handle(), m_outside.Interfaces().userSettings);
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
@@ -99,6 +100,11 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_SYSCOLORCHANGE:
             TellDescendants(Handle(), message);
+            UseLook();
+            break;
+        case WM_SETTINGCHANGE:
+            if (wParam == SPI_SETNONCLIENTMETRICS || wParam == SPI_SETHIGHCONTRAST)
+                UseLook();
             break;
         case WM_DPICHANGED:
             OnDpiChanged(*reinterpret_cast<const RECT*>(lParam));
@@ -143,12 +149,24 @@ void MainFrame::OnSize() {
 }
 
 void MainFrame::OnDpiChanged(const RECT& place) {
-    m_toolbar.OnDpiChanged();
-    m_statusBar.OnDpiChanged();
-    m_contents.Children().ForEach([](JukeboxMdiChild& child) { child.OnDpiChanged(); });
     SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    UseLook();
+}
+
+// Takes the fonts, the pictures and the measures for the screen and the colours there are now.
+void MainFrame::UseLook() {
+    const auto dpi = static_cast<int>(GetDpiForWindow(Handle()));
+    const auto icon = [&](int measure) {
+        return reinterpret_cast<LPARAM>(
+            ProgramIcon(GetSystemMetricsForDpi(measure, static_cast<UINT>(dpi))));
+    };
+    SendMessageW(Handle(), WM_SETICON, ICON_BIG, icon(SM_CXICON));
+    SendMessageW(Handle(), WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
+    m_toolbar.OnDpiChanged();
+    m_statusBar.OnDpiChanged();
     OnSize();
+    m_contents.UseLook(std::exchange(m_dpi, dpi), dpi);
 }
 
 void MainFrame::OnCommand(int command) {
@@ -189,8 +207,9 @@ bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
 bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
-    return m_contents.Player().TranslateKeys(message) ||
-           TranslateFrameKeys(Handle(), m_contents.Client(), m_menu.Keys(), message);
+    // The frame's first: the panel's would take the keys of menus and windows as well.
+    return TranslateFrameKeys(Handle(), m_contents.Client(), m_menu.Keys(), message) ||
+           m_contents.Player().TranslateKeys(message);
 }
 
 void MainFrame::BetweenMessages() {

@@ -44,6 +44,7 @@ class MainFrame : public WindowBase {
     void OnCommand(int command);
     void OnInitMenu(HMENU menu, bool isSystemMenu);
     void OnDpiChanged(const RECT& place);
+    void UseLook();
     bool OnCopyData(const COPYDATASTRUCT& data);
     bool OnQueryEndSession();
     void OnClose();
@@ -59,6 +60,7 @@ class MainFrame : public WindowBase {
     FrameToolbar m_toolbar;
     FrameStatusBar m_statusBar;
     int m_loadedNumber = 0;
+    int m_dpi = 96;            // of the screen that the frame's look is for
     bool m_maximised = false;  // as it was left
     bool m_barsOutdated = true;
     HWND m_barsOf = nullptr;  // the active child of which the bars tell

@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Walks through the whole program under Wine with no mouse, by real key strokes: keyboard.py REPORT
+
+Runs in a prefix in which the program has found its songs before (first_run.py). One walk, in the
+steps of a person who meets the program; each goes on where the one before it ended.
+"""
+import sys
+import time
+import unittest
+
+from editing import boxes, chosen, heading, keys, rows, status, typed
+from under_wine import PREFIX, Program, driver, report
+
+GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
+
+
+def enter(text):
+    typed(text)
+    keys("Return")
+
+
+class Keyboard(unittest.TestCase):
+    maxDiff = None
+
+    def test_the_whole_program_without_a_mouse(self):
+        self.program = Program().__enter__()
+        for step in (self.menus_dialogs_and_tips, self.a_folder_gets_its_name_and_keeps_its_keys,
+                     self.songs_are_copied_sorted_ranked_cut_and_brought_back,
+                     self.a_song_is_found_and_a_folder_deleted_and_brought_back,
+                     self.songs_are_played_and_the_panel_left_and_closed,
+                     self.jukeboxes_are_saved_arranged_closed_and_the_program_left):
+            step()
+
+    def until(self, ask, expected):
+        end = time.monotonic() + 20
+        while (found := ask()) != expected and time.monotonic() < end:
+            pass
+        self.assertEqual(found, expected)
+
+    def last_folder(self):
+        return self.program.tree()[-1]
+
+    def names(self):
+        return [row[2] for row in rows()]
+
+    def through(self, window, opening, *closing):
+        """A dialog that keys open and close again."""
+        keys(*opening)
+        driver("wait", *window, "20")
+        keys(*closing)
+        driver("gone", window[0], "20") if window[0] != "#32770" else self.until(boxes, [])
+
+    def menus_dialogs_and_tips(self):
+        self.through(("frmTip", "*"), ("alt+h", "t"), "alt+n", "Return")
+        self.through(("frmPicture", "*"), ("alt+p", "c"), "alt+t", "Tab", "Escape")
+        self.through(("#32770", "About*"), ("alt+h", "a"), "Return")
+        self.through(("frmFind", "*"), ("ctrl+f",), "alt+c")
+
+    def a_folder_gets_its_name_and_keeps_its_keys(self):
+        keys("alt+e", "a")
+        driver("wait", "Edit", "New Folder", "20")
+        enter("Road trip")
+        self.until(self.last_folder, (0, "Road trip"))
+        keys("F2")
+        driver("wait", "Edit", "Road trip", "20")
+        typed("x")
+        keys("Left", "Delete", "ctrl+v", "Escape")  # the name's own, not the folder's
+        self.assertEqual((self.last_folder(), boxes()), ((0, "Road trip"), []))
+        keys("F2")
+        driver("wait", "Edit", "Road trip", "20")
+        enter("Long drive")
+        self.until(self.last_folder, (0, "Long drive"))
+
+    def songs_are_copied_sorted_ranked_cut_and_brought_back(self):
+        keys("Home", "F6", "Home", "shift+Down", "shift+Down", "ctrl+c")
+        self.until(lambda: len(chosen()), 3)
+        songs = chosen()
+        keys("F6", "End", "ctrl+v")
+        self.until(self.names, songs)
+        keys("ctrl+h", "ctrl+h")
+        self.until(self.names, sorted(songs, key=str.lower, reverse=True))
+        keys("ctrl+h")
+        self.until(heading, "By Rank -- best to worst")
+        keys("Tab", "End", "Menu", "1")
+        self.until(lambda: rows()[2][0], "7")
+        ranked = self.names()[2]
+        keys("ctrl+h", "ctrl+h")
+        keys("Home", "ctrl+x")
+        self.until(lambda: len(rows()), 2)
+        keys("alt+BackSpace")
+        self.until(lambda: len(rows()), 3)
+        keys("Home", "Delete")
+        self.until(lambda: len(rows()), 2)
+        keys("ctrl+v")
+        self.until(lambda: (len(rows()), ranked in self.names()), (3, True))
+
+    def a_song_is_found_and_a_folder_deleted_and_brought_back(self):
+        name = self.names()[2]
+        keys("ctrl+f")
+        driver("wait", "frmFind", "*", "20")
+        enter(name)
+        self.until(chosen, [name])
+        keys("Escape")
+        driver("gone", "frmFind")
+        keys("F3")
+        self.until(lambda: (chosen(), status()), ([name], ""))
+        keys("F6", "shift+F6", "F6", "End", "Delete")
+        driver("wait", "#32770", "Are you sure*", "20")
+        keys("Escape")
+        self.until(boxes, [])
+        self.assertEqual(self.last_folder(), (0, "Long drive"))
+        keys("Delete")
+        driver("wait", "#32770", "Are you sure*", "20")
+        keys("alt+y")
+        self.until(self.last_folder, (0, "Best friend's favorites"))
+        keys("alt+BackSpace")
+        self.until(self.last_folder, (0, "Long drive"))
+
+    def songs_are_played_and_the_panel_left_and_closed(self):
+        keys("Home", "F6", "Home", "Return")
+        driver("wait", "frmMainWinamp", "*PLAYING*", "30")
+        keys("alt+v", "Right", "F6", "End")  # from the panel on to the folders
+        self.until(lambda: len(rows()), 3)
+        keys("shift+F6", "ctrl+F4")
+        driver("gone", "frmMainWinamp", "20")
+
+    def jukeboxes_are_saved_arranged_closed_and_the_program_left(self):
+        keys("ctrl+s")
+        driver("wait", "#32770", "Juke Box Files*", "30")
+        enter("walk")
+        self.until(lambda: driver("titles"), ["WALK"])
+        self.assertTrue((GROUPING / "walk.juk").exists())
+        keys("ctrl+n")
+        self.until(lambda: driver("titles"), ["JukeBox2", "WALK"])
+        keys("shift+F5", "ctrl+F6")
+        self.until(lambda: driver("titles"), ["WALK", "JukeBox2"])
+        keys("alt+F4")
+        driver("wait", "#32770", "*JukeBox2*", "30")
+        keys("alt+n")
+        driver("gone", "frmMDIForm1", "30")
+        self.program.process.wait(30)
+
+
+if __name__ == "__main__":
+    sys.exit(report(Keyboard, sys.argv[1]))
