@@ -29,7 +29,6 @@ class FakeDisk : public Disk {
     void AddLink(const std::string& link, const std::string& target);
     void SetId(const std::string& folder, const FolderId& id);
     void SetModifiedTime(const std::string& path, std::int64_t unixTime);
-    void SetNow(std::int64_t unixTime) { m_now = unixTime; }
 
     // What was done, one line each: "open C:\a", "write C:\a", "replace C:\a.new C:\a" ...
     const std::vector<std::string>& Log() const { return m_log; }

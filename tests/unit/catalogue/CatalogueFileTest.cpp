@@ -1,5 +1,7 @@
 #include "catalogue/CatalogueFile.h"
 
+#include <algorithm>
+
 #include "unit/catalogue/CatalogueFixture.h"
 #include "util/Errors.h"
 
@@ -8,44 +10,18 @@ namespace {
 
 using namespace std::string_literals;
 
+// "~" stands for a NUL.
+std::string WithNuls(std::string text) {
+    std::ranges::replace(text, '~', '\0');
+    return text;
+}
+
 // Four records: plain with a text in a spare cell, an ANSI name, a free record, a Greek name.
-const std::string kGolden =
-    "\x05\x00"s
-    "a.mp3"
-    "\x05\x00"s
-    "C:\\M\\"
-    "\x01\x00"s
-    "1"
-    "\x01\x00"s
-    "1"
-    "\x01\x00"s
-    "7"
-    "\x02\x00"s
-    "hi"
-    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
-    "\x08\x00"s
-    "Caf\xE9.mp3"
-    "\x05\x00"s
-    "C:\\M\\"
-    "\x01\x00"s
-    "2"
-    "\x01\x00"s
-    "1"
-    "\x01\x00"s
-    "2"
-    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
-    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s
-    "\x09\x00"s
-    "\xEF\xBB\xBF\xCE\xA9.mp3"
-    "\x01\x00"s
-    "0"
-    "\x01\x00"s
-    "4"
-    "\x01\x00"s
-    "0"
-    "\x03\x00"s
-    "odd"
-    "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00"s;
+const std::string kGolden = WithNuls(
+    "\x05~a.mp3\x05~C:\\M\\\x01~1\x01~1\x01~7\x02~hi~~~~~~~~~~~~"
+    "\x08~Caf\xE9.mp3\x05~C:\\M\\\x01~2\x01~1\x01~2~~~~~~~~~~~~~~"
+    "~~~~~~~~~~~~~~~~~~~~~~~~"
+    "\x09~\xEF\xBB\xBF\xCE\xA9.mp3\x01~0\x01~4\x01~0\x03~odd~~~~~~~~~~~~~~");
 constexpr std::size_t kEnds[] = {39, 79, 103, 142};  // of its records
 
 class CatalogueFileTest : public Catalogue {

@@ -93,23 +93,6 @@ TEST_F(Passes, CheckDoesNotTrustADriveThatWentAwayMeanwhile) {
     EXPECT_EQ(Rows(), before);
 }
 
-TEST_F(Passes, OneOfEachFileNameStaysTheOneOfTheSmallestNumber) {
-    Add("C:\\A\\", "x.mp3");
-    Add("C:\\B\\", "X.mp3");  // case counts
-    Add("C:\\B\\", "x.mp3");
-    Add("C:\\C\\", "y.mp3");
-    Add("C:\\D\\", "x.mp3");
-    catalogue.OnSongFound("0", "0");
-    catalogue.OnSongFound("0", "0");
-    for (const int record : {6, 7})
-        catalogue.Mp3Info(3, record, "0");
-    EXPECT_TRUE(catalogue.DeleteIdenticalFileNamesAndPaths());
-    EXPECT_EQ(Rows(), (Texts{"C:\\A\\|x.mp3|1|1|2", "C:\\B\\|X.mp3|1|2|2", "C:\\C\\|y.mp3|1|3|2",
-                             "0|0|0|4|2", "0|0|0|5|2"}));
-    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 5);
-    EXPECT_EQ(SummariseCatalogue(fake.disk.Content(kCatalogue)).songs, 5);
-}
-
 TEST_F(Passes, DuplicatesMatchALiteralSearchOverRandomTables) {
     std::mt19937 random(20);
     const Texts names{"a.mp3", "A.mp3", "b.mp3", "0", "", "c[1].mp3"};
@@ -149,6 +132,8 @@ TEST_F(Passes, DuplicatesMatchALiteralSearchOverRandomTables) {
             rows.push_back(table.Mp3Info(2, record) + table.Mp3Info(3, record) +
                            table.Mp3Info(4, record) + table.Mp3Info(5, record));
         ASSERT_EQ(rows, wanted) << "round " << round;
+        ASSERT_EQ(settings.NumerOfRecordsInTheMain(), table.UBoundOfMp3Array());
+        ASSERT_EQ(SummariseCatalogue(fake.disk.Content(kCatalogue)).songs, std::ssize(rows));
     }
 }
 

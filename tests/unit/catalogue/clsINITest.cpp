@@ -50,17 +50,8 @@ TEST_F(Settings, AreWrittenByteForByteAndReadBack) {
     clsINI other(fake.outside, "D:\\");
     other.IsItTiled(true);
     EXPECT_EQ(other.GetandLoadIniInfo(kPath).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(other.FileContainingTargetDirectories(),
-              "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz");
-    EXPECT_EQ(other.LocOfGroupingDir(), "C:\\T\\Grouping\\");
-    EXPECT_EQ(other.NumerOfRecordsInTheMain(), 1520);
-    EXPECT_EQ(other.LocOfWinAmpExe(), "C:\\Caf\xC3\xA9\\player.exe");
-    EXPECT_EQ(other.LocOfLastSavedJukeBox(), "c:\\new.juk");
-    EXPECT_EQ(other.LocSecToLastSavedJukeBox(), "c:\\\xCE\xA9.juk");
-    EXPECT_EQ(other.LocOfThirdToLastSaveJukeBox(), "c:\\old.juk");
-    EXPECT_TRUE(other.IsThereAPicture());
-    EXPECT_FALSE(other.IsItTiled());
-    EXPECT_EQ(other.PictureLocation(), "C:\\sea.jpg");
+    EXPECT_TRUE(other.Save("C:\\T\\again.ini"));
+    EXPECT_EQ(fake.disk.Content("C:\\T\\again.ini"), kGolden);
 }
 
 TEST_F(Settings, ShortAndLongFilesChangeWhatTheyName) {

@@ -9,6 +9,7 @@
 #include "fakes/FakeOutside.h"
 #include "fakes/TaggedSong.h"
 #include "jukebox/JukeboxFile.h"
+#include "unit/catalogue/CatalogueFixture.h"
 
 namespace tobbin {
 namespace {
@@ -16,7 +17,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr char kSettings[] = "C:\\App\\Grouping\\System\\TheOrganizer.ini";
-constexpr char kCatalogue[] = "C:\\App\\Grouping\\FileLocNames.lmz";
+constexpr char kSongs[] = "C:\\App\\Grouping\\FileLocNames.lmz";
 constexpr char kFolderList[] = "C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz";
 
 // Writes down what is to be seen, in one list with the texts of the label. Stopped while a text
@@ -110,19 +111,8 @@ TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
     EXPECT_EQ(Songs("Decades", "80's") + Songs("Year", "2005"), "b.mp3 a.mp3 ");
     EXPECT_TRUE(view.jukebox->IsFormDirty());
 
-    const std::string spares(14, '\0');
-    EXPECT_EQ(fake.disk.Content(kCatalogue), std::string("\x05\0b.mp3\x09\0C:\\Music\\\x01\0"
-                                                         "1\x01\0"
-                                                         "1\x01\0"
-                                                         "2",
-                                                         27) +
-                                                 spares +
-                                                 std::string("\x05\0a.mp3\x09\0C:\\Music\\\x01\0"
-                                                             "2\x01\0"
-                                                             "1\x01\0"
-                                                             "2",
-                                                             27) +
-                                                 spares);
+    EXPECT_EQ(fake.disk.Content(kSongs),
+              FileRecord("b.mp3", "C:\\Music\\", "1") + FileRecord("a.mp3", "C:\\Music\\", "2"));
     EXPECT_EQ(fake.disk.Content(kFolderList), "C:\\Music\\\r\n");
     EXPECT_EQ(fake.disk.Content(kSettings),
               "C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nC:\\App\\Grouping\\\r\n"
@@ -135,11 +125,11 @@ TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
 TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
     Run();
     SaveJukebox("C:\\App\\Grouping\\mix.juk");
-    const std::string catalogue = fake.disk.Content(kCatalogue);
+    const std::string catalogue = fake.disk.Content(kSongs);
     ASSERT_TRUE(Run());
     EXPECT_EQ(view.seen, (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area",
                                 "window MIX", "splash gone", "frame", "tips"}));
-    EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue);
+    EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
     EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");
     EXPECT_EQ(view.jukebox->Columns()[0], "Name    --        (click to sort)");
@@ -268,12 +258,12 @@ TEST_F(StartUpTest, SettingsThatCanNotBeReadAreNeverReplaced) {
 
 TEST_F(StartUpTest, SettingsOfFourLinesAndAWrongCountLoseNothing) {
     Run();
-    const std::string catalogue = fake.disk.Content(kCatalogue);
+    const std::string catalogue = fake.disk.Content(kSongs);
     for (const char* count : {"0", "1", "7"}) {
         fake.disk.AddFile(kSettings, std::string(kFolderList) + "\r\nC:\\App\\Grouping\\\r\n" +
                                          count + "\r\n\r\n");
         ASSERT_TRUE(Run());
-        EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue) << count;
+        EXPECT_EQ(fake.disk.Content(kSongs), catalogue) << count;
         EXPECT_EQ(Songs("All Songs"), "b.mp3 ") << count;
     }
     EXPECT_TRUE(Boxes().empty());
@@ -310,20 +300,20 @@ TEST_F(StartUpTest, ThePlayerIsSearchedForWhenItIsNotWhereItWas) {
 
 TEST_F(StartUpTest, ALostOrDamagedCatalogueOffersASearch) {
     Run();
-    fake.disk.Erase(kCatalogue);
+    fake.disk.Erase(kSongs);
     Run();
     ASSERT_EQ(Boxes().size(), 1U);
     EXPECT_EQ(fake.dialogs.boxes[0].buttons, Buttons::YesNo);
-    EXPECT_NE(Boxes()[0].find(kCatalogue), std::string::npos);
-    EXPECT_FALSE(fake.disk.Has(kCatalogue));  // the answer was No
+    EXPECT_NE(Boxes()[0].find(kSongs), std::string::npos);
+    EXPECT_FALSE(fake.disk.Has(kSongs));  // the answer was No
     EXPECT_EQ(Songs("All Songs"), "");
 
     Run();  // counts no songs any more: a first run
-    const std::string whole = fake.disk.Content(kCatalogue);
+    const std::string whole = fake.disk.Content(kSongs);
     EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
 
     const std::string damaged = whole + "\x05";
-    fake.disk.AddFile(kCatalogue, damaged);
+    fake.disk.AddFile(kSongs, damaged);
     fake.disk.AddFile("D:\\Far\\d.mp3");
     fake.drives.drives.push_back({"D:\\", 3U});
     fake.dialogs.answers = {Answer::Yes};
@@ -336,15 +326,15 @@ TEST_F(StartUpTest, ALostOrDamagedCatalogueOffersASearch) {
 TEST_F(StartUpTest, ALockedCatalogueIsLeftAsItIs) {
     Run();
     SaveJukebox("C:\\App\\Grouping\\mix.juk");
-    const std::string catalogue = fake.disk.Content(kCatalogue);
-    fake.disk.Lock(kCatalogue);
+    const std::string catalogue = fake.disk.Content(kSongs);
+    fake.disk.Lock(kSongs);
     ASSERT_TRUE(Run());
     ASSERT_EQ(Boxes().size(), 1U);
-    EXPECT_NE(Boxes()[0].find(kCatalogue), std::string::npos);
+    EXPECT_NE(Boxes()[0].find(kSongs), std::string::npos);
     EXPECT_TRUE(view.jukebox->MaybeFind("Mine")->Songs().at(0).IsMissing());
     EXPECT_EQ(Songs("Mine"), "b.mp3 ");
-    fake.disk.Unlock(kCatalogue);
-    EXPECT_EQ(fake.disk.Content(kCatalogue), catalogue);
+    fake.disk.Unlock(kSongs);
+    EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     Run();
     EXPECT_FALSE(view.jukebox->MaybeFind("Mine")->Songs().at(0).IsMissing());
     EXPECT_EQ(Songs("All Songs") + Songs("New"), "b.mp3 b.mp3 ");

@@ -1,56 +1,38 @@
 #include "ui/JukeboxWindow.h"
 
-#include <gtest/gtest.h>
-
-#include "fakes/FakeJukeboxView.h"
-#include "fakes/FakeOutside.h"
-#include "jukebox/InitialJukebox.h"
-#include "shell/Application.h"
 #include "ui/ListedSongs.h"
+#include "unit/ui/EditingFixture.h"
 
 namespace tobbin {
 namespace {
 
-class JukeboxWindowTest : public testing::Test {
+class JukeboxWindowTest : public EditingTest {
  protected:
-    FakeOutside fake;
-    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\"}};
-    FakeJukeboxWindowHost host;
-    Jukebox jukebox;
-    JukeboxWindow window{application.Tools(), jukebox, host};
-    FakeJukeboxView view;
-    Folder& songs = jukebox.AddChild(nullptr, "Mine");
-
-    JukeboxWindowTest() {
-        view.controller = &window;
-        window.SetView(&view);
-        AddListColumns(jukebox);
-        for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
-            const std::int32_t record = application.Catalogue().OnSongFound("C:\\M\\", name);
-            jukebox.AppendSongs(songs, {jukebox.MakeItem(name, record, 7)});
-        }
-        jukebox.DaCaption("MINE");
-        jukebox.IsFormDirty(false);
-    }
+    JukeboxWindow& window = Window();
+    Jukebox& jukebox = window.Model();
+    FakeJukeboxView& view = View();
+    Folder& songs = *At("By Mood/Happy");
+    std::vector<std::string>& asked = frame.host.asked;
 
     std::string Close() {
         view.Close();
-        return fake.dialogs.boxes.empty() ? "" : fake.dialogs.boxes.back().text;
+        return LastBox();
     }
 };
 
 TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
+    view.SelectFolder(nullptr);
     EXPECT_EQ(window.RowCount(), 0U);
     view.SelectFolder(&songs);
     ASSERT_EQ(window.RowCount(), 3U);
-    EXPECT_EQ(window.RowText(1, 0), "b.mp3");
+    EXPECT_EQ(window.RowText(1, 0), "b");
     EXPECT_EQ(window.RowText(1, 1), "2");
     application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
-    EXPECT_EQ(window.RowSpoken(1), "b.mp3, rank 1 of 6, 2 of 3");
+    EXPECT_EQ(window.RowSpoken(1), "b, rank 1 of 6, 2 of 3");
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);
-    EXPECT_EQ(window.RowSpoken(1), "b.mp3, missing, 2 of 3");
+    EXPECT_EQ(window.RowSpoken(1), "b, missing, 2 of 3");
 }
 
 TEST_F(JukeboxWindowTest, MarksASongThatTheCatalogueLacksAsMissing) {
@@ -69,7 +51,7 @@ TEST_F(JukeboxWindowTest, PlaysTheFolderFromBothMenusAndTheSelectionFromOne) {
     window.ActOnPopUpClick(2, 2, &songs);  // nothing is selected
     view.rows = {0, 2};
     window.ActOnPopUpClick(2, 2, &songs);
-    EXPECT_EQ(host.asked, (std::vector<std::string>{"play all", "play all", "play selected"}));
+    EXPECT_EQ(asked, (std::vector<std::string>{"play all", "play all", "play selected"}));
     const std::vector<ListedSong> listed = ListedSongs(window);
     ASSERT_EQ(listed.size(), 3U);
     EXPECT_EQ(listed[2].recordNumber, 3);
@@ -83,7 +65,7 @@ TEST_F(JukeboxWindowTest, DoesNothingForPlacesOutsideTheMenusOrWithoutAFolder) {
         window.ActOnPopUpClick(command, 1, &songs);
     window.ActOnPopUpClick(17, 2, &songs);
     window.ActOnPopUpClick(1, 1, nullptr);
-    EXPECT_TRUE(host.asked.empty());
+    EXPECT_TRUE(asked.empty());
 }
 
 TEST_F(JukeboxWindowTest, LetsFoldersOfThePersonBeRenamedOnly) {
@@ -111,13 +93,13 @@ TEST_F(JukeboxWindowTest, AsksBeforeClosingOnlyWhenChanged) {
     EXPECT_EQ(Close(), "");
     window.IsFormDirty(true);
     EXPECT_EQ(Close(), "Do you want to save changes to MINE");
-    EXPECT_TRUE(host.asked.empty());
+    EXPECT_TRUE(asked.empty());
     fake.dialogs.answers.push_back(Answer::Yes);
     window.DaCaption("Jukebox One  (sample Jukebox you can use as a starting point)");
     EXPECT_EQ(Close(),
               "You should save this initial Jukebox to speed up the program.  Do you want to save "
               "this Jukebox?");
-    EXPECT_EQ(host.asked, std::vector<std::string>{"save"});
+    EXPECT_EQ(asked, std::vector<std::string>{"save"});
     EXPECT_EQ(fake.dialogs.boxes.back().buttons, Buttons::YesNo);
 }
 

@@ -85,21 +85,6 @@ TEST_F(FindTest, LooksOnFromTheFocusedSongWithTheDialogClosed) {
     EXPECT_EQ(Find("a"), "nothing");
 }
 
-TEST_F(FindTest, FindsAllOfManySongs) {
-    constexpr int kMany = 5000;
-    std::vector<SongItem> songs;
-    for (int i = 0; i < kMany; ++i) {
-        const std::string name = (i % 1000 == 999 ? "Needle " : "Straw ") + std::to_string(i);
-        const std::int32_t record = application.Catalogue().OnSongFound("C:\\M\\", name);
-        songs.push_back(Window().Model().MakeItem("", record, 2));
-    }
-    Window().Model().SetSongs(*At("By Mood"), songs);
-    Select("By Mood");
-    for (const char* const row : {"999", "1999", "2999", "3999", "4999"})
-        EXPECT_EQ(Find("needle"), std::string("By Mood/") + row);
-    EXPECT_EQ(Find("needle"), "By Mood/999");  // once more from the top
-}
-
 // The steps of the search, one by one, over folders in the order of the tree.
 struct LiteralFind {
     std::vector<std::pair<std::string, std::vector<std::string>>> folders;  // key, songs' names
