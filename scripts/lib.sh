@@ -111,6 +111,8 @@ make_application_folder() {
         sed 's/$/\r/' "$root/$text" >"$1/$(basename "$text")"  # as Windows' own editor wants it
     done
     mv "$1/LICENSE" "$1/LICENSE.txt"
+    rm -rf "$1/Help"
+    cp -r "$root/assets/help" "$1/Help"
 }
 
 # Installs the program in the prefix in use, as the installer does, and the stand-in for the

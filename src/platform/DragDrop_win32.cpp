@@ -1,175 +1,45 @@
 #include "platform/DragDrop_win32.h"
 
-#include <shlobj.h>
+#include <utility>
 
-#include <atomic>
-#include <cstdint>
-#include <cstring>
-
-#include "platform/Wide_win32.h"
 #include "platform/WindowBase_win32.h"
 
 namespace tobbin {
 namespace {
 
-// How a drag of the program's own is told from all others: by its data's format and process.
-struct OwnMark {
-    DWORD process = 0;
-    void* own = nullptr;
-};
-
-FORMATETC FormatOf(UINT clipboardFormat) {
-    return {static_cast<CLIPFORMAT>(clipboardFormat), nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
-}
-
-UINT OwnFormat() {
-    return RegisterClipboardFormatW(L"Tobbin dragged");
-}
-
-// The memory of one format of the data; nothing to free when it has none.
-class DataMemory {
- public:
-    DataMemory(IDataObject& data, UINT clipboardFormat) {
-        FORMATETC format = FormatOf(clipboardFormat);
-        if (data.GetData(&format, &m_medium) != S_OK)
-            m_medium.tymed = TYMED_NULL;
-    }
-    ~DataMemory() {
-        if (m_medium.tymed != TYMED_NULL)
-            ReleaseStgMedium(&m_medium);
-    }
-    DataMemory(const DataMemory&) = delete;
-    DataMemory& operator=(const DataMemory&) = delete;
-
-    HGLOBAL Get() const { return m_medium.tymed == TYMED_HGLOBAL ? m_medium.hGlobal : nullptr; }
-
- private:
-    STGMEDIUM m_medium = {};
-};
-
-void* MaybeOwn(IDataObject& data) {
-    const DataMemory memory(data, OwnFormat());
-    OwnMark mark;
-    if (memory.Get() == nullptr || GlobalSize(memory.Get()) < sizeof(mark))
-        return nullptr;
-    std::memcpy(&mark, GlobalLock(memory.Get()), sizeof(mark));
-    GlobalUnlock(memory.Get());
-    return mark.process == GetCurrentProcessId() ? mark.own : nullptr;
-}
-
-// COM's counting of references for an object with one interface.
-template <typename Interface>
-class ComObject : public Interface {
- public:
-    virtual ~ComObject() = default;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, __uuidof(Interface));
-        *object = known ? static_cast<Interface*>(this) : nullptr;
-        if (known)
-            AddRef();
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-
- private:
-    std::atomic<ULONG> m_references = 1;
-};
-
-class OwnData : public ComObject<IDataObject> {
- public:
-    explicit OwnData(void* own) : m_mark{GetCurrentProcessId(), own} {}
-
-    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) override {
-        if (QueryGetData(format) != S_OK)
-            return DV_E_FORMATETC;
-        *medium = {};
-        medium->hGlobal = GlobalAlloc(GMEM_MOVEABLE, sizeof(m_mark));
-        if (medium->hGlobal == nullptr)
-            return E_OUTOFMEMORY;
-        medium->tymed = TYMED_HGLOBAL;
-        std::memcpy(GlobalLock(medium->hGlobal), &m_mark, sizeof(m_mark));
-        GlobalUnlock(medium->hGlobal);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) override {
-        return format->cfFormat == OwnFormat() && (format->tymed & TYMED_HGLOBAL) != 0
-                   ? S_OK
-                   : DV_E_FORMATETC;
-    }
-    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override {
-        const FORMATETC format = FormatOf(OwnFormat());
-        *formats = nullptr;
-        return direction == DATADIR_GET ? SHCreateStdEnumFmtEtc(1, &format, formats) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) override {
-        out->ptd = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
-        return OLE_E_ADVISENOTSUPPORTED;
-    }
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) override {
-        return OLE_E_ADVISENOTSUPPORTED;
-    }
-
- private:
-    OwnMark m_mark;
-};
-
 // Ends the drag when the left button is up again; Esc or another button gives it up.
 class DragSource : public ComObject<IDropSource> {
  public:
+    explicit DragSource(const OwnDrag& drag) : m_drag(drag) {}
+
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
         if (escape || (keys & (MK_RBUTTON | MK_MBUTTON)) != 0)
             return DRAGDROP_S_CANCEL;
         return (keys & MK_LBUTTON) == 0 ? DRAGDROP_S_DROP : S_OK;
     }
-    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+    HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD effect) override {
+        if (effect == DROPEFFECT_NONE || m_drag.effect != DropEffect::Move)
+            return DRAGDROP_S_USEDEFAULTCURSORS;
+        // To the system all is a copy (see RunDrag): its cursor for a move is ours to show.
+        constexpr WORD kMove = 2;
+        const HCURSOR move = LoadCursorW(GetModuleHandleW(L"ole32.dll"), MAKEINTRESOURCEW(kMove));
+        SetCursor(move != nullptr ? move : LoadCursorW(nullptr, IDC_ARROW));
+        return S_OK;
+    }
+
+ private:
+    const OwnDrag& m_drag;
 };
 
-DropEffect EffectOf(DWORD effects) {
-    return (effects & DROPEFFECT_MOVE) != 0   ? DropEffect::Move
-           : (effects & DROPEFFECT_COPY) != 0 ? DropEffect::Copy
-                                              : DropEffect::None;
-}
-
-// As far as the source allows it. One that only offers links gets told of a link instead of a copy.
+// As far as the source allows it. A source of the program's own allows a copy only and hears of a
+// move by itself. One that only offers links gets told of a link instead of a copy.
 DWORD SystemEffect(DropEffect effect, DWORD allowed) {
-    if (effect == DropEffect::Move)
-        return allowed & DROPEFFECT_MOVE;
-    if (effect == DropEffect::Copy)
-        return (allowed & DROPEFFECT_COPY) != 0 ? DROPEFFECT_COPY : allowed & DROPEFFECT_LINK;
-    return DROPEFFECT_NONE;
-}
-
-std::vector<std::string> FilesOf(HDROP drop) {
-    std::vector<std::string> paths;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-    paths.reserve(count);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-        paths.push_back(Utf8(path));
-    }
-    return paths;
+    if (effect == DropEffect::None)
+        return DROPEFFECT_NONE;
+    return (allowed & DROPEFFECT_COPY) != 0 ? DROPEFFECT_COPY : allowed & DROPEFFECT_LINK;
 }
 
 }  // namespace
-
-std::vector<std::string> TakeDroppedFiles(HDROP drop) {
-    std::vector<std::string> paths = FilesOf(drop);
-    DragFinish(drop);
-    return paths;
-}
 
 // The system's side of a DropTarget.
 class DropTargetObject : public ComObject<IDropTarget> {
@@ -181,10 +51,11 @@ class DropTargetObject : public ComObject<IDropTarget> {
                                         DWORD* effect) override {
         return GuardedHandler([&] {
             m_data = {};
-            m_data.maybeOwn = MaybeOwn(*data);
-            const DataMemory files(*data, CF_HDROP);
-            if (m_data.maybeOwn == nullptr && files.Get() != nullptr)
-                m_data.files = FilesOf(static_cast<HDROP>(files.Get()));
+            m_ownDrag = MaybeOwnDrag(*data);
+            if (m_ownDrag != nullptr)
+                m_data.maybeOwn = m_ownDrag->what;
+            else
+                m_data.files = FilesIn(*data);
             return DragOver(keys, at, effect);
         });
     }
@@ -197,6 +68,8 @@ class DropTargetObject : public ComObject<IDropTarget> {
     HRESULT STDMETHODCALLTYPE DragLeave() override {
         return GuardedHandler([&] {
             m_data = {};
+            TellSource(DropEffect::None);
+            m_ownDrag = nullptr;
             if (m_delegate != nullptr)
                 m_delegate->OnDragLeave();
             return S_OK;
@@ -206,6 +79,7 @@ class DropTargetObject : public ComObject<IDropTarget> {
         return GuardedHandler([&] {
             *effect = SystemEffect(Ask(&DropTargetDelegate::OnDrop, keys, at), *effect);
             m_data = {};
+            m_ownDrag = nullptr;
             return S_OK;
         });
     }
@@ -215,11 +89,19 @@ class DropTargetObject : public ComObject<IDropTarget> {
                    DWORD keys, POINTL at) {
         if (m_delegate == nullptr || (m_data.maybeOwn == nullptr && m_data.files.empty()))
             return DropEffect::None;
-        return (m_delegate->*question)(m_data, POINT{at.x, at.y}, (keys & MK_CONTROL) != 0);
+        const DropEffect effect =
+            (m_delegate->*question)(m_data, POINT{at.x, at.y}, (keys & MK_CONTROL) != 0);
+        TellSource(effect);
+        return effect;
+    }
+    void TellSource(DropEffect effect) {
+        if (m_ownDrag != nullptr)
+            m_ownDrag->effect = effect;
     }
 
     DropTargetDelegate* m_delegate;
     DraggedData m_data;
+    OwnDrag* m_ownDrag = nullptr;  // while the program's own is dragged over the window
 };
 
 DropTarget::DropTarget(DropTargetDelegate& delegate) : m_delegate(delegate) {}
@@ -243,13 +125,16 @@ void DropTarget::Stop() {
     m_object.reset();
 }
 
-DropEffect RunDrag(void* own) {
-    const ComPtr<IDataObject> data(new OwnData(own));
-    const ComPtr<IDropSource> source(new DragSource);
+// The system lets the source allow what any target may do. A file manager that may move would take
+// the songs out of their folders, so a copy is all that is allowed.
+void RunDrag(void* own, std::function<std::vector<std::string>()> files) {
+    OwnDrag drag{own};
+    auto* const data = new DragData(drag, std::move(files));
+    const ComPtr<IDataObject> owned(data);
+    const ComPtr<IDropSource> source(new DragSource(drag));
     DWORD effect = DROPEFFECT_NONE;
-    const HRESULT end =
-        DoDragDrop(data.get(), source.get(), DROPEFFECT_MOVE | DROPEFFECT_COPY, &effect);
-    return end == DRAGDROP_S_DROP ? EffectOf(effect) : DropEffect::None;
+    DoDragDrop(owned.get(), source.get(), DROPEFFECT_COPY, &effect);
+    data->EndDrag();
 }
 
 }  // namespace tobbin

@@ -2,13 +2,13 @@
 
 #include <windows.h>
 
-#include <oleidl.h>
-#include <shellapi.h>
-
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/ComPtr_win32.h"
+#include "platform/DragData_win32.h"
+#include "platform/FileDrop_win32.h"
 
 namespace tobbin {
 
@@ -17,8 +17,6 @@ struct DraggedData {
     void* maybeOwn = nullptr;        // what RunDrag was given
     std::vector<std::string> files;  // full paths
 };
-
-enum class DropEffect { None, Move, Copy };
 
 // Hears of what is dragged over a window. Points are those of the screen; `copyKey` is whether the
 // key that asks for a copy is down.
@@ -52,11 +50,9 @@ class DropTarget {
     ComPtr<DropTargetObject> m_object;
 };
 
-// The full paths of the files that WM_DROPFILES brings. Releases the handle.
-std::vector<std::string> TakeDroppedFiles(HDROP drop);
-
-// Drags something of the program's own until the mouse button is released or Esc is pressed, and
-// returns what the drop did. Other programs take nothing of it. `own` must live as long.
-DropEffect RunDrag(void* own);
+// Drags something of the program's own until the mouse button is released or Esc is pressed.
+// `own` must live as long. Other programs are offered a copy of the files that `files` names by
+// their full paths, and nothing else: they can't move or delete them. It is asked once at most.
+void RunDrag(void* own, std::function<std::vector<std::string>()> files);
 
 }  // namespace tobbin

@@ -83,6 +83,20 @@ class Programs {
     // it. Returns whether it was started.
     virtual bool Start(const std::string& programPath, const std::string& arguments,
                        ShowProgram show) = 0;
+
+    // Opens a document by its full path in the program that the person has for it. Returns whether
+    // there was one to be started.
+    virtual bool Open(const std::string& documentPath) = 0;
+};
+
+// The clipboard that all programs share. What the program itself pastes is the SongClipboard's.
+class SystemClipboard {
+ public:
+    virtual ~SystemClipboard() = default;
+
+    // Offers files by their full paths: as files that can be copied, and as text, one on each line.
+    // The clipboard stays as it is while another program holds it.
+    virtual void OfferFiles(const std::vector<std::string>& paths) = 0;
 };
 
 // Waiting window events.
@@ -141,6 +155,7 @@ struct Outside {
     ClockAndChance& clock;
     StatusLine& statusLine;
     PlayerWindow& player;
+    SystemClipboard& clipboard;
 };
 
 }  // namespace tobbin

@@ -18,13 +18,14 @@ bool IsFullPath(const std::string& path) {
     return (onDrive || path.starts_with("\\\\")) && path.find('"') == std::string::npos;
 }
 
-bool StartAsAdministrator(const std::wstring& program, const std::wstring& arguments,
-                          const std::wstring& folder, int show) {
+// `verb` null is what a double click does.
+bool ShellStart(const wchar_t* verb, const std::wstring& file, const std::wstring& arguments,
+                const std::wstring& folder, int show) {
     SHELLEXECUTEINFOW start = {};
     start.cbSize = sizeof(start);
     start.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
-    start.lpVerb = L"runas";
-    start.lpFile = program.c_str();
+    start.lpVerb = verb;
+    start.lpFile = file.c_str();
     start.lpParameters = arguments.c_str();
     start.lpDirectory = folder.c_str();
     start.nShow = show;
@@ -53,10 +54,15 @@ bool SystemPrograms::Start(const std::string& programPath, const std::string& ar
     if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_DEFAULT_ERROR_MODE, nullptr, folder.c_str(), &startup, &process))
         return GetLastError() == kElevationRequired &&
-               StartAsAdministrator(program, wideArguments, folder, startup.wShowWindow);
+               ShellStart(L"runas", program, wideArguments, folder, startup.wShowWindow);
     UniqueKernelObject(process.hThread).Reset();
     UniqueKernelObject(process.hProcess).Reset();
     return true;
+}
+
+bool SystemPrograms::Open(const std::string& documentPath) {
+    return IsFullPath(documentPath) && ShellStart(nullptr, Wide(documentPath), {},
+                                                  Wide(FolderOfPath(documentPath)), SW_SHOWNORMAL);
 }
 
 }  // namespace tobbin

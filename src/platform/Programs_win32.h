@@ -13,6 +13,7 @@ class SystemPrograms : public Programs {
  public:
     bool Start(const std::string& programPath, const std::string& arguments,
                ShowProgram show) override;
+    bool Open(const std::string& documentPath) override;
 };
 
 }  // namespace tobbin

@@ -339,14 +339,17 @@ void FrameCommands::NewJukeboxWindow() {
 }
 
 // The help program lies in the folder above the system's own. It tells of a missing help file
-// itself.
+// itself. Newer systems have no such program: they get the manual.
 void FrameCommands::StartHelp() {
     Outside& outside = m_application.TheOutside();
     std::string_view folder = m_application.Folders().system;
     folder.remove_suffix(std::min<std::size_t>(folder.size(), 1));
-    const std::string program = FolderOfPath(folder) + "WinHelp.exe";
-    if (!outside.programs.Start(program, m_application.HelpFile(), ShowProgram::Normal))
-        outside.statusLine.Say("The help program " + program + " could not be started.");
+    if (outside.programs.Start(FolderOfPath(folder) + "WinHelp.exe", m_application.HelpFile(),
+                               ShowProgram::Normal))
+        return;
+    const std::string manual = m_application.Folders().application + "Help\\index.html";
+    if (!FileExists(outside.disk, manual) || !outside.programs.Open(manual))
+        outside.statusLine.Say("The manual " + manual + " could not be opened.");
 }
 
 }  // namespace tobbin

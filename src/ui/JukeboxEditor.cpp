@@ -71,12 +71,47 @@ bool JukeboxEditor::MayTakeSongs(const Folder& folder) {
 ChangedPlace JukeboxEditor::CutFolder(Folder& folder) {
     if (!MayTakeFolder(folder))
         return {};
-    m_tools.clipboard.HoldFolder(m_jukebox, folder);
+    HoldFolder(folder);
     return m_history.Do("Cut Folder", TakeFolder(folder));
 }
 
 void JukeboxEditor::CopyFolder(const Folder& folder) {
+    HoldFolder(folder);
+}
+
+void JukeboxEditor::HoldFolder(const Folder& folder) {
     m_tools.clipboard.HoldFolder(m_jukebox, folder);
+    OfferFiles(PathsOf(folder, {}));
+}
+
+void JukeboxEditor::HoldSongs(const Folder& folder, const std::vector<std::size_t>& rows) {
+    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+    OfferFiles(PathsOf(folder, rows));
+}
+
+// What is held is also offered to other programs.
+void JukeboxEditor::OfferFiles(const std::vector<std::string>& paths) {
+    if (!paths.empty())
+        m_tools.outside.clipboard.OfferFiles(paths);
+}
+
+std::vector<std::string> JukeboxEditor::PathsOf(const Folder& folder,
+                                                const std::vector<std::size_t>& rows) const {
+    const clsMain& catalogue = m_tools.catalogue;
+    std::unordered_set<std::int32_t> taken;
+    std::vector<std::string> paths;
+    const auto take = [&](const SongItem& song) {
+        if (!song.IsMissing() && song.recordNumber <= catalogue.UBoundOfMp3Array() &&
+            catalogue.IsPresent(song.recordNumber) && taken.insert(song.recordNumber).second)
+            paths.push_back(catalogue.SongPath(song.recordNumber));
+    };
+    for (const std::size_t row : rows)
+        take(folder.Songs()[row]);
+    if (rows.empty())
+        for (const Folder* inside = &folder; inside != nullptr && inside->IsInside(folder);
+             inside = m_jukebox.Next(inside))
+            std::ranges::for_each(inside->Songs(), take);
+    return paths;
 }
 
 ChangedPlace JukeboxEditor::DeleteFolder(Folder& folder) {
@@ -141,12 +176,12 @@ ChangedPlace JukeboxEditor::SortNodes(Folder& parent) {
 ChangedPlace JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
     if (!MayTakeSongs(folder))
         return {};
-    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+    HoldSongs(folder, rows);
     return m_history.Do("Cut Songs", TakeSongs(folder, rows));
 }
 
 void JukeboxEditor::CopySongs(const Folder& folder, const std::vector<std::size_t>& rows) {
-    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+    HoldSongs(folder, rows);
 }
 
 void JukeboxEditor::RankSongs(int command, const Folder& folder,

@@ -45,6 +45,11 @@ class JukeboxEditor {
     ChangedPlace SortSongs(Folder& folder, int state, int& sortState);
     ChangedPlace AddFiles(Folder& folder, const std::vector<std::string>& paths);
 
+    // The full paths of the songs at these rows, or with none of all songs in the folder and those
+    // in it, each once. Songs whose file is missing are left out.
+    std::vector<std::string> PathsOf(const Folder& folder,
+                                     const std::vector<std::size_t>& rows) const;
+
     // Dragging from one editor's jukebox to a folder of another's or its own.
     static bool CanDrop(const JukeboxEditor& from, const Dragged& dragged, const JukeboxEditor& to,
                         const Folder* target, DropMode mode);
@@ -56,6 +61,9 @@ class JukeboxEditor {
     bool MayTakeSongs(const Folder& folder);
     // The songs that a folder takes in: "All Songs" holds each only once.
     std::vector<SongItem> Wanted(const Folder& into, std::vector<SongItem> songs) const;
+    void HoldFolder(const Folder& folder);
+    void HoldSongs(const Folder& folder, const std::vector<std::size_t>& rows);
+    void OfferFiles(const std::vector<std::string>& paths);
     ChangedPlace DropFolder(JukeboxEditor& from, Folder& folder, Folder* target, DropMode mode);
     ChangedPlace DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
                            DropMode mode);

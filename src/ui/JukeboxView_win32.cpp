@@ -15,7 +15,7 @@ namespace {
 constexpr UINT kFilesDropped = WM_APP + 1;
 
 // A drag out of a jukebox window, and what is to be done when it has ended.
-struct OwnDrag {
+struct DragOut {
     Dragged what;
     std::function<void()> drop = [] {};
 };
@@ -294,8 +294,8 @@ void JukeboxMdiChild::OnRowsDragged() {
 }
 
 void JukeboxMdiChild::Drag(Dragged what) {
-    OwnDrag drag{std::move(what)};
-    RunDrag(&drag);
+    DragOut drag{std::move(what)};
+    RunDrag(&drag, [&] { return m_controller.PathsOf(drag.what); });
     drag.drop();
 }
 
@@ -304,13 +304,13 @@ DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target
         return JukeboxWindow::CanDropFiles(data.files, target) ? DropEffect::Copy
                                                                : DropEffect::None;
     const DropMode mode = copyKey ? DropMode::Copy : DropMode::Move;
-    if (!m_controller.CanDrop(static_cast<const OwnDrag*>(data.maybeOwn)->what, target, mode))
+    if (!m_controller.CanDrop(static_cast<const DragOut*>(data.maybeOwn)->what, target, mode))
         return DropEffect::None;
     return copyKey ? DropEffect::Copy : DropEffect::Move;
 }
 
 bool JukeboxMdiChild::IsDragged(const DraggedData& data, const Folder& folder) const {
-    const auto* const drag = static_cast<const OwnDrag*>(data.maybeOwn);
+    const auto* const drag = static_cast<const DragOut*>(data.maybeOwn);
     return drag != nullptr && drag->what.IsFolder() && drag->what.folder == &folder;
 }
 
@@ -326,7 +326,7 @@ DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool
         PostMessageW(Handle(), kFilesDropped, 0, 0);
         return effect;
     }
-    auto& drag = *static_cast<OwnDrag*>(data.maybeOwn);
+    auto& drag = *static_cast<DragOut*>(data.maybeOwn);
     drag.drop = [this, &drag, target, copyKey] {
         m_controller.Drop(drag.what, target, copyKey ? DropMode::Copy : DropMode::Move);
     };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "catalogue/DroppedSongs.h"
 #include "jukebox/InitialJukebox.h"
 #include "util/Text.h"
 
@@ -286,10 +287,14 @@ void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* tar
         songs.begin(), songs.end(), [](const std::string& path) { return !IsJukeboxFile(path); });
     const std::vector<std::string> jukeboxes(firstJukebox, songs.end());
     songs.erase(firstJukebox, songs.end());
-    if (target != nullptr && !songs.empty())
-        Show(m_editor.AddFiles(*target, songs));
     if (!jukeboxes.empty())
         m_host.OpenFiles(jukeboxes);
+    if (target == nullptr || songs.empty())
+        return;
+    const DroppedSongs dropped(m_tools.outside, songs);
+    Show(m_editor.AddFiles(*target, dropped.Paths()));
+    if (const std::string complaint = dropped.Complaint(); !complaint.empty())
+        m_tools.outside.dialogs.Tell(complaint, BoxIcon::Information);
 }
 
 void JukeboxWindow::OnFolderSelected(Folder* folder) {

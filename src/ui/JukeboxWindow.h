@@ -118,8 +118,13 @@ class JukeboxWindow : private JukeboxListener {
     // when it is dropped.
     bool CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const;
     void Drop(const Dragged& dragged, Folder* target, DropMode mode);
+    // The song files that another program gets of it, by their full paths.
+    std::vector<std::string> PathsOf(const Dragged& dragged) const {
+        return m_editor.PathsOf(*dragged.folder, dragged.rows);
+    }
     // Files from outside, by their full paths. Jukebox files are opened, wherever they are dropped.
-    // MP3 files come into the catalogue, unless it has them, and to the end of the folder.
+    // MP3 files, and those that a list of songs names, come into the catalogue, unless it has them,
+    // and to the end of the folder; a message names what is not there.
     static bool CanDropFiles(const std::vector<std::string>& paths, const Folder* target);
     void DropFiles(const std::vector<std::string>& paths, Folder* target);
 

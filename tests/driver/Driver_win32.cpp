@@ -31,6 +31,7 @@
 //   end CLASS                   ends the program of such a window, if there is one
 //   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
 //   thaw CLASS                  lets it go on
+//   catch, clipboard            see Sharing_win32.h
 //
 // and those of WindowCommands_win32.h.
 #include <windows.h>
@@ -49,6 +50,7 @@
 
 #include "platform/Wide_win32.h"
 #include "RemoteControls_win32.h"
+#include "Sharing_win32.h"
 #include "WindowCommands_win32.h"
 
 namespace tobbin::driver {
@@ -373,6 +375,10 @@ void Run(const std::wstring& command, const Words& words) {
         EndProgramOf(MaybeWindow(word(0), L""));
     } else if (command == L"freeze") {
         Halt(Wait(word(0), word(1), number(2, defaultLimit)), true);
+    } else if (command == L"catch") {
+        CatchFiles();
+    } else if (command == L"clipboard") {
+        PrintClipboard();
     } else if (command == L"thaw") {
         Halt(WindowOf(word(0)), false);
     } else if (!RunWindowCommand(WindowOf(L"frmMDIForm1"), command, words)) {

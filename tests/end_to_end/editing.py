@@ -12,7 +12,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
 import data_files  # noqa: E402
-from under_wine import PREFIX, Program, driver, report  # noqa: E402
+from under_wine import PREFIX, WINE, Program, driver, report  # noqa: E402
 
 GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 CATALOGUE = GROUPING / "FileLocNames.lmz"
@@ -127,6 +127,25 @@ class Editing(unittest.TestCase):
             return driver("marked")
 
         self.until(over, [to[-1]])
+
+    def dragged_out(self, start):
+        """What another program gets that would rather move files than copy them."""
+        answer = PREFIX / "caught"
+        with open(answer, "wb") as output:
+            catcher = subprocess.Popen([WINE, r"C:\driver\tobbin_driver.exe", "catch"], stdout=output)
+        driver("wait", "tobbin_catch", "*", "30")
+
+        def is_caught():
+            for place in (("mousemove", *start, "mousedown", 1), ("mousemove_relative", 6, 6),
+                          ("mousemove", 20, 20), ("mousemove_relative", 1, 0)):
+                mouse(*place)
+                driver("marked")
+            mouse("mouseup", 1)
+            driver("marked")
+            return catcher.poll()
+
+        self.until(is_caught, 0)
+        return answer.read_text("utf-8").splitlines()
 
     def release(self, *held):
         mouse("mouseup", 1, *[word for key in held for word in ("keyup", key)])
@@ -279,6 +298,11 @@ class Editing(unittest.TestCase):
             songs = [row[2] for row in rows()]
             click("row", 0)
             mouse("keydown", "shift", "mousemove", *where("row", 1), "click", 1, "keyup", "shift")
+            paths = [record["folder"] + record["name"] for record in data_files.catalogue(CATALOGUE)
+                     if record["name"] in songs[:2]]
+            keys("ctrl+c")
+            self.until(lambda: driver("clipboard"), paths + ["files"] + paths)
+            self.assertEqual(self.dragged_out(where("row", 1)), ["copy"] + paths)
             self.drag(where("row", 1), ("folder", "Dad's"))
             keys("Escape")
             self.until(lambda: driver("marked"), [])

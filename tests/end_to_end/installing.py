@@ -3,6 +3,7 @@
 
 C:\\setup.exe is the installer, C:\\driver the driver; the program is not installed yet.
 """
+import re
 import subprocess
 import sys
 import time
@@ -51,7 +52,12 @@ class Installing(unittest.TestCase):
     def test_1_installs_for_one_user(self):
         self.assertEqual(run("C:\\setup.exe", "/S"), 0)
         self.assertEqual({path.name for path in PLACE.iterdir()},
-                         {"Tobbin.exe", "TIPOFDAY.TXT", "readme.txt", "LICENSE.txt", "Uninstall.exe"})
+                         {"Tobbin.exe", "TIPOFDAY.TXT", "readme.txt", "LICENSE.txt", "Help",
+                          "Uninstall.exe"})
+        manual = (PLACE / "Help/index.html").read_text("utf-8")
+        needed = re.findall(r'(?:src|href)="([^#"]+)"', manual)
+        self.assertTrue(needed and all((PLACE / "Help" / name).exists() for name in needed))
+        self.assertEqual(set(re.findall(r'href="#(.*?)"', manual)), set(re.findall(r'id="(.*?)"', manual)))
         self.assertTrue(START_MENU.exists())
         self.assertFalse(DESKTOP.exists())
         for key, name, expected in (

@@ -77,9 +77,14 @@ class FakePrograms : public Programs {
         ShowProgram show;
     };
     std::vector<Started> started;
+    std::vector<std::string> opened;
     bool succeeds = true;
     bool Start(const std::string& programPath, const std::string& arguments,
                ShowProgram show) override;
+    bool Open(const std::string& documentPath) override {
+        opened.push_back(documentPath);
+        return true;
+    }
 };
 
 class FakeEventPump : public EventPump {
@@ -142,6 +147,12 @@ class FakePlayerWindow : public PlayerWindow {
     PlayerReply Take(Handle window, std::string line, std::int32_t value, int limit);
 };
 
+class FakeSystemClipboard : public SystemClipboard {
+ public:
+    std::vector<std::string> paths;
+    void OfferFiles(const std::vector<std::string>& offered) override { paths = offered; }
+};
+
 // All of the outside, ready to be handed to the core.
 struct FakeOutside {
     FakeText text;
@@ -154,8 +165,9 @@ struct FakeOutside {
     FakeClockAndChance clock;
     FakeStatusLine statusLine;
     FakePlayerWindow player;
+    FakeSystemClipboard clipboard;
     Outside outside{text,     disk,   drives, dialogs,    userSettings,
-                    programs, events, clock,  statusLine, player};
+                    programs, events, clock,  statusLine, player, clipboard};
 };
 
 }  // namespace tobbin

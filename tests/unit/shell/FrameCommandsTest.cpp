@@ -45,11 +45,18 @@ TEST_F(FrameCommandsTest, ArrangingMinimisesTheOpenPlayerPanelButForIcons) {
     EXPECT_EQ(frame.seen, (Lines{"minimise panel", "cascade", "minimise panel", "tile"}));
 }
 
-TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramWithTheHelpFile) {
+TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramOrShowsTheManual) {
     commands.ClickButton(17);
     ASSERT_EQ(fake.programs.started.size(), 1U);
     EXPECT_EQ(fake.programs.started[0].program, "C:\\Windows\\WinHelp.exe");
     EXPECT_EQ(fake.programs.started[0].arguments, "C:\\App\\quhelp.hlp");
+    EXPECT_TRUE(fake.programs.opened.empty());
+    fake.programs.succeeds = false;
+    commands.Do(FrameCommand::Help);
+    EXPECT_EQ(LastLine(), "The manual C:\\App\\Help\\index.html could not be opened.");
+    fake.disk.AddFile("C:\\App\\Help\\index.html");
+    commands.Do(FrameCommand::Help);
+    EXPECT_EQ(fake.programs.opened, Lines{"C:\\App\\Help\\index.html"});
 }
 
 TEST_F(FrameCommandsTest, NewJukeboxCopiesTheFirstOneAndBuildsTheSampleWhenThereIsNone) {

@@ -1,0 +1,114 @@
+#include "catalogue/DroppedSongs.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "catalogue/SongListFile.h"
+#include "search/SongSearch.h"
+#include "util/Text.h"
+
+namespace tobbin {
+namespace {
+
+constexpr std::uint64_t kLargestList = 32U << 20U;  // bytes
+constexpr std::size_t kLinesTold = 12;
+
+// Short enough for a line of a box; the end of a path says most.
+std::string Shortened(const std::string& text) {
+    constexpr std::size_t kBytes = 80;
+    if (text.size() <= kBytes)
+        return text;
+    std::size_t begin = text.size() - kBytes;
+    while (begin < text.size() && (static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80U)
+        ++begin;
+    return "..." + text.substr(begin);
+}
+
+}  // namespace
+
+DroppedSongs::DroppedSongs(Outside& outside, const std::vector<std::string>& dropped)
+    : m_outside(outside) {
+    for (const std::string& path : dropped) {
+        if (SongListFile::IsListName(path))
+            TakeList(path);
+        else
+            m_paths.push_back(path);
+    }
+}
+
+void DroppedSongs::TakeList(const std::string& listPath) {
+    PathInfo info;
+    std::string bytes;
+    DiskStatus status = m_outside.disk.Stat(listPath, info);
+    const bool tooLarge = status.Ok() && info.size > kLargestList;
+    if (status.Ok() && !tooLarge)
+        status = ReadWholeFile(m_outside.disk, listPath, bytes);
+    if (tooLarge || !status.Ok()) {
+        m_unreadLists += "The list " + listPath + " could not be read: " +
+                         (tooLarge ? "it is too large for a list of songs" : status.Reason()) +
+                         ".\r\n";
+        return;
+    }
+    const SongListFile list(m_outside.text, listPath, bytes);
+    m_listed += list.Entries().size();
+    for (const auto& [text, path] : list.Entries()) {
+        std::string found = MaybeFound(path);
+        if (found.empty())
+            m_notFound.push_back(text);
+        else
+            m_paths.push_back(std::move(found));
+    }
+}
+
+std::string DroppedSongs::MaybeFound(const std::string& path) {
+    if (!IsSongName(path))
+        return {};
+    const std::string root = RootOfPath(path);
+    const auto [known, isNewRoot] = m_reachable.try_emplace(root, false);
+    if (isNewRoot)
+        known->second = m_outside.drives.IsReachable(root);
+    if (!known->second)
+        return {};
+    const std::string name = FileNameOfPath(path);
+    const std::string folder = path.substr(0, path.size() - name.size());
+    const auto [listed, isNewFolder] = m_names.try_emplace(folder);
+    Names& names = listed->second;
+    if (isNewFolder)
+        names = NamesIn(folder);
+    auto found = names.find(name);
+    if (found == names.end())
+        found = names.find(m_outside.text.ToLower(name));
+    if (found != names.end())
+        return folder + found->second;
+    return FileExists(m_outside.disk, path) ? path : std::string();
+}
+
+DroppedSongs::Names DroppedSongs::NamesIn(const std::string& folder) {
+    FolderListing listing;
+    Names names;
+    if (!m_outside.disk.List(folder, listing).Ok())
+        return names;
+    for (const FolderEntry& entry : listing.entries) {
+        names.insert_or_assign(entry.name, entry.name);
+        names.try_emplace(m_outside.text.ToLower(entry.name), entry.name);
+    }
+    return names;
+}
+
+std::string DroppedSongs::Complaint() const {
+    std::string text = m_unreadLists;
+    if (m_notFound.empty())
+        return text;
+    text +=
+        (text.empty() ? "" : "\r\n") + std::to_string(m_notFound.size()) + " of " +
+        std::to_string(m_listed) +
+        (m_notFound.size() == 1 ? " songs was not added, since there is no such MP3 file:\r\n"
+                                : " songs were not added, since there are no such MP3 files:\r\n");
+    for (std::size_t i = 0; i < std::min(m_notFound.size(), kLinesTold); ++i)
+        text += "\r\n" + Shortened(m_notFound[i]);
+    if (m_notFound.size() > kLinesTold)
+        text += "\r\n... and " + std::to_string(m_notFound.size() - kLinesTold) + " more";
+    return text;
+}
+
+}  // namespace tobbin
