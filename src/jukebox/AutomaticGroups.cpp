@@ -153,11 +153,12 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
             continue;
         std::vector<bool> selection;
         SelectSongsNotInFolder(*topLevelAllSongs(), selection);
-        if (!ReadTags(selection, tags))
-            break;
+        const bool stopped = !ReadTags(selection, tags);
         // Events went through: nothing that was found before may be trusted.
         if (Folder* const allSongs = IsOpen(*jukebox) ? topLevelAllSongs() : nullptr)
             Fill(*jukebox, *allSongs, mode != kLeaveNewAlone, tags);
+        if (stopped)  // What was read is filed; the next run goes on with the others.
+            break;
     }
     m_building = wasBuilding;
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "jukebox/JukeboxFile.h"
+#include "platform/ProgressTexts.h"
 
 namespace tobbin {
 
@@ -24,6 +25,8 @@ Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
 
 Jukebox* Application::MaybeLoadJukebox(const std::string& path) {
     std::unique_ptr<Jukebox> loaded;
+    StatusLineProgress progress(m_outside.statusLine);
+    progress.Show("Opening " + path + " . . .");
     const LoadResult result =
         LoadJukeboxFile(m_outside.disk, path, m_catalogue, m_outside.text, loaded);
     if (loaded != nullptr)

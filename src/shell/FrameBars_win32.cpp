@@ -123,8 +123,10 @@ void FrameStatusBar::ShowPart(Part part, const std::string& text) {
     SendMessageW(m_handle, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(m_texts[part].c_str()));
 }
 
+// At once: no event may get through before the work that the line tells of has ended.
 void FrameStatusBar::ShowLine(const std::string& line) {
     ShowPart(kLine, line);
+    UpdateWindow(m_handle);
 }
 
 void FrameStatusBar::ShowJukebox(const std::string& text) {

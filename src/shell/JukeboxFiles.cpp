@@ -19,15 +19,18 @@ constexpr char kFilter[] = "Juke Box Files (*.juk) |*.juk";
 constexpr char kExtension[] = ".juk";
 constexpr char kAlreadyOpen[] = "This file is already open";
 
-// Shows the progress of a jukebox's groups in the status line until its window has closed.
+// Shows the progress of a jukebox's groups in the status line until it shall stop.
 class RebuildProgress : public StatusLineProgress {
  public:
-    RebuildProgress(StatusLine& line, std::function<bool()> hasClosed)
-        : StatusLineProgress(line), m_hasClosed(std::move(hasClosed)) {}
-    bool StopRequested() const override { return m_hasClosed(); }
+    RebuildProgress(StatusLine& line, std::function<bool()> shallStop)
+        : StatusLineProgress(line), m_shallStop(std::move(shallStop)) {}
+    void Show(const std::string& text) override {
+        StatusLineProgress::Show(text + ".  Esc stops it.");
+    }
+    bool StopRequested() const override { return m_shallStop(); }
 
  private:
-    std::function<bool()> m_hasClosed;
+    std::function<bool()> m_shallStop;
 };
 
 }  // namespace
@@ -104,14 +107,22 @@ void JukeboxFiles::RefreshGroups(Jukebox& jukebox) {
     const bool gone = std::ranges::any_of(all->Songs(), &SongItem::IsMissing);
     if (!gone && std::ranges::count(added, true) == 0)
         return;
+    m_stopRefreshing = false;
     RebuildProgress progress(m_application.TheOutside().statusLine, [&] {
-        return m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
+        return m_stopRefreshing || m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
             return &window.Model() == &jukebox;
         }) == nullptr;
     });
+    m_refreshing = true;
     m_application.Groups().ShowProgressIn(&progress);
     m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
     m_application.Groups().ShowProgressIn(nullptr);
+    m_refreshing = false;
+}
+
+bool JukeboxFiles::StopRefreshing() {
+    m_stopRefreshing = m_refreshing;
+    return m_refreshing;
 }
 
 void JukeboxFiles::NoteAsRecent(const std::string& path) {
@@ -168,6 +179,8 @@ void JukeboxFiles::SaveAs() {
 
 bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
     Outside& outside = m_application.TheOutside();
+    StatusLineProgress progress(outside.statusLine);
+    progress.Show("Saving " + path + " . . .");
     const DiskStatus status =
         SaveJukeboxFile(outside.disk, path, window.Model(), m_application.Catalogue());
     if (!status.Ok()) {

@@ -24,6 +24,10 @@ class JukeboxFiles {
     void OpenRecent(int number);
     void OpenFromOutside(const std::vector<std::string>& paths);
 
+    // Ends the reading of new songs' tags for a jukebox that was opened; those that were read are
+    // filed. Returns whether there was such work.
+    bool StopRefreshing();
+
     void Save();
     void SaveAs();
 
@@ -53,6 +57,8 @@ class JukeboxFiles {
 
     Application& m_application;
     FrameView& m_view;
+    bool m_refreshing = false;
+    bool m_stopRefreshing = false;
 };
 
 }  // namespace tobbin

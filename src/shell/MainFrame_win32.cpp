@@ -209,6 +209,7 @@ bool MainFrame::TranslateKeys(MSG& message) {
         return false;
     // The frame's first: the panel's would take the keys of menus and windows as well.
     return TranslateFrameKeys(Handle(), m_contents.Client(), m_menu.Keys(), message) ||
+           (IsEscKey(message) && m_contents.Commands().Files().StopRefreshing()) ||
            m_contents.Player().TranslateKeys(message);
 }
 

@@ -11,6 +11,7 @@
 #include "platform/WindowsOutside_win32.h"
 #include "shell/Application.h"
 #include "shell/MainFrame_win32.h"
+#include "shell/Searching_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/StartUp.h"
 #include "shell/StartUpWindows_win32.h"
@@ -22,7 +23,7 @@ void PrepareControls() {
     INITCOMMONCONTROLSEX controls = {};
     controls.dwSize = sizeof(controls);
     controls.dwICC = ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES |
-                     ICC_STANDARD_CLASSES | ICC_USEREX_CLASSES;
+                     ICC_STANDARD_CLASSES | ICC_USEREX_CLASSES | ICC_PROGRESS_CLASS;
     InitCommonControlsEx(&controls);
 }
 
@@ -61,7 +62,7 @@ int Run() {
     outside.Events().SetFilter([&](MSG& message) {
         const HWND splash = windows.SplashHandle();
         return (splash != nullptr && IsDialogMessageW(splash, &message)) ||
-               frame.TranslateKeys(message);
+               SearchingPopup::TranslateKeys(message) || frame.TranslateKeys(message);
     });
     outside.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
     if (!StartUp(application, windows).Run())

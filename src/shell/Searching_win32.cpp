@@ -1,5 +1,10 @@
 #include "shell/Searching_win32.h"
 
+#include <commctrl.h>
+
+#include <iterator>
+#include <string_view>
+
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
@@ -47,10 +52,17 @@ void SearchingPopup::Show(const std::string& text) {
     UpdateWindow(label);
 }
 
+bool SearchingPopup::TranslateKeys(MSG& message) {
+    const HWND window = GetAncestor(message.hwnd, GA_ROOT);
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return std::wstring_view(name) == kClassName && IsDialogMessageW(window, &message);
+}
+
 LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
-            m_stop = m_stop || LOWORD(wParam) == cmdStop;
+            m_stop = m_stop || LOWORD(wParam) == cmdStop || LOWORD(wParam) == IDCANCEL;
             return 0;
         case WM_CLOSE:
             m_stop = true;  // The search closes the window when it has ended.
@@ -68,11 +80,14 @@ bool SearchingPopup::OnCreate() {
     const int button = ScalePixels(80, Handle());
     const HWND label =
         AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTER, lblSearching);
+    const HWND bar = AddControl(PROGRESS_CLASSW, nullptr, WS_VISIBLE | PBS_MARQUEE, barSearching);
     const HWND stop =
         AddControl(L"BUTTON", L"&Stop", WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
     MoveWindow(label, margin, margin, client.right - 2 * margin, height, FALSE);
     MoveWindow(stop, (client.right - button) / 2, client.bottom - margin - height, button, height,
                FALSE);
+    MoveWindow(bar, margin, margin + height, client.right - 2 * margin, height / 3, FALSE);
+    SendMessageW(bar, PBM_SETMARQUEE, TRUE, 0);
     UseFont(label, m_font);
     UseFont(stop, m_font);
     return true;

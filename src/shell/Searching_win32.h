@@ -8,12 +8,13 @@
 
 namespace tobbin {
 
-// The small window `frmSearching`: one line of text and a button that stops the search. While it is
+// The small window `frmSearching`: one line of text, a bar that moves, as no search knows how much
+// there is to be found, and a button that stops the search. While it is
 // open its owner takes no input.
 class SearchingPopup : public SearchingWindow, private WindowBase {
  public:
     static constexpr wchar_t kClassName[] = L"frmSearching";
-    enum Control : int { lblSearching = 101, cmdStop };
+    enum Control : int { lblSearching = 101, cmdStop, barSearching };
 
     explicit SearchingPopup(HWND owner) : m_owner(owner) {}
     ~SearchingPopup() override { Close(); }
@@ -22,6 +23,9 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
     void Close() override;
     void Show(const std::string& text) override;
     bool StopRequested() const override { return m_stop; }
+
+    // Esc stops the search, as the button does. Returns whether the message was for such a window.
+    static bool TranslateKeys(MSG& message);
 
  protected:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,5 +1,7 @@
 #include "shell/Splash_win32.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "platform/SystemFont_win32.h"
@@ -17,6 +19,7 @@ constexpr int kMargin = 20;
 constexpr int kPicture = 64;
 constexpr int kTitleHeight = 40;
 constexpr int kLineHeight = 20;
+constexpr int kBarHeight = 6;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 26;
 
@@ -81,6 +84,7 @@ LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool Splash::OnCreate() {
     AddControl(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, lblProgress);
+    AddControl(PROGRESS_CLASSW, nullptr, PBS_MARQUEE, barProgress);
     AddControl(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
     m_font = MessageFont(Handle());
     LOGFONTW title = {};
@@ -101,9 +105,10 @@ void Splash::Layout() {
     const int buttonLeft = client.right - margin - scale(kButtonWidth);
     MoveWindow(Item(cmdStop), buttonLeft, buttonTop, scale(kButtonWidth), scale(kButtonHeight),
                TRUE);
-    MoveWindow(Item(lblProgress), margin,
-               buttonTop + (scale(kButtonHeight) - scale(kLineHeight)) / 2, buttonLeft - 2 * margin,
-               scale(kLineHeight), TRUE);
+    const int width = buttonLeft - 2 * margin;
+    MoveWindow(Item(lblProgress), margin, buttonTop - scale(4), width, scale(kLineHeight), TRUE);
+    MoveWindow(Item(barProgress), margin, buttonTop + scale(kLineHeight - 2), width,
+               scale(kBarHeight), TRUE);
 }
 
 void Splash::OnPaint() {
@@ -137,7 +142,8 @@ void Splash::ShowProgressArea(bool visible) {
     if (visible)
         m_stop = false;
     EnableWindow(Item(cmdStop), visible);
-    for (const int control : {lblProgress, cmdStop})
+    SendDlgItemMessageW(Handle(), barProgress, PBM_SETMARQUEE, visible, 0);
+    for (const int control : {lblProgress, barProgress, cmdStop})
         ShowWindow(Item(control), visible ? SW_SHOWNA : SW_HIDE);
     if (visible)
         SetFocus(Item(cmdStop));

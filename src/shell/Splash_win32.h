@@ -12,11 +12,11 @@
 namespace tobbin {
 
 // The splash window `frmSplash`: the program's picture and title and, while there is something to
-// tell, the progress area: one line of text and a button that stops the search.
+// tell, the progress area: one line of text, a bar that moves, and a button that stops the search.
 class Splash : public WindowBase, public Progress {
  public:
     static constexpr wchar_t kClassName[] = L"frmSplash";
-    enum Control : int { lblProgress = 101, cmdStop };
+    enum Control : int { lblProgress = 101, cmdStop, barProgress };
 
     ~Splash() override;
 

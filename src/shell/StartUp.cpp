@@ -184,8 +184,11 @@ void StartUp::BringCatalogueUpToDate() {
     clsMain& catalogue = m_application.Catalogue();
     if (!catalogue.Mp3MainHasSomeMembers())
         return;
+    m_view.ShowProgressArea(true);
+    m_application.LongWork().Show("Looking at the folders of your songs . . .");
     catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
         catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
+    m_view.ShowProgressArea(false);
 }
 
 void StartUp::SearchForSongs() {
@@ -210,8 +213,14 @@ Jukebox* StartUp::MaybeLastJukebox() {
     if (path.empty() || !FileExists(m_outside.disk, path))
         return nullptr;
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
-    if (jukebox != nullptr)
-        m_application.Groups().BuildAutomaticGroups(0, true, jukebox->DaCaption());
+    if (jukebox == nullptr)
+        return nullptr;
+    m_view.ShowProgressArea(true);
+    m_application.LongWork().Show("Filling the folders of " + jukebox->DaCaption() + " . . .");
+    m_application.Groups().ShowProgressIn(&m_application.LongWork());
+    m_application.Groups().BuildAutomaticGroups(0, true, jukebox->DaCaption());
+    m_application.Groups().ShowProgressIn(nullptr);
+    m_view.ShowProgressArea(false);
     return jukebox;
 }
 
