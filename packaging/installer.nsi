@@ -31,11 +31,12 @@ VIAddVersionKey LegalCopyright "MIT License"
 
 !define MUI_ICON "${ASSETS}/tobbin.ico"
 !define MUI_UNICON "${ASSETS}/tobbin.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${ASSETS}/setup.bmp"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Tobbin.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "&Start Tobbin"
-!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\readme.txt"
-!define MUI_FINISHPAGE_SHOWREADME_TEXT "Show the &read-me"
+!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\Help\index.html"
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "Show the &manual"
 !define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
@@ -82,6 +83,7 @@ Section "Tobbin" SecProgram
 
     WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "${TITLE}"
     WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKCU "${UNINSTALL}" "Publisher" "The Tobbin developers"
     WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\Tobbin.exe"
     WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
     WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'

@@ -127,8 +127,10 @@ TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
     SaveJukebox("C:\\App\\Grouping\\mix.juk");
     const std::string catalogue = fake.disk.Content(kSongs);
     ASSERT_TRUE(Run());
-    EXPECT_EQ(view.seen, (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area",
-                                "window MIX", "splash gone", "frame", "tips"}));
+    EXPECT_EQ(view.seen, (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area", "area",
+                                "Looking at the folders of your songs . . .", "no area", "area",
+                                "Filling the folders of MIX . . .", "no area", "window MIX",
+                                "splash gone", "frame", "tips"}));
     EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
     EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");
