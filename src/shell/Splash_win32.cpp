@@ -19,7 +19,7 @@ constexpr int kMargin = 20;
 constexpr int kPicture = 64;
 constexpr int kTitleHeight = 40;
 constexpr int kLineHeight = 20;
-constexpr int kBarHeight = 6;
+constexpr int kBarHeight = 10;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 26;
 

@@ -112,11 +112,13 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
     EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
     EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(window.FileLocation(), "C:\\J\\");
-    EXPECT_EQ(fake.statusLine.progress,
-              (std::vector<std::string>{"Reading the tags of new songs: 1 of 1", ""}));
+    EXPECT_EQ(
+        fake.statusLine.progress,
+        (std::vector<std::string>{"Opening C:\\J\\two.juk . . .", "",
+                                  "Reading the tags of new songs: 1 of 1.  Esc stops it.", ""}));
 }
 
-TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingTheWindowEndsIt) {
+TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingOrEscEndsIt) {
     AddJukeboxFile("C:\\J\\one.juk", 1);
     fake.events.onEvents = [&] {
         EXPECT_FALSE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
@@ -125,7 +127,12 @@ TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingTheWind
     };
     Open("C:\\J\\one.juk");
     EXPECT_EQ(frame.children.size(), 1U);
-    EXPECT_EQ(application.At(0).Root(0).Songs().size(), 1U);
+    EXPECT_EQ(application.At(0).Root(0).Songs().size(), 2U);  // with the one read until then
+    fake.events.onEvents = [&] { EXPECT_TRUE(files.StopRefreshing()); };
+    AddJukeboxFile("C:\\J\\esc.juk", 1);
+    Open("C:\\J\\esc.juk");
+    EXPECT_EQ(application.At(1).Root(0).Songs().size(), 2U);
+    EXPECT_FALSE(files.StopRefreshing());
     EXPECT_TRUE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
 }
 
