@@ -77,9 +77,13 @@ HGLOBAL DragData::MaybeMemory(CLIPFORMAT format) {
         const OwnMark mark = {GetCurrentProcessId(), m_drag};
         return m_drag != nullptr ? MakeMemory(&mark, sizeof(mark)) : nullptr;
     }
+    AskForFiles();
+    return m_files.empty() ? nullptr : MakeFileDrop(m_files);
+}
+
+void DragData::AskForFiles() {
     if (m_askForFiles)
         m_files = std::exchange(m_askForFiles, nullptr)();
-    return m_files.empty() ? nullptr : MakeFileDrop(m_files);
 }
 
 HRESULT DragData::GetData(FORMATETC* format, STGMEDIUM* medium) {
@@ -116,9 +120,13 @@ HRESULT DragData::GetAsyncMode(WINBOOL* isAsync) {
     return S_OK;
 }
 
+// The files may be fetched when the drag has long ended.
 HRESULT DragData::StartOperation(IBindCtx*) {
     m_inOperation = true;
-    return S_OK;
+    return GuardedHandler([&]() -> HRESULT {
+        AskForFiles();
+        return S_OK;
+    });
 }
 
 HRESULT DragData::InOperation(WINBOOL* inOperation) {

@@ -59,6 +59,7 @@ class DragData : public ComObject<IDataObject, IDataObjectAsyncCapability> {
 
  private:
     HGLOBAL MaybeMemory(CLIPFORMAT format);
+    void AskForFiles();
 
     OwnDrag* m_drag;
     std::function<std::vector<std::string>()> m_askForFiles;
