@@ -145,7 +145,7 @@ use_drive() {
 # The program that uses Tobbin from outside (see tests/driver/), and how to call it.
 install_driver() {
     mkdir -p "$WINEPREFIX/drive_c/driver"
-    cp "$root/build/windows-release/tests/tobbin_driver.exe" "$WINEPREFIX/drive_c/driver/"
+    cp "$root"/build/windows-release/tests/{tobbin_driver.exe,planted.dll} "$WINEPREFIX/drive_c/driver/"
 }
 driver() {
     # Into a file, not a pipe: a service that Wine starts on the way would keep a pipe open.

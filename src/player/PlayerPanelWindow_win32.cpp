@@ -108,8 +108,9 @@ LRESULT PlayerPanelWindow::Default(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case kLoad:
-            m_panel.Load();
+        case kLoad:  // once: other programs may send any number
+            if (!std::exchange(m_loaded, true))
+                m_panel.Load();
             return 0;
         case WM_SIZE:
             OnSize(LOWORD(lParam), HIWORD(lParam));

@@ -47,12 +47,21 @@ int Run() {
     PrepareProcess();
     PrepareControls();
     const std::string folder = ProgramFolder();
-    const SingleInstance instance(folder);
+    SingleInstance instance(folder);
     const std::vector<std::string> files = FilesToOpen();
-    if (!instance.IsFirst() && instance.HandOver(files))
+    const auto outcome =
+        instance.IsFirst() ? SingleInstance::Outcome::IsFirstNow : instance.HandOver(files);
+    if (outcome == SingleInstance::Outcome::HandedOver)
         return 0;
 
     WindowsOutside outside;
+    if (outcome == SingleInstance::Outcome::NoAnswer) {  // two must not write to one folder
+        outside.Interfaces().dialogs.Tell(
+            "Tobbin is running already, but doesn't answer.  Wait until it does, or end it in the "
+            "Task Manager, and start Tobbin again.",
+            BoxIcon::Stop);
+        return 1;
+    }
     Application application(outside.Interfaces(), {folder, SystemFolder(), TemporaryFilesFolder()});
     MainFrame frame(application, outside);
     if (!frame.Open())

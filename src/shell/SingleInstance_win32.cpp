@@ -9,9 +9,10 @@ namespace tobbin {
 namespace {
 
 constexpr ULONG_PTR kFilesMessage = 0x546F6266;  // "Tobf"
-constexpr int kTries = 100;
-constexpr DWORD kTryPause = 50;      // milliseconds
-constexpr UINT kAnswerLimit = 5000;  // milliseconds
+// Milliseconds.
+constexpr ULONGLONG kPatience = 30'000;
+constexpr DWORD kTryPause = 20;
+constexpr UINT kAnswerLimit = 1'000;
 constexpr std::size_t kMostBytes = 1 << 20;
 
 struct Search {
@@ -43,7 +44,14 @@ std::wstring NameFor(const std::string& applicationFolder) {
 SingleInstance::SingleInstance(const std::string& applicationFolder)
     : m_name(NameFor(applicationFolder)) {
     m_mutex = UniqueKernelObject(CreateMutexW(nullptr, FALSE, (L"Local\\" + m_name).c_str()));
-    m_first = !m_mutex || GetLastError() != ERROR_ALREADY_EXISTS;
+    m_first = !m_mutex || TakesPlace(0);
+}
+
+// The mutex is owned by the first program's thread, so that the system gives it to the next one in
+// the moment in which that ends, however it does.
+bool SingleInstance::TakesPlace(DWORD milliseconds) const {
+    const DWORD result = WaitForSingleObject(m_mutex.Get(), milliseconds);
+    return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
 }
 
 void SingleInstance::MarkWindow(HWND window) const {
@@ -56,17 +64,7 @@ HWND SingleInstance::MaybeFirstWindow() const {
     return search.found;
 }
 
-bool SingleInstance::HandOver(const std::vector<std::string>& files) const {
-    HWND window = MaybeFirstWindow();
-    for (int i = 0; window == nullptr && i < kTries; ++i) {
-        Sleep(kTryPause);
-        window = MaybeFirstWindow();
-    }
-    if (window == nullptr)
-        return false;
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    AllowSetForegroundWindow(process);
+SingleInstance::Outcome SingleInstance::HandOver(const std::vector<std::string>& files) {
     std::string text;
     for (const std::string& file : files)
         text += file + "\n";
@@ -74,9 +72,24 @@ bool SingleInstance::HandOver(const std::vector<std::string>& files) const {
     data.dwData = kFilesMessage;
     data.cbData = static_cast<DWORD>(text.size());
     data.lpData = text.data();
-    DWORD_PTR answer = 0;
-    return SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_NORMAL,
-                               kAnswerLimit, &answer) != 0;
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    while (GetTickCount64() < end) {
+        if (TakesPlace(kTryPause)) {
+            m_first = true;
+            return Outcome::IsFirstNow;
+        }
+        const HWND window = MaybeFirstWindow();
+        if (window == nullptr)
+            continue;
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        AllowSetForegroundWindow(process);
+        DWORD_PTR answer = 0;
+        if (SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data),
+                                SMTO_NORMAL, kAnswerLimit, &answer) != 0)
+            return Outcome::HandedOver;
+    }
+    return Outcome::NoAnswer;
 }
 
 std::optional<std::vector<std::string>> SingleInstance::MaybeFiles(const COPYDATASTRUCT& data) {

@@ -17,21 +17,28 @@ class SingleInstance {
     // `applicationFolder` ends in "\".
     explicit SingleInstance(const std::string& applicationFolder);
 
-    // Whether this program is the first one.
+    // Whether this program is the first one. It is until it ends; it then leaves its place to one
+    // that is waiting in HandOver, killed or not.
     bool IsFirst() const { return m_first; }
 
     // Marks the window that takes what a second start hands over.
     void MarkWindow(HWND window) const;
 
-    // Hands the files' full paths to the first program, which comes forward. Waits a moment for its
-    // window to appear. Returns whether it took them.
-    bool HandOver(const std::vector<std::string>& files) const;
+    enum class Outcome {
+        HandedOver,
+        IsFirstNow,  // the other one has ended, and this program stands in its place
+        NoAnswer,    // the other one is there, but doesn't answer
+    };
+    // Hands the files' full paths to the first program, which comes forward. Waits for its window
+    // to appear and to answer, half a minute at most.
+    Outcome HandOver(const std::vector<std::string>& files);
 
     // The files in a WM_COPYDATA message that HandOver sent; nothing in any other.
     static std::optional<std::vector<std::string>> MaybeFiles(const COPYDATASTRUCT& data);
 
  private:
     HWND MaybeFirstWindow() const;
+    bool TakesPlace(DWORD milliseconds) const;
 
     std::wstring m_name;
     UniqueKernelObject m_mutex;

@@ -8,6 +8,7 @@
 
 #include "platform/ImageStrip_win32.h"
 #include "platform/SpokenNames_win32.h"
+#include "platform/SpokenObjects_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -56,7 +57,7 @@ LRESULT ListPane::OnGetObject(WPARAM wParam) {
                                     {[this] { return m_delegate.RowCount(); },
                                      [this](std::size_t row) { return m_delegate.RowSpoken(row); },
                                      [this] { return m_delegate.EmptyText(); }});
-    return m_spoken != nullptr ? LresultFromObject(IID_IAccessible, wParam, m_spoken.get()) : 0;
+    return m_spoken != nullptr ? AnswerWithObject(wParam, m_spoken.get()) : 0;
 }
 
 void ListPane::OnDpiChanged() {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/SpokenObjects_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
@@ -22,12 +23,10 @@ SpokenList::SpokenList(ComPtr<IAccessible> system, std::wstring name, Texts text
     : m_system(std::move(system)), m_name(std::move(name)), m_texts(std::move(texts)) {}
 
 ComPtr<SpokenList> SpokenList::Make(HWND list, const std::wstring& name, Texts texts) {
-    void* system = nullptr;
-    if (FAILED(CreateStdAccessibleObject(list, OBJID_CLIENT, IID_IAccessible, &system)) ||
-        system == nullptr)
+    IAccessible* system = nullptr;
+    if (FAILED(StandardSpokenObject(list, OBJID_CLIENT, &system)) || system == nullptr)
         return nullptr;
-    return ComPtr<SpokenList>(new SpokenList(ComPtr<IAccessible>(static_cast<IAccessible*>(system)),
-                                             name, std::move(texts)));
+    return ComPtr<SpokenList>(new SpokenList(ComPtr<IAccessible>(system), name, std::move(texts)));
 }
 
 HRESULT SpokenList::QueryInterface(REFIID id, void** object) {

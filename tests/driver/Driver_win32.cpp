@@ -11,7 +11,7 @@
 //                               its "&"
 //   close CLASS                 asks the window to close
 //   menu CAPTION...             picks a command of the frame's menu: menu File Exit
-//   command NUMBER              gives the frame a command by its number in assets/resource.h
+//   command NUMBER [TIMES]      gives the frame a command by its number in assets/resource.h
 //   activate CLASS              makes the frame's child of the class the active one
 //   enter                       presses Enter in the song list
 //   answers CLASS [SECONDS]     asks the window again and again whether it answers; prints the
@@ -340,7 +340,9 @@ void Run(const std::wstring& command, const Words& words) {
     } else if (command == L"menu") {
         PickFromMenu(words);
     } else if (command == L"command") {
-        PostMessageW(WindowOf(L"frmMDIForm1"), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0);
+        const HWND frame = WindowOf(L"frmMDIForm1");
+        for (int i = 0; i < number(1, 1); ++i)
+            PostMessageW(frame, WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0);
     } else if (command == L"activate") {
         const HWND child = WindowOf(word(0));
         Ask(GetParent(child), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);

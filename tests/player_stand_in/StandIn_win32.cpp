@@ -16,6 +16,8 @@
 //     hang_for=<ms>       ... for this long; for ever without it
 //     vanish_at=<n>       at the n-th message its process ends
 //     version=<n>, status=<n>, unknown=<n>   replies in place of its own
+//     pester=<n>          sends Tobbin that many random messages when it is asked to stop after the
+//                         track, and writes down how they were taken
 //     knows_nothing=1     replies to every question as to one that it doesn't know
 #include <windows.h>
 
@@ -23,6 +25,7 @@
 #include <string>
 
 #include "Deck.h"
+#include "Pester_win32.h"
 
 namespace {
 
@@ -44,6 +47,11 @@ void Log(const std::string& line) {
 int Told(const wchar_t* key, int otherwise) {
     static const std::wstring file = FileBesideProgram(L".ini");
     return static_cast<int>(GetPrivateProfileIntW(L"behave", key, otherwise, file.c_str()));
+}
+
+DWORD WINAPI PesterOnThread(void* count) {
+    Log("pestered: " + Pester(static_cast<int>(reinterpret_cast<INT_PTR>(count))));
+    return 0;
 }
 
 class StandIn {
@@ -111,6 +119,10 @@ class StandIn {
                 break;
             case 40157:
                 m_deck.StopAfterTrack();
+                if (const int count = Told(L"pester", 0); count != 0)
+                    CloseHandle(CreateThread(nullptr, 0, &PesterOnThread,
+                                             reinterpret_cast<void*>(static_cast<INT_PTR>(count)),
+                                             0, nullptr));
                 break;
             default:
                 return Told(L"unknown", 0);

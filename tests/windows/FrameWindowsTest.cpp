@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <future>
+#include <thread>
+
 #include "fakes/FakeOutside.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -62,23 +65,56 @@ class Receiver : public WindowBase {
     }
 };
 
+// A second program, played by a thread of its own: it hands over while this one's windows answer.
+SingleInstance::Outcome SecondStart(const std::string& folder,
+                                    const std::vector<std::string>& files) {
+    auto outcome = std::async(std::launch::async, [&] {
+        SingleInstance second(folder);
+        EXPECT_FALSE(second.IsFirst());
+        return second.HandOver(files);
+    });
+    MSG message;
+    while (outcome.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready)
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    return outcome.get();
+}
+
 TEST(SingleInstance, HandsItsFilesToTheFirstOneOfItsFolder) {
-    const std::string folder = "C:\\Tobbin Tests\\Ω\\";
+    const std::string folder = "C:\\Tobbin Tests\\Ω\\", sameFolder = "c:\\tobbin tests\\ω\\";
     const SingleInstance first(folder);
-    const SingleInstance elsewhere("C:\\Tobbin Tests\\other\\");
-    const SingleInstance second("c:\\tobbin tests\\ω\\");
     EXPECT_TRUE(first.IsFirst());
-    EXPECT_TRUE(elsewhere.IsFirst());
-    EXPECT_FALSE(second.IsFirst());
+    EXPECT_TRUE(SingleInstance("C:\\Tobbin Tests\\other\\").IsFirst());
     Receiver receiver;
     ASSERT_TRUE(receiver.Open());
     first.MarkWindow(receiver.Handle());
-    EXPECT_TRUE(second.HandOver({"C:\\a.juk", "C:\\日本.juk"}));
+    EXPECT_EQ(SecondStart(sameFolder, {"C:\\a.juk", "C:\\日本.juk"}),
+              SingleInstance::Outcome::HandedOver);
     EXPECT_EQ(receiver.files, (std::vector<std::string>{"C:\\a.juk", "C:\\日本.juk"}));
-    EXPECT_TRUE(second.HandOver({}));
+    EXPECT_EQ(SecondStart(sameFolder, {}), SingleInstance::Outcome::HandedOver);
     EXPECT_TRUE(receiver.files.empty());
     COPYDATASTRUCT foreign = {};
     EXPECT_FALSE(SingleInstance::MaybeFiles(foreign));
+}
+
+TEST(SingleInstance, TakesThePlaceOfOneThatEndedBeforeItHadAWindow) {
+    const std::string folder = "C:\\Tobbin Tests\\ending\\";
+    std::promise<void> isThere, mayEnd, secondIsThere;
+    std::thread first([&] {
+        const SingleInstance instance(folder);
+        isThere.set_value();
+        mayEnd.get_future().wait();
+    });
+    isThere.get_future().wait();
+    auto second = std::async(std::launch::async, [&] {
+        SingleInstance instance(folder);
+        EXPECT_FALSE(instance.IsFirst());
+        secondIsThere.set_value();
+        return instance.HandOver({});
+    });
+    secondIsThere.get_future().wait();
+    mayEnd.set_value();
+    first.join();
+    EXPECT_EQ(second.get(), SingleInstance::Outcome::IsFirstNow);
 }
 
 TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
