@@ -224,6 +224,7 @@ class Playing(unittest.TestCase):
             driver("command", str(PLAY_ALL))
             driver("wait", "frmMainWinamp", "PLAYING", "30")
             before = {path: path.read_bytes() for path in GROUPING.rglob("*") if path.is_file()}
+            driver("activate", "frmMain")
             tree = driver("tree")
             driver("command", str(STOP_AFTER_TRACK))
             print("longest wait meanwhile", *driver("answers", "frmMDIForm1", "4"), "ms")
@@ -234,6 +235,7 @@ class Playing(unittest.TestCase):
             print(*told)
             self.assertRegex(told[0], r"1000 messages, 0 unanswered")
             self.assertEqual({path: path.read_bytes() for path in before}, before)
+            driver("activate", "frmMain")
             self.assertEqual(driver("tree"), tree)
             driver("command", str(STOP))
             driver("wait", "frmMainWinamp", "STOPPED", "10")

@@ -33,7 +33,8 @@ class Chance {
 std::string Pester(int count) {
     constexpr UINT kLimit = 2'000;  // milliseconds
     Chance chance;
-    std::vector<char> bytes(8 * 1024 * 1024, 'x');
+    std::vector<char> bytes(500'000,
+                            'x');  // more would not fit the stack that Wine hands it over on
     ULONGLONG longest = 0;
     int unanswered = 0;
     for (int i = 0; i < count; ++i) {
