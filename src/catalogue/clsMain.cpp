@@ -213,6 +213,7 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     for (const std::int32_t record : dropped)
         if (mayDropOldOnes || !isInFile(record))
             Mp3Info(kFileName, record, "");
+    m_outside.events.LetWindowsAnswer();
     const std::int32_t sizeBefore = UBoundOfMp3Array();
     m_table.RemoveRecordsWithEmpty(kFileName);
     if (UBoundOfMp3Array() != sizeBefore)
@@ -221,7 +222,9 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     bool inOrder = true;
     for (std::int32_t record = 2; inOrder && record <= UBoundOfMp3Array(); ++record)
         inOrder = NumberOrLargest(record - 1) <= NumberOrLargest(record);
+    m_outside.events.LetWindowsAnswer();
     const bool sorted = inOrder || Sort(true, 0, kNumber);
+    m_outside.events.LetWindowsAnswer();
     return RenumberBasedOnArrayNumber() && Save() && sorted;
 }
 
@@ -255,6 +258,7 @@ bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
 bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
     SongSearch(m_outside, m_progress, *this).SearchHardDrives();
+    m_outside.events.LetWindowsAnswer();
     return !Mp3MainHasSomeMembers() ||
            (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
 }

@@ -26,9 +26,11 @@ class SongsToAdd {
             m_folders.push_back({&folder, {}});
         m_folders[place->second].second.push_back(song);
     }
-    void AppendTo(Jukebox& jukebox) const {
-        for (const auto& [folder, songs] : m_folders)
+    void AppendTo(Jukebox& jukebox, EventPump& events) const {
+        for (const auto& [folder, songs] : m_folders) {
             jukebox.AppendSongs(*folder, songs);
+            events.LetWindowsAnswer();
+        }
     }
 
  private:
@@ -221,6 +223,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         const auto tag = tags.byRecord.find(record);
         if (!selection[static_cast<std::size_t>(record)] || tag == tags.byRecord.end())
             continue;
+        m_outside.events.LetWindowsAnswer();
         const std::int32_t number =
             MaybeToLong(m_catalogue.Mp3Info(clsMain::kNumber, record)).value_or(0);
         const SongItem song =
@@ -243,7 +246,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         if (genres && !genre.empty() && genre != "None")
             additions.Add(genres->FolderFor(genre), song);
     }
-    additions.AppendTo(jukebox);
+    additions.AppendTo(jukebox, m_outside.events);
 }
 
 }  // namespace tobbin

@@ -8,6 +8,7 @@
 #include "platform/TreeSearch_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
+#include "platform/WindowAnswers_win32.h"
 
 namespace tobbin {
 namespace {
@@ -147,9 +148,14 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
     // Not every file system protects a read-only file from being replaced.
     if (replaces && (old & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
         return StatusOf(ERROR_ACCESS_DENIED);
-    if (!MoveFileExW(source.c_str(), target.c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return WhyNotReplaced(GetLastError(), target);
+    DWORD error = ERROR_SUCCESS;
+    RunAside([&] {
+        if (!MoveFileExW(source.c_str(), target.c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            error = GetLastError();
+    });
+    if (error != ERROR_SUCCESS)
+        return WhyNotReplaced(error, target);
     // Afterwards: a hidden file left over by a crash before it could not be written anew.
     if (replaces && (old & kKept) != 0)
         SetFileAttributesW(target.c_str(), (old & kKept) | FILE_ATTRIBUTE_ARCHIVE);
@@ -158,15 +164,7 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
 
 // No input: a command in the middle of a save could change what is being saved.
 void SystemDisk::PauseForOthers() {
-    constexpr ULONGLONG kPause = 10;  // milliseconds
-    const ULONGLONG end = GetTickCount64() + kPause;
-    for (ULONGLONG now = end - kPause; now < end; now = GetTickCount64()) {
-        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now),
-                                    QS_PAINT | QS_SENDMESSAGE, MWMO_INPUTAVAILABLE);
-        MSG message = {};
-        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
-            DispatchMessageW(&message);
-    }
+    LetWindowsAnswerFor(10);
 }
 
 std::optional<std::string> SystemDisk::MaybeShortPath(const std::string& path) {

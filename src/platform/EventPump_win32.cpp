@@ -1,5 +1,7 @@
 #include "platform/EventPump_win32.h"
 
+#include "platform/WindowAnswers_win32.h"
+
 namespace tobbin {
 namespace {
 
@@ -25,6 +27,13 @@ void SystemEventPump::LetEventsThrough() {
         if (m_quitRequested || GetTickCount64() - begin >= kLimitMilliseconds)
             break;
     }
+    m_lastLook = GetTickCount64();
+}
+
+void SystemEventPump::LetWindowsAnswer() {
+    if (GetTickCount64() - m_lastLook < kRestMilliseconds)
+        return;
+    tobbin::LetWindowsAnswer();
     m_lastLook = GetTickCount64();
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/DiskError_win32.h"
+#include "platform/WindowAnswers_win32.h"
 
 namespace tobbin {
 namespace {
@@ -76,7 +77,9 @@ DiskStatus SystemFile::Size(std::uint64_t& bytes) {
 }
 
 DiskStatus SystemFile::Flush() {
-    return FlushFileBuffers(m_handle.Get()) ? DiskStatus() : LastStatus();
+    DiskStatus status;
+    RunAside([&] { status = FlushFileBuffers(m_handle.Get()) ? DiskStatus() : LastStatus(); });
+    return status;
 }
 
 DiskStatus SystemFile::Close() {

@@ -106,6 +106,10 @@ class EventPump {
 
     // Handles the events that wait now and returns. Cheap enough to be called for every song.
     virtual void LetEventsThrough() = 0;
+
+    // Lets the windows be painted and answer, but take no input: for work in the middle of which no
+    // command may run. As cheap.
+    virtual void LetWindowsAnswer() {}
 };
 
 // The clock and chance.

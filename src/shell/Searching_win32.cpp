@@ -7,7 +7,6 @@
 
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
-#include "platform/Wide_win32.h"
 
 namespace tobbin {
 namespace {
@@ -47,9 +46,7 @@ void SearchingPopup::Close() {
 }
 
 void SearchingPopup::Show(const std::string& text) {
-    const HWND label = Item(lblSearching);
-    SetWindowTextW(label, Wide(text).c_str());
-    UpdateWindow(label);
+    m_label.Show(Handle(), text);
 }
 
 bool SearchingPopup::TranslateKeys(MSG& message) {
@@ -61,6 +58,9 @@ bool SearchingPopup::TranslateKeys(MSG& message) {
 
 LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_TIMER:
+            m_label.OnTimer(Handle());
+            return 0;
         case WM_COMMAND:
             m_stop = m_stop || LOWORD(wParam) == cmdStop || LOWORD(wParam) == IDCANCEL;
             return 0;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/PacedLabel_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "search/PlayerDiscovery.h"
@@ -35,6 +36,7 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
 
     HWND m_owner;
     UniqueFont m_font;
+    PacedLabel m_label{lblSearching, 1};
     bool m_stop = false;
 };
 

@@ -6,7 +6,6 @@
 
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
-#include "platform/Wide_win32.h"
 #include "resource.h"
 
 namespace tobbin {
@@ -22,9 +21,6 @@ constexpr int kLineHeight = 20;
 constexpr int kBarHeight = 10;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 26;
-
-constexpr UINT_PTR kTextTimer = 1;
-constexpr UINT kTextPeriod = 16;  // milliseconds: no more than one picture of the screen
 
 }  // namespace
 
@@ -68,7 +64,7 @@ LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnStop();
             return 0;
         case WM_TIMER:
-            OnTimer();
+            m_label.OnTimer(Handle());
             return 0;
         case WM_PAINT:
             OnPaint();
@@ -151,28 +147,7 @@ void Splash::ShowProgressArea(bool visible) {
 }
 
 void Splash::Show(const std::string& text) {
-    m_text = text;
-    const std::uint64_t now = GetTickCount64();
-    if (now - m_lastShown >= kTextPeriod) {
-        ShowText();
-        m_lastShown = now;
-    } else if (!m_textWaits) {
-        m_textWaits = true;
-        SetTimer(Handle(), kTextTimer, kTextPeriod, nullptr);
-    }
-}
-
-void Splash::ShowText() {
-    const HWND label = Item(lblProgress);
-    SetWindowTextW(label, Wide(m_text).c_str());
-    UpdateWindow(label);
-}
-
-void Splash::OnTimer() {
-    KillTimer(Handle(), kTextTimer);
-    m_textWaits = false;
-    m_lastShown = GetTickCount64();
-    ShowText();
+    m_label.Show(Handle(), text);
 }
 
 void Splash::OnStop() {

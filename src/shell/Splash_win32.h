@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <string>
 
 #include "platform/Outside.h"
+#include "platform/PacedLabel_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
 
@@ -26,7 +26,6 @@ class Splash : public WindowBase, public Progress {
     // Showing the area anew takes back an earlier request to stop.
     void ShowProgressArea(bool visible);
 
-    // The text appears at once, or as soon as the last one has been seen for a moment.
     void Show(const std::string& text) override;
     bool StopRequested() const override { return m_stop; }
 
@@ -37,15 +36,11 @@ class Splash : public WindowBase, public Progress {
     bool OnCreate() override;
     void OnPaint();
     void OnStop();
-    void OnTimer();
     void Layout();
-    void ShowText();
 
     UniqueFont m_font;
     UniqueFont m_titleFont;
-    std::string m_text;
-    bool m_textWaits = false;
-    std::uint64_t m_lastShown = 0;  // GetTickCount64
+    PacedLabel m_label{lblProgress, 1};
     bool m_stop = false;
 };
 

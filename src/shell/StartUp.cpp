@@ -189,6 +189,7 @@ void StartUp::BringCatalogueUpToDate() {
     catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
         catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
     m_view.ShowProgressArea(false);
+    m_outside.events.LetEventsThrough();
 }
 
 void StartUp::SearchForSongs() {
@@ -205,7 +206,9 @@ void StartUp::OpenFirstJukebox() {
         BuildInitialJukebox(*jukebox, m_application.Groups(), m_application.LongWork());
         m_view.ShowProgressArea(false);
     }
+    m_outside.events.LetEventsThrough();
     m_view.OpenJukeboxWindow(*jukebox);
+    m_outside.events.LetEventsThrough();
 }
 
 Jukebox* StartUp::MaybeLastJukebox() {

@@ -1,0 +1,57 @@
+#include "platform/WindowAnswers_win32.h"
+
+#include <windows.h>
+
+#include <system_error>
+#include <thread>
+
+#include "platform/UniqueHandle_win32.h"
+
+namespace tobbin {
+namespace {
+
+// Waits for the thread's paint requests and for messages that other threads have sent to it, or
+// for the handles. Returns what the system returns.
+DWORD WaitForQuestions(DWORD count, const HANDLE* handles, DWORD milliseconds) {
+    return MsgWaitForMultipleObjectsEx(count, handles, milliseconds, QS_PAINT | QS_SENDMESSAGE,
+                                       MWMO_INPUTAVAILABLE);
+}
+
+}  // namespace
+
+void LetWindowsAnswer() {
+    MSG message = {};
+    if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
+        DispatchMessageW(&message);
+}
+
+void LetWindowsAnswerFor(unsigned milliseconds) {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (ULONGLONG now = end - milliseconds; now < end; now = GetTickCount64()) {
+        WaitForQuestions(0, nullptr, static_cast<DWORD>(end - now));
+        LetWindowsAnswer();
+    }
+}
+
+void RunAside(const std::function<void()>& work) {
+    const UniqueKernelObject done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    std::thread thread;
+    try {
+        if (done)
+            thread = std::thread([&] {
+                work();
+                SetEvent(done.Get());
+            });
+    } catch (const std::system_error&) {  // no room for another thread
+    }
+    if (!thread.joinable()) {
+        work();
+        return;
+    }
+    const HANDLE handle = done.Get();
+    while (WaitForQuestions(1, &handle, INFINITE) == WAIT_OBJECT_0 + 1)
+        LetWindowsAnswer();
+    thread.join();
+}
+
+}  // namespace tobbin

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <functional>
+
+namespace tobbin {
+
+// Lets the thread's windows be painted and answer other programs, but take no input: for work in
+// the middle of which no command may run.
+void LetWindowsAnswer();
+
+// The same until some milliseconds have gone.
+void LetWindowsAnswerFor(unsigned milliseconds);
+
+// Does a part of a thread's work that may take long and touches no window, such as waiting for a
+// slow disk, on a thread of its own; the windows answer meanwhile.
+void RunAside(const std::function<void()>& work);
+
+}  // namespace tobbin
