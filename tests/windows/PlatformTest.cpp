@@ -9,6 +9,7 @@
 #include "platform/UniqueHandle_win32.h"
 #include "platform/UserSettings_win32.h"
 #include "platform/Wide_win32.h"
+#include "platform/WindowAnswers_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "platform/WindowsOutside_win32.h"
 #include "windows/TemporaryFolder.h"
@@ -189,6 +190,21 @@ TEST(SystemEventPump, ComesBackFromMessagesWithoutEnd) {
     SystemEventPump pump;
     pump.LetEventsThrough();
     EXPECT_GT(window.handled, 1);
+}
+
+TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndNoInputIsTaken) {
+    MessageWindow window;
+    PostMessageW(window.Handle(), WM_APP, 0, 0);
+    bool answered = false;
+    RunAside([&] {
+        DWORD_PTR reply = 0;
+        answered =
+            SendMessageTimeoutW(window.Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 10'000, &reply) != 0;
+    });
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(window.handled, 0);
+    SystemEventPump().LetEventsThrough();
+    EXPECT_EQ(window.handled, 1);
 }
 
 TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
