@@ -75,8 +75,9 @@ class MortalDisk : public SystemDisk {
 void Save(MortalDisk& disk, const std::string& kind, const std::string& folder, bool changed,
           const Death& death) {
     FakeOutside fake;
-    Outside outside{fake.text,     disk,        fake.drives, fake.dialogs,    fake.userSettings,
-                    fake.programs, fake.events, fake.clock,  fake.statusLine, fake.player};
+    Outside outside{fake.text,         disk,          fake.drives,   fake.dialogs,
+                    fake.userSettings, fake.programs, fake.events,   fake.clock,
+                    fake.statusLine,   fake.player,   fake.clipboard};
     clsINI settings(outside, folder);
     SortCity sorter(fake.text);
     FakeProgress progress;
