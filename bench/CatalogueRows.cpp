@@ -75,13 +75,17 @@ double OneSort(bool equal) {
 }  // namespace
 
 void AddCatalogueRows() {
-    const auto saved = std::make_shared<Saved>();
+    const auto saved = [kept = std::make_shared<std::unique_ptr<Saved>>()]() -> const Saved& {
+        if (*kept == nullptr)  // Made when it is first asked for.
+            *kept = std::make_unique<Saved>();
+        return **kept;
+    };
     AddRow(
-        "load the catalogue", kSongs, 3, [=] { return Load(*saved); },
-        [=] { return ReadPlainly(saved->File()); });
+        "load the catalogue", kSongs, 3, [=] { return Load(saved()); },
+        [=] { return ReadPlainly(saved().File()); });
     AddRow(
-        "save the catalogue", kSongs, 3, [=] { return Save(*saved); },
-        [=] { return WritePlainly(saved->File()); });
+        "save the catalogue", kSongs, 3, [=] { return Save(saved()); },
+        [=] { return WritePlainly(saved().File()); });
     AddRow(
         "drop duplicates, all names different", kSongs, 3, [] { return DropDuplicates(false); },
         [] { return OneSort(false); });

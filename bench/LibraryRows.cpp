@@ -4,8 +4,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "jukebox/InitialJukebox.h"
@@ -124,6 +128,22 @@ double BytesOfASong(const std::string& library) {
     return static_cast<double>(inUse() - before) / machine.catalogue.UBoundOfMp3Array();
 }
 
+// By how many megabytes the process grows at most during some work.
+double PeakOf(const std::function<double()>& work) {
+    const auto kilobytes = [](const std::string& which) {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);)
+            if (line.starts_with(which))
+                return std::atof(line.c_str() + which.size());
+        return 0.0;
+    };
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << "5";  // The peak is now what is in use.
+    const double before = kilobytes("VmRSS:");
+    work();
+    return (kilobytes("VmHWM:") - before) / 1024;
+}
+
 }  // namespace
 
 void AddLibraryRows(const std::string& library, int songs) {
@@ -133,6 +153,10 @@ void AddLibraryRows(const std::string& library, int songs) {
     AddRow(
         "a start with nothing changed", songs, 4, [=] { return SecondStart(library); },
         [=] { return ListKnownFolders(library); });
+    AddFigure("peak memory of a first run, MB", songs, 0,
+              [=] { return PeakOf([&] { return FirstRun(library); }); });
+    AddFigure("peak memory of a start, MB", songs, 0,
+              [=] { return PeakOf([&] { return SecondStart(library); }); });
     AddFigure("memory of a song, bytes", songs, 500, [=] { return BytesOfASong(library); });
 }
 

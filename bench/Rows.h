@@ -37,7 +37,8 @@ inline void AddRow(const std::string& what, int size, double limit, const Timed&
     add("floor", floor);
 }
 
-// Rows of other units: `value` is measured once, in the unit that `what` names.
+// Rows of other units: `value` is measured once, in the unit that `what` names. A limit of 0 is
+// none.
 inline void AddFigure(const std::string& what, int size, double limit,
                       const std::function<double()>& value) {
     benchmark::RegisterBenchmark((what + "|" + std::to_string(size) + "|figure").c_str(),

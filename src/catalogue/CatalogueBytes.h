@@ -12,15 +12,16 @@
 namespace tobbin {
 
 // The way of the catalogue's records between a file's bytes and the table. A million of them are on
-// it at every start, so it takes them in large groups and copies no text twice.
+// it at every start, so it takes them in large groups and copies few texts.
 
 struct RecordsTaken {
     bool tooMany = false;  // for the table's size; the first ones are in it
     std::optional<CatalogueDamage> damage;
 };
 
-// Fills an empty table (see RecordTable::Resize) with the records that have a file name.
-RecordsTaken TakeRecords(std::string_view file, const SystemText& text, RecordTable& table);
+// Fills an empty table (see RecordTable::Resize) with the records that have a file name. The table
+// keeps the bytes, and nearly all its texts are parts of them.
+RecordsTaken TakeRecords(std::string file, const SystemText& text, RecordTable& table);
 
 struct CellTooLong {
     int field = 0;

@@ -5,11 +5,14 @@
 #include <limits>
 
 #include "util/Convert.h"
+#include "util/Words.h"
 
 namespace tobbin {
 namespace {
 
 constexpr std::size_t kPrefix = 2;  // bytes of a length
+
+constexpr std::size_t kSpareBytes = kPrefix * (kCatalogueStringCount - kFirstSpareString);
 
 constexpr std::size_t kLongestName = 1024;  // bytes; a file system's limit is 255 characters
 
@@ -41,16 +44,6 @@ bool IsSurelyARecordAt(std::string_view file, std::size_t offset) {
 
 }  // namespace
 
-bool AppendCatalogueString(std::string& file, std::string_view text) {
-    if (text.size() > kCatalogueStringLimit)
-        return false;
-    const std::array<char, kPrefix> length = {static_cast<char>(text.size() & 0xFF),
-                                              static_cast<char>(text.size() >> 8)};
-    file.append(length.data(), length.size());
-    file.append(text);
-    return true;
-}
-
 std::string CatalogueDamage::Words() const {
     return "damaged at byte " + std::to_string(offset) + " (record " + std::to_string(record) +
            "): a text there is longer than the rest of the file";
@@ -61,7 +54,12 @@ bool CatalogueReader::Read(CatalogueStrings& strings) {
         return false;
     ++m_record;
     std::size_t at = m_offset;
-    for (std::string_view& text : strings) {
+    for (std::size_t i = 0; i < strings.size(); ++i) {
+        if (i == kFirstSpareString && HasEmptySpares(at)) {
+            std::fill(strings.begin() + kFirstSpareString, strings.end(), std::string_view());
+            at += kSpareBytes;
+            break;
+        }
         const std::size_t left = m_file.size() - at;
         std::size_t length = 0;
         if (left >= kPrefix)
@@ -71,11 +69,18 @@ bool CatalogueReader::Read(CatalogueStrings& strings) {
             m_damage = CatalogueDamage{at, m_record};
             return false;
         }
-        text = m_file.substr(at + kPrefix, length);
+        strings[i] = m_file.substr(at + kPrefix, length);
         at += kPrefix + length;
     }
     m_offset = at;
     return true;
+}
+
+// Nearly always.
+bool CatalogueReader::HasEmptySpares(std::size_t at) const {
+    const char* const spares = m_file.data() + at;
+    return m_file.size() - at >= kSpareBytes && WordAt(spares) == 0 &&
+           WordAt(spares + kSpareBytes - sizeof(std::uint64_t)) == 0;
 }
 
 bool SaysPresent(std::string_view presenceFlag) {

@@ -28,9 +28,6 @@ enum CatalogueString : std::size_t {
     kFirstSpareString = 5,
 };
 
-// Appends one string. Returns false, and appends nothing, when it is too long for the file.
-bool AppendCatalogueString(std::string& file, std::string_view text);
-
 // Where a catalogue file can't be read any further.
 struct CatalogueDamage {
     std::size_t offset = 0;   // of the string that is cut, in bytes from 0
@@ -53,6 +50,8 @@ class CatalogueReader {
     const std::optional<CatalogueDamage>& MaybeDamage() const { return m_damage; }
 
  private:
+    bool HasEmptySpares(std::size_t at) const;
+
     std::string_view m_file;
     std::size_t m_offset;
     std::int64_t m_record = 0;

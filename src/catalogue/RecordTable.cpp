@@ -51,6 +51,11 @@ RecordTable::CellId RecordTable::IdOf(std::string_view text) {
     return IsPlainNumber(text, value) ? kNumberBit | value : m_pool.Add(text);
 }
 
+std::optional<RecordTable::CellId> RecordTable::MaybeIdOfNumber(std::string_view text) {
+    std::uint32_t value = 0;
+    return IsPlainNumber(text, value) ? std::optional(kNumberBit | value) : std::nullopt;
+}
+
 void RecordTable::IdsOf(std::span<const std::string_view> texts, std::span<CellId> ids) {
     constexpr std::size_t kAhead = 16;
     constexpr std::size_t kMost = 256;

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "catalogue/TextPool.h"
@@ -61,7 +62,13 @@ class RecordTable : public SortableTable {
     // Makes room for that many more records with a text of their own each.
     void Reserve(std::size_t records);
 
+    // Takes a file's bytes, once after Clear, and tells where they are now. Texts in them are not
+    // copied when they become cells.
+    std::string_view Keep(std::string bytes) { return m_pool.Keep(std::move(bytes)); }
+
     CellId IdOf(std::string_view text);
+    // The same for a plain number only; nothing for any other text.
+    static std::optional<CellId> MaybeIdOfNumber(std::string_view text);
     // The same for many texts, in less time; `ids` is as long as `texts`.
     void IdsOf(std::span<const std::string_view> texts, std::span<CellId> ids);
     std::string TextOf(CellId id) const;

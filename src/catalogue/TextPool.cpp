@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "util/Check.h"
+#include "util/Words.h"
 
 namespace tobbin {
 namespace {
@@ -17,6 +18,7 @@ TextPool::TextPool() {
 }
 
 void TextPool::Clear() {
+    std::string().swap(m_kept);
     m_chunks.clear();
     m_chunkLeft = 0;
     m_chunkEnd = nullptr;
@@ -25,7 +27,24 @@ void TextPool::Clear() {
 }
 
 std::uint32_t TextPool::Hash(std::string_view text) {
-    return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    std::uint64_t hash = text.size();
+    const auto take = [&hash](std::uint64_t word) {
+        hash = (hash ^ word) * kFactor;
+        hash ^= hash >> 32;
+    };
+    if (text.size() < kWord) {
+        std::uint64_t word = 0;
+        for (const char c : text)
+            word = word << 8 | static_cast<unsigned char>(c);
+        take(word);
+        return static_cast<std::uint32_t>(hash);
+    }
+    for (std::size_t at = 0; at + kWord < text.size(); at += kWord)
+        take(WordAt(text.data() + at));
+    take(WordAt(text.data() + text.size() - kWord));
+    return static_cast<std::uint32_t>(hash);
 }
 
 void TextPool::Prefetch(std::uint32_t hash) const {
@@ -35,7 +54,7 @@ void TextPool::Prefetch(std::uint32_t hash) const {
 std::uint32_t TextPool::Add(std::string_view text, std::uint32_t hash) {
     if (text.empty())
         return 0;
-    if (m_texts.size() * 2 > m_slots.size())
+    if (IsFull(m_texts.size() + 1, m_slots.size()))
         Rehash(m_slots.size() * 2);
     const std::size_t mask = m_slots.size() - 1;
     std::size_t at = hash & mask;
@@ -49,7 +68,16 @@ std::uint32_t TextPool::Add(std::string_view text, std::uint32_t hash) {
     return m_slots[at].id;
 }
 
+std::string_view TextPool::Keep(std::string bytes) {
+    CHECK(m_kept.empty());
+    return m_kept = std::move(bytes);
+}
+
 std::string_view TextPool::Store(std::string_view text) {
+    const std::less_equal<const char*> isNotBehind;
+    if (isNotBehind(m_kept.data(), text.data()) &&
+        isNotBehind(text.data() + text.size(), m_kept.data() + m_kept.size()))
+        return text;
     if (text.size() > m_chunkLeft) {
         const std::size_t bytes = text.size() > kChunkBytes ? text.size() : kChunkBytes;
         m_chunks.push_back(std::make_unique_for_overwrite<char[]>(bytes));
@@ -65,7 +93,7 @@ std::string_view TextPool::Store(std::string_view text) {
 void TextPool::Reserve(std::size_t count) {
     m_texts.reserve(m_texts.size() + count);
     std::size_t slots = m_slots.size();
-    while ((m_texts.size() + count) * 2 > slots)
+    while (IsFull(m_texts.size() + count, slots))
         slots *= 2;
     if (slots > m_slots.size())
         Rehash(slots);

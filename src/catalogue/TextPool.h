@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace tobbin {
 class TextPool {
  public:
     TextPool();
+    TextPool(const TextPool&) = delete;
+    TextPool& operator=(const TextPool&) = delete;
 
     std::uint32_t Add(std::string_view text) { return Add(text, Hash(text)); }
 
@@ -21,6 +24,9 @@ class TextPool {
     static std::uint32_t Hash(std::string_view text);
     void Prefetch(std::uint32_t hash) const;
     std::uint32_t Add(std::string_view text, std::uint32_t hash);
+
+    // Takes a file's bytes, once, and tells where they are now: texts in them are not copied.
+    std::string_view Keep(std::string bytes);
 
     // Makes room for that many more distinct texts at once.
     void Reserve(std::size_t count);
@@ -39,14 +45,16 @@ class TextPool {
         std::uint32_t hash = 0;
         std::uint32_t id = 0;  // 0 marks a free slot
     };
+    static bool IsFull(std::size_t texts, std::size_t slots) { return texts * 3 > slots * 2; }
     std::string_view Store(std::string_view text);
     void Rehash(std::size_t slotCount);
 
+    std::string m_kept;
     std::vector<std::unique_ptr<char[]>> m_chunks;
     std::size_t m_chunkLeft = 0;
     char* m_chunkEnd = nullptr;  // the free part of the last chunk ends here
     std::vector<std::string_view> m_texts;
-    std::vector<Slot> m_slots;  // a power of two of them, at most half in use
+    std::vector<Slot> m_slots;  // a power of two of them, at most two thirds in use
 };
 
 }  // namespace tobbin

@@ -129,7 +129,7 @@ bool clsMain::LoadMain() {
     std::string file;
     if (const DiskStatus status = ReadWholeFile(m_outside.disk, CataloguePath(), file);
         status.Ok()) {
-        m_lastLoad = ReadRecords(file);
+        m_lastLoad = ReadRecords(std::move(file));
         m_fileState =
             m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
         m_recordsInFile = UBoundOfMp3Array();
@@ -147,8 +147,8 @@ bool clsMain::LoadMain() {
     return loaded;
 }
 
-LoadResult clsMain::ReadRecords(const std::string& file) {
-    const RecordsTaken taken = TakeRecords(file, m_outside.text, m_table);
+LoadResult clsMain::ReadRecords(std::string file) {
+    const RecordsTaken taken = TakeRecords(std::move(file), m_outside.text, m_table);
     if (taken.tooMany)
         return {LoadOutcome::Damaged,
                 "The song catalogue \"" + CataloguePath() + "\" holds more than the " +

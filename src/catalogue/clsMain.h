@@ -117,7 +117,7 @@ class clsMain : public SongSink {
         InTable,     // the table was loaded from the whole file, or saved
         Unreadable,  // the file is there and could not be read
     };
-    LoadResult ReadRecords(const std::string& file);
+    LoadResult ReadRecords(std::string file);
     bool FileHoldsTable();
     bool SaveTable();
     void RememberFile();

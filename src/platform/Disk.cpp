@@ -25,6 +25,18 @@ DiskStatus ReadAll(File& file, std::string& bytes) {
     return file.Read(0, static_cast<std::size_t>(size), bytes);
 }
 
+// Reads no further than to the first difference.
+bool Holds(File& file, std::string_view bytes) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    std::string piece;
+    for (std::size_t at = 0; at < bytes.size(); at += kPiece) {
+        const std::string_view expected = bytes.substr(at, kPiece);
+        if (!file.Read(at, expected.size(), piece).Ok() || piece != expected)
+            return false;
+    }
+    return true;
+}
+
 DiskStatus WriteNewFile(Disk& disk, const std::string& path, std::string_view bytes) {
     std::unique_ptr<File> file;
     const auto open = [&] { return disk.Open(path, OpenMode::Create, file); };
@@ -113,10 +125,9 @@ DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view b
 
 DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes) {
     PathInfo info;
-    std::string old;
     std::unique_ptr<File> file;
     if (disk.Stat(path, info).Ok() && info.kind == PathKind::File && info.size == bytes.size() &&
-        disk.Open(path, OpenMode::Read, file).Ok() && ReadAll(*file, old).Ok() && old == bytes)
+        disk.Open(path, OpenMode::Read, file).Ok() && Holds(*file, bytes))
         return {};
     file.reset();
     return SaveWholeFile(disk, path, bytes);

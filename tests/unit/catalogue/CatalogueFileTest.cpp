@@ -1,6 +1,9 @@
 #include "catalogue/CatalogueFile.h"
 
 #include <algorithm>
+#include <array>
+#include <random>
+#include <utility>
 
 #include "unit/catalogue/CatalogueFixture.h"
 #include "util/Errors.h"
@@ -60,6 +63,52 @@ TEST_F(CatalogueFileTest, IsWrittenByteForByteAndReadBack) {
     EXPECT_FALSE(catalogue.IsPresent(3));
     EXPECT_FALSE(catalogue.IsPresent(4));
     EXPECT_EQ(catalogue.SongPath(2), "C:\\M\\Caf\xC3\xA9.mp3");
+}
+
+// Many records are read and written in groups; here each text is taken by itself.
+TEST_F(CatalogueFileTest, ManyOddRecordsAreReadAndWrittenAsEachByItself) {
+    const std::vector<std::pair<std::string, std::string>> texts = {
+        // with their bytes in a file
+        {"a.mp3", "a.mp3"},
+        {"Caf\xC3\xA9", "Caf\xE9"},
+        {"\xCE\xA9", "\xEF\xBB\xBF\xCE\xA9"},
+        {"", ""},
+        {"C:\\M\\", "C:\\M\\"},
+        {"0", "0"},
+        {"7", "7"},
+        {"007", "007"},
+        {"-1", "-1"},
+        {"2147483647", "2147483647"},
+        {"2147483648", "2147483648"}};
+    std::mt19937 chance(3);
+    std::string file, written;
+    Texts rows;
+    for (int i = 0; i < 1500; ++i) {
+        std::array<std::string, 5> cells;  // in the order of the file
+        std::string record;
+        for (std::string& cell : cells) {
+            const auto& [text, bytes] = texts[chance() % texts.size()];
+            const std::string more(chance() % 4 == 0 ? chance() % 300 : 0, 'x');
+            const std::size_t length = bytes.size() + more.size();
+            cell = text + more;
+            record += {static_cast<char>(length & 0xFF), static_cast<char>(length >> 8)};
+            record += bytes + more;
+        }
+        std::string spares(14, '\0');
+        if (chance() % 9 == 0)
+            spares.replace(chance() % 7 * 2, 2, "\x01\x00s"s);
+        file += record + spares;
+        if (cells[0].empty())
+            continue;
+        written += record + std::string(14, '\0');
+        rows.push_back(cells[1] + "|" + cells[0] + "|" + cells[3] + "|" + cells[2] + "|" +
+                       cells[4]);
+    }
+    ASSERT_TRUE(Load(file, static_cast<std::int32_t>(rows.size())));
+    EXPECT_EQ(Rows(), rows);
+    catalogue.MainIsDirty(true);
+    EXPECT_TRUE(catalogue.Save());
+    EXPECT_EQ(fake.disk.Content(kCatalogue), written);
 }
 
 TEST_F(CatalogueFileTest, CutAtAnyByteKeepsTheRecordsBefore) {
