@@ -6,11 +6,9 @@
 //   wait CLASS [TEXT] [SECONDS] waits for a visible window of the class whose text, or the text of
 //                               a window in it, matches TEXT (wildcards * and ?); prints its text
 //   gone CLASS [SECONDS]        waits until there is no such window
-//   texts CLASS                 the texts of the windows in it: class, text
 //   press CLASS BUTTON [TEXT]   waits as "wait" does, then presses a button by its caption, without
 //                               its "&"
 //   close CLASS                 asks the window to close
-//   menu CAPTION...             picks a command of the frame's menu: menu File Exit
 //   command NUMBER [TIMES]      gives the frame a command by its number in assets/resource.h
 //   activate CLASS              makes the frame's child of the class the active one
 //   enter                       presses Enter in the song list
@@ -173,27 +171,6 @@ void Press(HWND dialog, const std::wstring& caption) {
     throw std::runtime_error("no button " + Utf8(caption));
 }
 
-void PickFromMenu(const Words& captions) {
-    const HWND frame = WindowOf(L"frmMDIForm1");
-    HMENU menu = GetMenu(frame);
-    for (std::size_t level = 0; level < captions.size(); ++level) {
-        const int count = GetMenuItemCount(menu);
-        int place = 0;
-        for (; place < count; ++place) {
-            wchar_t text[256] = L"";
-            GetMenuStringW(menu, static_cast<UINT>(place), text, 256, MF_BYPOSITION);
-            if (WithoutAccessKey(text) == captions[level])
-                break;
-        }
-        if (place >= count)
-            throw std::runtime_error("no menu entry " + Utf8(captions[level]));
-        if (level + 1 == captions.size())
-            PostMessageW(frame, WM_COMMAND, GetMenuItemID(menu, place), 0);
-        else
-            menu = GetSubMenu(menu, place);
-    }
-}
-
 void PrintTree() {
     for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
         Print({std::to_wstring(row.depth), row.text, std::to_wstring(row.image)});
@@ -330,15 +307,10 @@ void Run(const std::wstring& command, const Words& words) {
     } else if (command == L"gone") {
         WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
                   [&] { return MaybeWindow(word(0), L"") == nullptr; });
-    } else if (command == L"texts") {
-        for (const HWND window : WindowsIn(WindowOf(word(0))))
-            Print({ClassOf(window), TextOf(window)});
     } else if (command == L"press") {
         Press(Wait(word(0), word(2), defaultLimit), word(1));
     } else if (command == L"close") {
         PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
-    } else if (command == L"menu") {
-        PickFromMenu(words);
     } else if (command == L"command") {
         const HWND frame = WindowOf(L"frmMDIForm1");
         for (int i = 0; i < number(1, 1); ++i)

@@ -11,13 +11,8 @@ import shutil
 import sys
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
-import data_files  # noqa: E402
-from under_wine import PREFIX, Program, driver, report  # noqa: E402
+from under_wine import CATALOGUE, GROUPING, PREFIX, SETTINGS, Program, data_files, driver, report
 
-GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
-CATALOGUE = GROUPING / "FileLocNames.lmz"
-SETTINGS = GROUPING / "System/TheOrganizer.ini"
 FOLDERS = GROUPING / "System/LocOfMainTargetFiles.lmz"
 
 DRIVE = (PREFIX / "dosdevices/m:").resolve()

@@ -9,8 +9,8 @@ import subprocess
 import sys
 import unittest
 
-from jukeboxes import CLOSE, GROUPING, PREFIX, SAVE, SETTINGS, Run, answer, command, open_file, status
-from under_wine import driver, report
+from jukeboxes import CLOSE, SAVE, Run, answer, command, open_file
+from under_wine import GROUPING, PREFIX, SETTINGS, driver, report, status
 
 PICTURES = PREFIX / "drive_c/pics"
 POC = GROUPING / "pics.poc"
@@ -123,17 +123,10 @@ class Pictures(unittest.TestCase):
     def test_3_what_is_no_picture_is_told_and_passed_over(self):
         (PICTURES / "e.jpg").write_bytes(b"")
         (PICTURES / "f.jpg").write_bytes((PICTURES / "a.jpg").read_bytes()[:150])
-        huge = bytearray((PICTURES / "a.jpg").read_bytes())
-        frame = huge.index(b"\xff\xc0")
-        huge[frame + 5:frame + 9] = b"\xff" * 4
-        (PICTURES / "g.jpg").write_bytes(huge)
-        (PICTURES / "h.jpg").write_bytes(b"RIFF\x24\x00\x00\x00WAVE")
         POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
         with Run() as program:
             (PICTURES / "c.jpg").unlink()
-            for name, reason in (("e", "the file is empty"), ("f", "the file is damaged"),
-                                 ("g", "it is too large (65535 x 65535 pixels)"),
-                                 ("h", "it is not a JPEG picture")):
+            for name, reason in (("e", "the file is empty"), ("f", "the file is damaged")):
                 command(NEXT)
                 self.says(f"The picture \"C:\\pics\\{name}.jpg\" can't be shown: {reason}")
                 self.shows(NONE)

@@ -13,14 +13,11 @@ import sys
 import time
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
-import data_files  # noqa: E402
-from under_wine import PREFIX, WINE, Program, driver, report  # noqa: E402
+from under_wine import CATALOGUE, GROUPING, PREFIX, WINE, Program, data_files, driver, report
 
 PLAYER = PREFIX / "drive_c/Program Files/Winamp"
 LOG = PLAYER / "winamp.log"
 BEHAVIOUR = PLAYER / "winamp.ini"
-GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 # Numbers of the frame's commands, from assets/resource.h.
 WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP, STOP_AFTER_TRACK = (
     1202, 1203, 1204, 1205, 1209, 1210)
@@ -55,7 +52,7 @@ def select(*rows):
     driver("open", "All Songs")
     driver("select", *map(str, rows))
     listed = [line.split("\t") for line in driver("rows", "1000")[1:]]
-    records = data_files.catalogue(GROUPING / "FileLocNames.lmz")
+    records = data_files.catalogue(CATALOGUE)
     chosen = [records[int(cells[3]) - 1] for cells in listed if cells[1] == "x"]
     assert len(chosen) == len(rows)
     return [record["folder"] + record["name"] for record in chosen]

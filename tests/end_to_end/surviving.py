@@ -11,14 +11,11 @@ import sys
 import time
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
-import data_files  # noqa: E402
-from under_wine import PREFIX, WINE, Program, driver, report  # noqa: E402
+from under_wine import GROUPING, PREFIX, WINE, Program, data_files, driver, report
 
 TOBBIN = r"C:\Tobbin\Tobbin.exe"
 DRIVE_C = PREFIX / "drive_c"
 WINDOW_MANAGER = (r"HKCU\Software\Wine\X11 Driver", "/v", "Managed")
-GROUPING = DRIVE_C / "Tobbin/Grouping"
 OPEN, WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL = 1002, 1202, 1203, 1204  # of assets/resource.h
 
 

@@ -5,10 +5,17 @@ import json
 import os
 import pathlib
 import subprocess
+import sys
 import tempfile
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
+import data_files  # noqa: E402, for the suites
+
 PREFIX = pathlib.Path(os.environ["WINEPREFIX"])
+GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
+CATALOGUE = GROUPING / "FileLocNames.lmz"
+SETTINGS = GROUPING / "System/TheOrganizer.ini"
 WINE = os.environ.get("WINE", "wine")
 
 
@@ -22,6 +29,18 @@ def driver(*words):
         if code != 0:
             raise AssertionError(f"driver {words}: {errors.read().decode('utf-8', 'replace')}")
         return output.read().decode("utf-8").replace("\r", "").split("\n")[:-1]
+
+
+def mouse(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True)
+
+
+def keys(*names):
+    mouse("key", "--delay", 40, *names)
+
+
+def status():
+    return driver("status")[0]
 
 
 class Program:

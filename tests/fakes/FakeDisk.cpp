@@ -86,6 +86,12 @@ FakeDisk::Node* FakeDisk::Find(const std::string& path) {
     return it == m_nodes.end() ? nullptr : &it->second;
 }
 
+FakeDisk::Node& FakeDisk::Existing(const std::string& path) {
+    Node* const node = Find(path);
+    CHECK(node != nullptr);
+    return *node;
+}
+
 const FakeDisk::Node* FakeDisk::Find(const std::string& path) const {
     const auto it = m_nodes.find(Resolve(path));
     return it == m_nodes.end() ? nullptr : &it->second;
@@ -179,9 +185,7 @@ void FakeDisk::LosePower(std::uint32_t seed) {
 }
 
 void FakeDisk::Lock(const std::string& path, DiskError error) {
-    Node* node = Find(path);
-    CHECK(node != nullptr);
-    node->lock = error;
+    Existing(path).lock = error;
 }
 
 void FakeDisk::Unlock(const std::string& path) {
@@ -189,9 +193,7 @@ void FakeDisk::Unlock(const std::string& path) {
 }
 
 void FakeDisk::DenyListing(const std::string& folder) {
-    Node* node = Find(folder);
-    CHECK(node != nullptr);
-    node->denyListing = true;
+    Existing(folder).denyListing = true;
 }
 
 void FakeDisk::AddLink(const std::string& link, const std::string& target) {
@@ -200,16 +202,13 @@ void FakeDisk::AddLink(const std::string& link, const std::string& target) {
 }
 
 void FakeDisk::SetId(const std::string& folder, const FolderId& id) {
-    Node* node = Find(folder);
-    CHECK(node != nullptr);
-    node->id = id.index;
-    node->volume = id.volume;
+    Node& node = Existing(folder);
+    node.id = id.index;
+    node.volume = id.volume;
 }
 
 void FakeDisk::SetModifiedTime(const std::string& path, std::int64_t unixTime) {
-    Node* node = Find(path);
-    CHECK(node != nullptr);
-    node->modifiedTime = unixTime;
+    Existing(path).modifiedTime = unixTime;
 }
 
 void FakeDisk::FailAt(int operation, DiskError error, bool once) {

@@ -82,6 +82,7 @@ class FakeDisk : public Disk {
     std::string Resolve(const std::string& path) const;  // key with links followed
     Node* Find(const std::string& path);
     const Node* Find(const std::string& path) const;
+    Node& Existing(const std::string& path);
     Node& Add(const std::string& path, bool isFolder);
     DiskStatus Step(const std::string& what);
     // What a file held when it was last flushed, and the writes since: offsets and bytes.

@@ -97,17 +97,6 @@ class JukeboxPanesTest : public testing::Test {
         SendMessageW(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
         return item.iImage;
     }
-    LVCOLUMNW Column(int index, std::wstring& heading) {
-        wchar_t text[100] = L"";
-        LVCOLUMNW column = {};
-        column.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH;
-        column.pszText = text;
-        column.cchTextMax = 100;
-        SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(index),
-                     reinterpret_cast<LPARAM>(&column));
-        heading = text;
-        return column;
-    }
     static RECT Place(HWND child, HWND parent) {
         RECT place = {};
         GetWindowRect(child, &place);
@@ -169,17 +158,6 @@ TEST_F(JukeboxPanesTest, RemovingTheSelectedFolderSelectsAnother) {
     EXPECT_EQ(static_cast<std::size_t>(ListView_GetItemCount(List())), controller.RowCount());
 }
 
-TEST_F(JukeboxPanesTest, HasItsTwoColumns) {
-    std::wstring heading;
-    EXPECT_EQ(Column(0, heading).fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
-    EXPECT_EQ(heading, L"Name    --        (click to sort)");
-    EXPECT_EQ(Column(1, heading).fmt & LVCFMT_JUSTIFYMASK, LVCFMT_RIGHT);
-    EXPECT_EQ(heading, L"Key");
-    jukebox.SetColumn(0, "By Rank -- best to worst");
-    Column(0, heading);
-    EXPECT_EQ(heading, L"By Rank -- best to worst");
-}
-
 TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
     constexpr int kMany = 500'000;
     AddSongs(jukebox.Root(0), kMany);
@@ -239,23 +217,6 @@ TEST_F(JukeboxPanesTest, ThePanesFillWhatIsSeenAndTheSplitterMoves) {
     EXPECT_EQ(Place(List(), explorer).right, seen.right);
     SendMessageW(explorer, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(before + 41, 50));
     EXPECT_EQ(Place(Tree(), explorer).right, before);
-}
-
-TEST_F(JukeboxPanesTest, SpecialFoldersRefuseTheLabelEdit) {
-    const auto edit = [&](int root) {
-        HTREEITEM item = TreeView_GetRoot(Tree());
-        for (int i = 0; i < root; ++i)
-            item = TreeView_GetNextSibling(Tree(), item);
-        SetFocus(Tree());
-        return SendMessageW(Tree(), TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item)) != 0;
-    };
-    EXPECT_FALSE(edit(0));
-    EXPECT_FALSE(edit(1));
-    EXPECT_TRUE(edit(2));
-    SetWindowTextW(TreeView_GetEditControl(Tree()), L"Renamed");
-    TreeView_EndEditLabelNow(Tree(), FALSE);
-    EXPECT_EQ(jukebox.Root(2).Text(), "Renamed");
-    EXPECT_EQ(TreeText(), "All Songs\nArtist\n Zappa\n ABBA\nRenamed\n");
 }
 
 }  // namespace

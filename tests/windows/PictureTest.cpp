@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <commctrl.h>
 #include <shlwapi.h>
 #include <wincodec.h>
 
@@ -9,7 +8,6 @@
 
 #include "platform/ComPtr_win32.h"
 #include "platform/Wide_win32.h"
-#include "ui/ListBackground_win32.h"
 #include "ui/WicDecoder_win32.h"
 #include "windows/TemporaryFolder.h"
 
@@ -108,47 +106,6 @@ TEST_F(PictureTest, OfADamagedFileEndsWithAProblemOrAPicture) {
     WriteFileWith(path, whole + "what comes behind the picture");
     ExpectQuarters(maker->Make({path, {40, 25}}).pixels);
     EXPECT_EQ(maker->Make({folder / "gone.jpg", {9, 9}}).problem, "it is not there any more");
-}
-
-TEST_F(PictureTest, IsShownBehindAListUnderItsVeil) {
-    PictureLoader loader([] { return MakeSystemPictureMaker(); }, 1 << 20);
-    ListBackground background(loader);
-    std::string failed;
-    background.onFailed = [&](const std::string& which, const std::string&) { failed = which; };
-    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_POPUP | LVS_REPORT | LVS_OWNERDATA,
-                                      0, 0, 300, 200, nullptr, nullptr, nullptr, nullptr);
-    background.Attach(list);
-    const auto wait = [](const auto& condition) {
-        for (const ULONGLONG end = GetTickCount64() + 20'000; !condition();) {
-            if (GetTickCount64() > end)
-                return false;
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-            MSG message;
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-                DispatchMessageW(&message);
-        }
-        return true;
-    };
-    background.Show(path, false, "");
-    EXPECT_FALSE(background.IsShown());
-    ASSERT_TRUE(wait([&] { return background.IsShown(); }));
-    EXPECT_EQ(ListView_GetTextBkColor(list), CLR_NONE);
-    const HDC screen = GetDC(nullptr);
-    const UniqueMemoryDc dc(CreateCompatibleDC(screen));
-    const UniqueBitmap bitmap(CreateCompatibleBitmap(screen, 300, 200));
-    ReleaseDC(nullptr, screen);
-    const HGDIOBJ old = SelectObject(dc.Get(), bitmap.Get());
-    background.Paint(dc.Get());
-    const COLORREF veiled = GetPixel(dc.Get(), 50, 60);
-    EXPECT_GT(GetRValue(veiled), GetGValue(veiled) + 40);  // the red quarter
-    EXPECT_GT(GetGValue(veiled), 90);                      // under its veil
-    SelectObject(dc.Get(), old);
-    background.Show(folder / "gone.jpg", false, "");
-    ASSERT_TRUE(wait([&] { return !failed.empty(); }));
-    EXPECT_EQ(failed, folder / "gone.jpg");
-    EXPECT_FALSE(background.IsShown());
-    EXPECT_EQ(ListView_GetTextBkColor(list), GetSysColor(COLOR_WINDOW));
-    DestroyWindow(list);
 }
 
 }  // namespace

@@ -150,15 +150,6 @@ class MessageWindow : public WindowBase {
     }
 };
 
-TEST(WindowBase, LivesOnWithoutItsWindow) {
-    MessageWindow window;
-    EXPECT_EQ(WindowText(window.Handle()), "caption");
-    SendMessageW(window.Handle(), WM_APP, 0, 0);
-    EXPECT_EQ(window.handled, 1);
-    DestroyWindow(window.Handle());
-    EXPECT_EQ(window.Handle(), nullptr);
-}
-
 TEST(SystemEventPump, HandlesWhatWaitsAndKeepsTheRequestToQuit) {
     MessageWindow window;
     SystemEventPump pump;

@@ -71,9 +71,6 @@ class PanelAndStandIn : public testing::Test {
         for (int i = 0; i * 1152 < (seconds * 1000 + 500) * 44.1; ++i)
             file << std::string("\xFF\xFB\x90\x00", 4) << std::string(413, '\0');
     }
-    void Tell(const std::string& lines) {
-        std::ofstream(folder / L"winamp.ini") << "[behave]\n" << lines;
-    }
     Log ReadLog() const {
         Log lines;
         std::ifstream file(folder / L"winamp.log");
@@ -169,53 +166,6 @@ TEST_F(PanelAndStandIn, PlaysSteersAndCloses) {
     EXPECT_EQ(Log(lines.end() - 4, lines.end()),
               (Log{"273 40047 0", "1024 0 101", "273 40001 0", "closed"}));
     EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(PanelAndStandIn, AwaitsALateWindow) {
-    Tell("open_after=1500");
-    Open({1});
-    ASSERT_TRUE(RunUntil([&] { return IsPlaying(); }));
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(PanelAndStandIn, AdvisesWhenNoWindowComes) {
-    Tell("open_never=1");
-    Open({1});
-    ASSERT_TRUE(RunUntil([&] { return !fake.dialogs.boxes.empty(); }, 30));
-    EXPECT_TRUE(fake.dialogs.boxes[0].text.starts_with("Tobbin can't seem to find WinAmp."));
-}
-
-TEST_F(PanelAndStandIn, OutlivesAPlayerThatHangsForAWhile) {
-    Tell("hang_at=4\nhang_for=3000");  // at the stop command
-    Open({1, 2, 3});
-    ASSERT_TRUE(RunUntil([&] { return Status() == "The player doesn't answer"; }));
-    ASSERT_TRUE(RunUntil([&] { return IsPlaying(); }));
-    EXPECT_TRUE(Logged(AddLine(1)) && Logged(AddLine(2)) && Logged(AddLine(3)));
-}
-
-TEST_F(PanelAndStandIn, OutlivesAPlayerThatHangsForEver) {
-    Tell("hang_at=7");  // at the play command
-    Open({1, 2, 3});
-    ASSERT_TRUE(RunUntil([&] { return Status() == "The player doesn't answer"; }));
-    SendMessageW(panel.Handle(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(closed);
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(PanelAndStandIn, OutlivesAPlayerThatVanishes) {
-    Tell("vanish_at=9");  // at the second song
-    Open({1, 2, 3});
-    ASSERT_TRUE(RunUntil([&] { return Status() == "STOPPED"; }));
-    EXPECT_TRUE(Logged(AddLine(2)));
-    EXPECT_FALSE(Logged(AddLine(3)));
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(PanelAndStandIn, TakesRepliesThatMeanNothing) {
-    Tell("version=5\nstatus=7\nunknown=1");
-    Open({1});
-    ASSERT_TRUE(RunUntil([&] { return Status() == "STOPPED"; }));
-    EXPECT_EQ(WindowText(panel.Handle()), "WinAMP Version# UNKNOWN");
 }
 
 }  // namespace

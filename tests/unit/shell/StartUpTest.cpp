@@ -258,19 +258,6 @@ TEST_F(StartUpTest, SettingsThatCanNotBeReadAreNeverReplaced) {
     }
 }
 
-TEST_F(StartUpTest, SettingsOfFourLinesAndAWrongCountLoseNothing) {
-    Run();
-    const std::string catalogue = fake.disk.Content(kSongs);
-    for (const char* count : {"0", "1", "7"}) {
-        fake.disk.AddFile(kSettings, std::string(kFolderList) + "\r\nC:\\App\\Grouping\\\r\n" +
-                                         count + "\r\n\r\n");
-        ASSERT_TRUE(Run());
-        EXPECT_EQ(fake.disk.Content(kSongs), catalogue) << count;
-        EXPECT_EQ(Songs("All Songs"), "b.mp3 ") << count;
-    }
-    EXPECT_TRUE(Boxes().empty());
-}
-
 TEST_F(StartUpTest, AProgramFolderThatWasMovedUsesItsOwnData) {
     Run();
     fake.disk.AddFile(kSettings,

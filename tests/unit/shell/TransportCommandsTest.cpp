@@ -34,11 +34,5 @@ TEST_F(TransportCommands, ButtonsSendThemTooAndUnPauseChecksFirst) {
               (Log{"273 40048 0", "273 40044 0", "273 40046 0", "273 40157 0", "273 40045 0"}));
 }
 
-TEST_F(TransportCommands, WithoutAPlayersWindowAskToPlayASongFirst) {
-    commands.Do(FrameCommand::NextTrack);
-    ASSERT_EQ(fake.dialogs.boxes.size(), 1U);
-    EXPECT_EQ(fake.dialogs.boxes[0].title, "First Play a Song");
-}
-
 }  // namespace
 }  // namespace tobbin
