@@ -18,8 +18,9 @@ class Machine : private OpenJukeboxes {
 
     FakeOutside fake;
     PosixDisk disk;
-    Outside outside{fake.text,     disk,        fake.drives, fake.dialogs,    fake.userSettings,
-                    fake.programs, fake.events, fake.clock,  fake.statusLine, fake.player};
+    Outside outside{fake.text,         disk,          fake.drives,   fake.dialogs,
+                    fake.userSettings, fake.programs, fake.events,   fake.clock,
+                    fake.statusLine,   fake.player,   fake.clipboard};
     SortCity sorter{fake.text};
     Progress progress;
     clsINI settings{outside, "C:\\Tobbin\\"};

@@ -118,7 +118,8 @@ class PanelAndStandIn : public testing::Test {
                     real.Interfaces().events,
                     real.Interfaces().clock,
                     fake.statusLine,
-                    real.Interfaces().player};
+                    real.Interfaces().player,
+                    fake.clipboard};
     WinAMP_Control control{outside};
     PlayList playList;
     PlayerPanelWindow panel{outside, control, playList,
