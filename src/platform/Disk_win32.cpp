@@ -57,12 +57,13 @@ std::optional<FolderId> MaybeId(HANDLE folder, std::optional<std::uint64_t> volu
     return volume ? std::optional(FolderId{*volume, index}) : std::nullopt;
 }
 
-// The system reports a target that another program holds as "access denied".
+// The system reports a target that another program holds as "access denied". One that can be opened
+// for deletion is no longer held.
 DiskStatus WhyNotReplaced(DWORD error, const std::wstring& target) {
     if (error == ERROR_ACCESS_DENIED) {
         const UniqueFile probe(CreateFileW(target.c_str(), DELETE, kShareAll, nullptr,
                                            OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-        if (!probe && GetLastError() == ERROR_SHARING_VIOLATION)
+        if (probe || GetLastError() == ERROR_SHARING_VIOLATION)
             error = ERROR_SHARING_VIOLATION;
     }
     return StatusOf(error);
