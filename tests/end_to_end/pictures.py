@@ -7,6 +7,7 @@ Runs in a prefix in which the program has found its songs before (first_run.py).
 import shutil
 import subprocess
 import sys
+import time
 import unittest
 
 from jukeboxes import CLOSE, SAVE, Run, answer, command, open_file
@@ -57,10 +58,10 @@ class Pictures(unittest.TestCase):
                                     zip(pixels(1, 1, x - 15, y + 30), colour)), colour)
 
     def eventually(self, holds, words=""):
-        for _ in range(60):
-            if holds():
-                return
-        self.fail(words)
+        end = time.monotonic() + 30
+        while not holds():
+            self.assertLess(time.monotonic(), end, words)
+            time.sleep(0.05)
 
     def says(self, words):
         self.eventually(lambda: words in status(), words)
