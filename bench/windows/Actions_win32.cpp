@@ -169,19 +169,22 @@ double Actions::OpenFind() {
     return Shown(begin);
 }
 
-double Actions::Find(const std::wstring& text) {
+HWND Actions::TypeIntoFind(const std::wstring& text) {
     const HWND dialog = MaybeVisible(L"frmFind");
     Ask(GetDlgItem(dialog, IDC_FIND_TEXT1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
     WaitUntilShown();
+    return dialog;
+}
+
+double Actions::Find(const std::wstring& text) {
+    const HWND dialog = TypeIntoFind(text);
     const double begin = Now();
     Ask(dialog, WM_COMMAND, MAKEWPARAM(IDC_FIND_COMMAND1, BN_CLICKED), 0);
     return Shown(begin);
 }
 
 double Actions::FindInVain(const std::wstring& text) {
-    const HWND dialog = MaybeVisible(L"frmFind");
-    Ask(GetDlgItem(dialog, IDC_FIND_TEXT1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-    WaitUntilShown();
+    const HWND dialog = TypeIntoFind(text);
     const double begin = Now();
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_FIND_COMMAND1, BN_CLICKED), 0);
     WaitFor("the box", [] { return MaybeVisible(L"#32770") != nullptr; });

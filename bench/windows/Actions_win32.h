@@ -46,6 +46,7 @@ class Actions {
  private:
     HWND Pane(const wchar_t* controlClass) const;
     double Shown(double begin) const;
+    HWND TypeIntoFind(const std::wstring& text);
     LPARAM ItemAt(const std::vector<std::wstring>& path) const;
 
     HWND m_frame;

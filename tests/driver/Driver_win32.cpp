@@ -1,6 +1,8 @@
 // Uses the program from outside, through its windows, as a person or a screen reader does. One
 // command for each run; answers are lines of UTF-8 whose fields are parted by tabs. Exit code 0
-// when the command did what it says, 1 with a line on the error output when it didn't.
+// when the command did what it says, 1 with a line on the error output when it didn't. With -v in
+// front of the command the error output also has the lines "begun" and "done", so that one who
+// finds this program ended by something else knows how far it came.
 //
 //   windows                     every window of every program: class, text, "visible" or "hidden"
 //   wait CLASS [TEXT] [SECONDS] waits for a visible window of the class whose text, or the text of
@@ -367,11 +369,17 @@ void Run(const std::wstring& command, const Words& words) {
 int main() {
     int count = 0;
     wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    const tobbin::driver::Words words(arguments + 1, arguments + count);
+    const bool tells = count > 1 && std::wstring(arguments[1]) == L"-v";
+    const tobbin::driver::Words words(arguments + (tells ? 2 : 1), arguments + count);
     try {
         if (words.empty())
             throw std::runtime_error("name a command");
+        if (tells)
+            std::fputs("begun\n", stderr);
         tobbin::driver::Run(words[0], {words.begin() + 1, words.end()});
+        std::fflush(stdout);
+        if (tells)
+            std::fputs("done\n", stderr);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tobbin_driver: %s\n", error.what());
