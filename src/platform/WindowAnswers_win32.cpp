@@ -4,6 +4,7 @@
 
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "platform/UniqueHandle_win32.h"
 
@@ -17,9 +18,21 @@ DWORD WaitForQuestions(DWORD count, const HANDLE* handles, DWORD milliseconds) {
                                        MWMO_INPUTAVAILABLE);
 }
 
+// Of the thread, as its messages are.
+bool& OnlyAnswers() {
+    thread_local bool onlyAnswers = false;
+    return onlyAnswers;
+}
+
 }  // namespace
 
+bool WindowsOnlyAnswer() {
+    return OnlyAnswers();
+}
+
 void LetWindowsAnswer() {
+    const ScopeGuard putBack(
+        [before = std::exchange(OnlyAnswers(), true)] { OnlyAnswers() = before; });
     MSG message = {};
     if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE))
         DispatchMessageW(&message);

@@ -8,6 +8,10 @@ namespace tobbin {
 // the middle of which no command may run.
 void LetWindowsAnswer();
 
+// Whether the thread is in there now. A window puts off what asks it for a command until the work
+// is done, and does not let the session end.
+bool WindowsOnlyAnswer();
+
 // The same until some milliseconds have gone.
 void LetWindowsAnswerFor(unsigned milliseconds);
 

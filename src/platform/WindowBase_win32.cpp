@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "platform/Wide_win32.h"
+#include "platform/WindowAnswers_win32.h"
 #include "util/Check.h"
 
 namespace tobbin {
@@ -98,7 +99,21 @@ WindowBase* WindowBase::MaybeOwner(HWND window, WindowBase* creator) {
     return reinterpret_cast<WindowBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
+// In the middle of work another program's messages still arrive. A command could change what is
+// just being saved; the end of the session asks whether to save, and may ask again soon.
+bool WindowBase::MustWait(UINT message, WPARAM wParam, LPARAM lParam) const {
+    const bool asksForCommand =
+        message == WM_COMMAND || message == WM_SYSCOMMAND || message == WM_CLOSE;
+    if (!WindowsOnlyAnswer() || (!asksForCommand && message != WM_QUERYENDSESSION))
+        return false;
+    if (asksForCommand)
+        PostMessageW(m_handle, message, wParam, lParam);
+    return true;
+}
+
 LRESULT WindowBase::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (MustWait(message, wParam, lParam))
+        return FALSE;
     const LRESULT result = GuardedHandler([&] { return HandleMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {
         SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);

@@ -75,6 +75,7 @@ class WindowBase {
     LRESULT TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+    bool MustWait(UINT message, WPARAM wParam, LPARAM lParam) const;
     static LRESULT CALLBACK Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND m_handle = nullptr;

@@ -137,10 +137,15 @@ class MessageWindow : public WindowBase {
     }
     ~MessageWindow() override { Destroy(); }
     int handled = 0;
-    bool repeats = false;  // whether each message is the cause of the next one
+    std::vector<UINT> asked;  // for commands and for the end
+    bool repeats = false;     // whether each message is the cause of the next one
 
  protected:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_COMMAND || message == WM_CLOSE || message == WM_QUERYENDSESSION) {
+            asked.push_back(message);
+            return TRUE;
+        }
         if (message != WM_APP)
             return Default(message, wParam, lParam);
         ++handled;
@@ -183,19 +188,24 @@ TEST(SystemEventPump, ComesBackFromMessagesWithoutEnd) {
     EXPECT_GT(window.handled, 1);
 }
 
-TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndNoInputIsTaken) {
+TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndCommandsWaitForItsEnd) {
     MessageWindow window;
     PostMessageW(window.Handle(), WM_APP, 0, 0);
-    bool answered = false;
+    int answered = 0;
+    DWORD_PTR mayEnd = TRUE;
     RunAside([&] {
-        DWORD_PTR reply = 0;
-        answered =
-            SendMessageTimeoutW(window.Handle(), WM_NULL, 0, 0, SMTO_NORMAL, 10'000, &reply) != 0;
+        for (const UINT message : {WM_NULL, WM_COMMAND, WM_CLOSE, WM_QUERYENDSESSION})
+            answered += SendMessageTimeoutW(window.Handle(), message, 0, 0, SMTO_NORMAL, 10'000,
+                                            &mayEnd) != 0;
     });
-    EXPECT_TRUE(answered);
+    EXPECT_EQ(answered, 4);
+    EXPECT_FALSE(mayEnd);
     EXPECT_EQ(window.handled, 0);
+    EXPECT_TRUE(window.asked.empty());
     SystemEventPump().LetEventsThrough();
     EXPECT_EQ(window.handled, 1);
+    EXPECT_EQ(window.asked, (std::vector<UINT>{WM_COMMAND, WM_CLOSE}));
+    EXPECT_TRUE(SendMessageW(window.Handle(), WM_QUERYENDSESSION, 0, 0));
 }
 
 TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
