@@ -82,7 +82,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
                 others.push_back(entry.name);
     }
     // A drive that went away meanwhile took its files with it without their being gone.
-    if (m_missing.size() > before && !root.empty() && !IsReachable(root)) {
+    if (m_missing.size() > before && !root.empty() && !IsReachable(m_outside, root)) {
         m_missing.resize(before);
         m_reachable[root] = false;
     }
@@ -93,15 +93,10 @@ bool MissingSongs::IsGone(const std::string& path) {
     return m_outside.disk.Stat(path, info).Ok() && info.kind != PathKind::File;
 }
 
-bool MissingSongs::IsReachable(const std::string& root) {
-    return root.starts_with('\\') ? FolderExists(m_outside.disk, root)
-                                  : m_outside.drives.IsReachable(root);
-}
-
 bool MissingSongs::WasReachable(const std::string& root) {
     if (const auto known = m_reachable.find(root); known != m_reachable.end())
         return known->second;
-    return m_reachable[root] = IsReachable(root);
+    return m_reachable[root] = IsReachable(m_outside, root);
 }
 
 }  // namespace tobbin

@@ -36,7 +36,6 @@ class MissingSongs {
     };
     void JudgeFolder(const std::string& folder, const Song* first, const Song* last);
     bool IsGone(const std::string& path);
-    bool IsReachable(const std::string& root);
     bool WasReachable(const std::string& root);
 
     Outside& m_outside;

@@ -70,6 +70,11 @@ bool IsHardDrive(const Outside& outside, const std::string& root) {
                           "*hard*");
 }
 
+bool IsReachable(const Outside& outside, const std::string& root) {
+    return root.starts_with('\\') ? FolderExists(outside.disk, root)
+                                  : outside.drives.IsReachable(root);
+}
+
 SongSearch::SongSearch(Outside& outside, Progress& progress, SongSink& sink)
     : m_outside(outside), m_progress(progress), m_sink(sink) {}
 

@@ -27,6 +27,9 @@ std::string DriveTypeText(unsigned type, const std::string& root);
 // "*hard*".
 bool IsHardDrive(const Outside& outside, const std::string& root);
 
+// Whether a drive or a network share (see RootOfPath) can be asked for its files now.
+bool IsReachable(const Outside& outside, const std::string& root);
+
 // Whether a file of this name is taken for a song: it ends in ".mp3" in any case.
 bool IsSongName(std::string_view name);
 

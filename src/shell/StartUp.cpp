@@ -6,6 +6,8 @@
 #include "catalogue/CatalogueRepair.h"
 #include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxFile.h"
+#include "search/SongSearch.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
@@ -142,9 +144,21 @@ void StartUp::FindPlayer() {
     m_view.ShowProgressArea(false);
 }
 
+// A player on a drive that is away, or of which the disk tells nothing, may be there all the same.
+// The drive is asked last, since it may go away meanwhile.
+bool StartUp::PlayerIsGone() {
+    const std::string& player = m_application.Settings().LocOfWinAmpExe();
+    if (player.empty())
+        return true;
+    PathInfo info;
+    const std::string root = RootOfPath(player);
+    return m_outside.disk.Stat(player, info).Ok() && info.kind != PathKind::File &&
+           (root.empty() || IsReachable(m_outside, root));
+}
+
 void StartUp::ForgetMissingPlayer() {
     clsINI& settings = m_application.Settings();
-    if (PlayerIsThere())
+    if (!PlayerIsGone())
         return;
     settings.LocOfWinAmpExe("");
     settings.Save(settings.SettingsPath());

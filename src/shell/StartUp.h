@@ -48,6 +48,7 @@ class StartUp {
     bool PrepareSettings();
     void UseOwnDataFolderIfTheirsIsGone();
     bool PlayerIsThere();
+    bool PlayerIsGone();
     void FindPlayer();
     void ForgetMissingPlayer();
     void PrepareCatalogue();

@@ -196,6 +196,11 @@ void FakeDisk::DenyListing(const std::string& folder) {
     Existing(folder).denyListing = true;
 }
 
+void FakeDisk::FailBelow(const std::string& path, DiskError error) {
+    m_failingPath = Key(path);
+    m_failureBelow = error;
+}
+
 void FakeDisk::AddLink(const std::string& link, const std::string& target) {
     Add(link, true).linkTo = Key(target);
     m_hasLinks = true;
@@ -221,6 +226,8 @@ void FakeDisk::FailAt(int operation, DiskError error, bool once) {
 DiskStatus FakeDisk::Step(const std::string& what) {
     m_log.push_back(what);
     ++m_operations;
+    if (m_failureBelow != DiskError::None && Key(what).find(m_failingPath) != std::string::npos)
+        return DiskStatus(m_failureBelow);
     const bool fails =
         m_failAt != 0 && (m_failOnce ? m_operations == m_failAt : m_operations >= m_failAt);
     return fails ? DiskStatus(m_failure) : DiskStatus();

@@ -25,6 +25,8 @@ class FakeDisk : public Disk {
     void Lock(const std::string& path, DiskError error = DiskError::SharingViolation);
     void Unlock(const std::string& path);
     void DenyListing(const std::string& folder);
+    // From now on every operation on this path, and on what is below it, fails with the error.
+    void FailBelow(const std::string& path, DiskError error);
     // Entering `link` leads to `target`: the listing of the one is the listing of the other.
     void AddLink(const std::string& link, const std::string& target);
     void SetId(const std::string& folder, const FolderId& id);
@@ -103,6 +105,8 @@ class FakeDisk : public Disk {
     int m_failAt = 0;
     bool m_failOnce = true;
     DiskError m_failure = DiskError::None;
+    std::string m_failingPath;  // its key
+    DiskError m_failureBelow = DiskError::None;
 };
 
 }  // namespace tobbin

@@ -287,6 +287,57 @@ TEST_F(StartUpTest, ThePlayerIsSearchedForWhenItIsNotWhereItWas) {
     EXPECT_EQ(fake.disk.Content(kSettings).find("winamp"), std::string::npos);
 }
 
+// A drive that is unplugged between two starts, that says that it is away, or that claims to be
+// there and then refuses every question; each is back at the start after.
+TEST_F(StartUpTest, ADriveThatIsAwayCostsNoSongNoRankNoPlayerAndNoBox) {
+    fake.drives.drives.push_back({"E:\\", 3U});
+    fake.drives.treeFinds["E:\\"] = "E:\\player\\winamp.exe";
+    for (const char* path : {"E:\\player\\winamp.exe", "E:\\far\\c.mp3", "E:\\far\\d.mp3"})
+        fake.disk.AddFile(path, TaggedSong("Cher", "1999"));
+    ASSERT_TRUE(Run());
+    for (std::int32_t record = 1; record <= 3; ++record)
+        application->Catalogue().Mp3Info(clsMain::kRank, record, std::to_string(record + 4));
+    ASSERT_TRUE(application->Catalogue().Save());
+    SaveJukebox("C:\\App\\Grouping\\mine.juk");
+    fake.drives.treeFinds.clear();
+    const auto before = fake.disk.Everything();
+    const auto expectNothingLost = [&](const char* when) {
+        SCOPED_TRACE(when);
+        ASSERT_TRUE(Run());
+        for (const auto& [path, content] : before) {
+            const bool isOnC = path.starts_with("c:");
+            EXPECT_EQ(isOnC ? fake.disk.Content(path) : content, content) << path;
+        }
+        EXPECT_FALSE(fake.disk.Has("C:\\App\\Grouping\\FileLocNames.bak"));
+        EXPECT_EQ(Songs("Mine") + Songs("All Songs"), "b.mp3 c.mp3 d.mp3 b.mp3 c.mp3 d.mp3 ");
+        for (const SongItem& song : view.jukebox->MaybeFind("Mine")->Songs())
+            EXPECT_EQ(application->Catalogue().Rank(song.recordNumber), song.recordNumber + 4);
+        EXPECT_EQ(application->Settings().LocOfWinAmpExe(), "e:\\player\\winamp.exe");
+        EXPECT_TRUE(Boxes().empty());
+        EXPECT_TRUE(fake.statusLine.lines.empty());
+    };
+    const auto restore = [&] {
+        fake.disk.FailBelow("E:\\", DiskError::None);
+        fake.drives.unreachable.clear();
+        fake.drives.drives = {{"C:\\", 3U}, {"E:\\", 3U}};
+        for (const auto& [path, content] : before)
+            if (path.starts_with("e:"))
+                fake.disk.AddFile(path, content);
+        expectNothingLost("it is back");
+    };
+    fake.disk.Erase("E:");
+    fake.drives.drives.pop_back();
+    expectNothingLost("unplugged");
+    restore();
+    for (const DiskError error : {DiskError::NotReady, DiskError::AccessDenied, DiskError::Other}) {
+        fake.disk.FailBelow("E:\\", error);
+        expectNothingLost("it answers with an error only");
+        fake.drives.unreachable = {"E:\\"};
+        expectNothingLost("it is known, but away");
+        restore();
+    }
+}
+
 TEST_F(StartUpTest, ALostOrDamagedCatalogueOffersASearch) {
     Run();
     fake.disk.Erase(kSongs);
