@@ -8,6 +8,7 @@
 #include "catalogue/CatalogueBackup.h"
 #include "catalogue/CatalogueBytes.h"
 #include "catalogue/SongFolderList.h"
+#include "platform/ProgressTexts.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
 #include "util/Text.h"
@@ -92,6 +93,8 @@ bool clsMain::SaveTable() {
             !status.Ok())
             return SayNotSaved("the old one could not be kept aside, " + status.Reason());
     }
+    StatusLineProgress progress(m_outside.statusLine);
+    progress.Show("Saving the song catalogue . . .");
     if (const DiskStatus status = SaveWholeFileIfChanged(m_outside.disk, CataloguePath(), file);
         !status.Ok())
         return SayNotSaved(status.Reason());

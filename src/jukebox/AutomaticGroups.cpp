@@ -175,8 +175,7 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
 // Returns whether all were read.
 bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
     MP3TagEditor editor(m_outside.disk, m_outside.text);
-    const std::string all =
-        GroupedNumber(static_cast<std::size_t>(std::ranges::count(selection, true)));
+    const auto all = static_cast<std::size_t>(std::ranges::count(selection, true));
     std::size_t reached = 0;
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
                                   record <= m_catalogue.UBoundOfMp3Array();
@@ -184,8 +183,9 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
         if (!selection[static_cast<std::size_t>(record)])
             continue;
         if (m_progress != nullptr && reached++ % kSongsForAText == 0)
-            m_progress->Show("Reading the tags of new songs: " + GroupedNumber(reached) + " of " +
-                             all);
+            m_progress->ShowSteps("Reading the tags of new songs: " + GroupedNumber(reached) +
+                                      " of " + GroupedNumber(all),
+                                  {reached, all});
         if (tags.byRecord.contains(record))
             continue;
         Tag& tag = tags.byRecord[record];

@@ -22,14 +22,18 @@ class AutomaticGroups {
     // Whether a run is at work, and this is one of the events that it lets through.
     bool IsBuilding() const { return m_building; }
 
+    // What a person who stops it is told.
+    static constexpr char kStopped[] =
+        "Stopped.  \"Bring In New Songs\" puts the other songs into the folders.";
+
     // Null for work whose progress is not to be seen.
     void ShowProgressIn(Progress* progress) { m_progress = progress; }
 
     // `mode` 1 leaves "New" alone. When `catalogueLoaded` is false the catalogue is loaded first.
     // `caption` picks the jukeboxes with exactly that caption; empty picks all. Every picked one is
     // marked as changed, even if nothing is added. Lets events through while tags are read; a
-    // jukebox that is closed meanwhile is left out. With a progress, the texts go there, and its
-    // wish to stop leaves the groups as they are.
+    // jukebox that is closed meanwhile is left out. With a progress, the texts go there; its wish
+    // to stop ends the reading, and the songs read by then are filed.
     void BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded, const std::string& caption);
 
     // For each catalogue record, at its number from 1: whether it is present and not in the folder.

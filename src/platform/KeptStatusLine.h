@@ -11,7 +11,8 @@ namespace tobbin {
 // Keeps the last line said, also before there is a frame that could show it.
 class KeptStatusLine : public StatusLine {
  public:
-    using Listener = std::function<void(const std::string& line)>;
+    // The steps are those of the long work that goes on; all 0 without any.
+    using Listener = std::function<void(const std::string& line, const StepsDone& steps)>;
 
     // Calls the listener with the line kept so far, and then with every change of it. The listener
     // must stay valid until it is replaced by an empty one.
@@ -24,8 +25,9 @@ class KeptStatusLine : public StatusLine {
         m_line = line;
         Tell();
     }
-    void ShowProgress(const std::string& text) override {
+    void ShowProgress(const std::string& text, const StepsDone& steps) override {
         m_progress = text;
+        m_steps = steps;
         Tell();
     }
 
@@ -40,11 +42,12 @@ class KeptStatusLine : public StatusLine {
  private:
     void Tell() {
         if (m_listener)
-            m_listener(m_line.empty() ? m_progress : m_line);
+            m_listener(m_line.empty() ? m_progress : m_line, m_steps);
     }
 
     std::string m_line;
     std::string m_progress;
+    StepsDone m_steps;
     Listener m_listener;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -127,6 +128,13 @@ class ClockAndChance {
     virtual double Random() = 0;
 };
 
+// How many of the steps of long work are done; `all` is 0 while nobody knows how many there are.
+struct StepsDone {
+    std::size_t done = 0;
+    std::size_t all = 0;
+    bool operator==(const StepsDone&) const = default;
+};
+
 // One line that tells the person what happened where no box may open. The main frame shows the
 // last one in its status bar until the next command.
 class StatusLine {
@@ -134,8 +142,9 @@ class StatusLine {
     virtual ~StatusLine() = default;
     virtual void Say(const std::string& line) = 0;
 
-    // How far long work is, shown while there is no line; empty when it has ended.
-    virtual void ShowProgress(const std::string& text) = 0;
+    // How far long work is: the text, shown while there is no line, and a bar, if the steps are
+    // counted. An empty text and no steps when the work has ended.
+    virtual void ShowProgress(const std::string& text, const StepsDone& steps) = 0;
 };
 
 // Shows how far long work is and knows whether the person asked it to stop. The do-nothing default
@@ -144,6 +153,7 @@ class Progress {
  public:
     virtual ~Progress() = default;
     virtual void Show(const std::string& /*text*/) {}
+    virtual void ShowSteps(const std::string& text, const StepsDone& /*steps*/) { Show(text); }
     virtual bool StopRequested() const { return false; }
 };
 

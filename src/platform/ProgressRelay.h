@@ -17,6 +17,10 @@ class ProgressRelay : public Progress {
         if (m_window != nullptr)
             m_window->Show(text);
     }
+    void ShowSteps(const std::string& text, const StepsDone& steps) override {
+        if (m_window != nullptr)
+            m_window->ShowSteps(text, steps);
+    }
     bool StopRequested() const override { return m_window != nullptr && m_window->StopRequested(); }
 
  private:

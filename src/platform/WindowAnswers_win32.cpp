@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -10,6 +11,8 @@
 
 namespace tobbin {
 namespace {
+
+constexpr DWORD kPatience = 200;  // milliseconds before a wait shows in the mouse cursor
 
 // Waits for the thread's paint requests and for messages that other threads have sent to it, or
 // for the handles. Returns what the system returns.
@@ -62,8 +65,18 @@ void RunAside(const std::function<void()>& work) {
         return;
     }
     const HANDLE handle = done.Get();
-    while (WaitForQuestions(1, &handle, INFINITE) == WAIT_OBJECT_0 + 1)
-        LetWindowsAnswer();
+    std::optional<HCURSOR> maybeCursor;  // the one before that of a program that takes no input
+    for (;;) {
+        const DWORD woken = WaitForQuestions(1, &handle, maybeCursor ? INFINITE : kPatience);
+        if (woken == WAIT_TIMEOUT)
+            maybeCursor = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+        else if (woken == WAIT_OBJECT_0 + 1)
+            LetWindowsAnswer();
+        else
+            break;
+    }
+    if (maybeCursor)
+        SetCursor(*maybeCursor);
     thread.join();
 }
 

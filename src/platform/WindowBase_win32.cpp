@@ -80,6 +80,11 @@ LRESULT WindowBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void WindowBase::MoveTo(const RECT& place) {
+    SetWindowPos(m_handle, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 LRESULT WindowBase::Default(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(m_handle, message, wParam, lParam);
 }

@@ -61,6 +61,9 @@ class WindowBase {
     virtual bool OnCreate() { return true; }
     virtual void OnDestroy() {}
 
+    // Takes a place on the screen, in pixels, such as WM_DPICHANGED suggests.
+    void MoveTo(const RECT& place);
+
     // What the system does with a message: DefWindowProcW unless a derived class says otherwise
     // (DefFrameProcW, DefMDIChildProcW).
     virtual LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);

@@ -1,5 +1,7 @@
 #include "player/PlayerPanel.h"
 
+#include <algorithm>
+
 #include "util/Text.h"
 
 namespace tobbin {
@@ -97,12 +99,15 @@ void PlayerPanel::Work() {
         while (m_stage != Stage::Idle && wait == kAtOnce && m_outside.clock.Milliseconds() < end);
     }
     if (m_stage == Stage::AddSongs && m_control.IsAnswering()) {
-        const std::string text = "Adding song " + GroupedNumber(static_cast<std::size_t>(m_place)) +
-                                 " of " +
-                                 GroupedNumber(static_cast<std::size_t>(m_playList.UpperBound()));
+        const StepsDone steps = {
+            static_cast<std::size_t>(std::min(m_place, m_playList.UpperBound())),
+            static_cast<std::size_t>(m_playList.UpperBound())};
+        const std::string number =
+            " " + GroupedNumber(steps.done) + " of " + GroupedNumber(steps.all);
         m_view.OfferStop(true);
-        ShowStatus(text);
-        m_outside.statusLine.ShowProgress(text + " to the player's list.  Esc stops it.");
+        ShowStatus("Song" + number);
+        m_outside.statusLine.ShowProgress(
+            "Adding song" + number + " to the player's list.  Esc stops it.", steps);
     }
     if (m_stage != Stage::Idle)
         m_view.WorkIn(wait);
@@ -273,7 +278,7 @@ void PlayerPanel::OnStopAdding() {
 
 void PlayerPanel::OfferNoStop() {
     m_view.OfferStop(false);
-    m_outside.statusLine.ShowProgress({});
+    m_outside.statusLine.ShowProgress({}, {});
 }
 
 void PlayerPanel::OnTimer() {

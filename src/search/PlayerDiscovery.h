@@ -20,6 +20,8 @@ class PlayerLocation {
 // The small progress window `frmSearching`. Showing a text in it repaints it.
 class SearchingWindow : public Progress {
  public:
+    // Takes back a wish to stop: what follows is other work.
+    virtual void GoOn() {}
     virtual void Open() = 0;
     virtual void Close() = 0;
 };

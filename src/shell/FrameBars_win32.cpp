@@ -5,6 +5,8 @@
 #include <algorithm>
 
 #include "platform/ImageStrip_win32.h"
+#include "platform/ProgressBar_win32.h"
+#include "platform/SpokenNames_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
@@ -17,6 +19,10 @@ namespace {
 // Pixels at 96 to the inch.
 constexpr int kJukeboxPartWidth = 200;
 constexpr int kSelectionPartWidth = 300;
+constexpr int kBarWidth = 120;
+constexpr int kBarMargin = 3;
+constexpr int kTextMargin = 12;  // before and behind a text
+constexpr int kGripWidth = 20;
 
 int HeightOf(HWND window) {
     RECT place = {};
@@ -83,12 +89,15 @@ void FrameToolbar::Update(const std::function<bool(int button)>& isEnabled) {
 }
 
 bool FrameStatusBar::Create(HWND frame) {
-    m_handle =
-        CreateWindowExW(0, STATUSCLASSNAMEW, L"",
-                        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP | CCS_BOTTOM, 0, 0,
-                        0, 0, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+    m_handle = CreateWindowExW(
+        0, STATUSCLASSNAMEW, L"",
+        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | SBARS_SIZEGRIP | CCS_BOTTOM, 0,
+        0, 0, 0, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (m_handle == nullptr)
         return false;
+    m_bar = CreateWindowExW(0, PROGRESS_CLASSW, L"", WS_CHILD | PBS_SMOOTH, 0, 0, 0, 0, m_handle,
+                            nullptr, GetModuleHandleW(nullptr), nullptr);
+    NameWindow(m_bar, L"Progress");
     OnDpiChanged();
     return true;
 }
@@ -106,13 +115,42 @@ int FrameStatusBar::Height() const {
 
 void FrameStatusBar::OnSize() {
     SendMessageW(m_handle, WM_SIZE, 0, 0);
+    PlaceParts();
+}
+
+// A line that is longer than its part takes the room of the others, as far as there is any.
+void FrameStatusBar::PlaceParts() {
     RECT client = {};
     GetClientRect(m_handle, &client);
-    const int selection = ScalePixels(kSelectionPartWidth, m_handle);
-    const int jukebox = ScalePixels(kJukeboxPartWidth, m_handle);
-    const int first = std::max<int>(client.right - selection - jukebox, client.right / 3);
-    const int parts[kParts] = {first, std::max<int>(first, client.right - selection), -1};
+    const int room = client.right - ScalePixels(kGripWidth, m_handle);
+    const int selection = client.right - ScalePixels(kSelectionPartWidth, m_handle);
+    const int usual =
+        std::max<int>(selection - ScalePixels(kJukeboxPartWidth, m_handle), client.right / 3);
+    const int line = std::max(usual, std::min(WidthOfLine(), room));
+    const int parts[kParts] = {line, std::max(line, selection), -1};
     SendMessageW(m_handle, SB_SETPARTS, kParts, reinterpret_cast<LPARAM>(parts));
+    RECT part = {};
+    SendMessageW(m_handle, SB_GETRECT, kLine, reinterpret_cast<LPARAM>(&part));
+    const int margin = ScalePixels(kBarMargin, m_handle);
+    MoveWindow(m_bar, part.right - WidthOfBar(), part.top + margin, WidthOfBar() - margin,
+               part.bottom - part.top - 2 * margin, TRUE);
+}
+
+// What the line's text takes, with the bar behind it.
+int FrameStatusBar::WidthOfLine() const {
+    const HDC dc = GetDC(m_handle);
+    const HGDIOBJ old = SelectObject(dc, m_font.Get());
+    const std::wstring& text = m_texts[kLine];
+    SIZE size = {};
+    GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(dc, old);
+    ReleaseDC(m_handle, dc);
+    return size.cx + ScalePixels(kTextMargin, m_handle) +
+           (IsWindowVisible(m_bar) ? WidthOfBar() : 0);
+}
+
+int FrameStatusBar::WidthOfBar() const {
+    return ScalePixels(kBarWidth, m_handle);
 }
 
 void FrameStatusBar::ShowPart(Part part, const std::string& text) {
@@ -124,8 +162,14 @@ void FrameStatusBar::ShowPart(Part part, const std::string& text) {
 }
 
 // At once: no event may get through before the work that the line tells of has ended.
-void FrameStatusBar::ShowLine(const std::string& line) {
+void FrameStatusBar::ShowLine(const std::string& line, const StepsDone& steps) {
+    if (m_handle == nullptr)
+        return;
     ShowPart(kLine, line);
+    ShowWindow(m_bar, steps.all > 0 ? SW_SHOWNA : SW_HIDE);
+    PlaceParts();
+    if (steps.all > 0)
+        ShowStepsIn(m_bar, steps);
     UpdateWindow(m_handle);
 }
 

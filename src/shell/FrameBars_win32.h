@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/Outside.h"
 #include "platform/UniqueHandle_win32.h"
 
 namespace tobbin {
@@ -35,15 +36,20 @@ class FrameStatusBar {
     void OnDpiChanged();
     void OnSize();
 
-    void ShowLine(const std::string& line);
+    // The bar behind the line is there only while there are steps.
+    void ShowLine(const std::string& line, const StepsDone& steps);
     void ShowJukebox(const std::string& text);
     void ShowSelection(const std::string& text);
 
  private:
     enum Part : int { kLine, kJukebox, kSelection, kParts };
     void ShowPart(Part part, const std::string& text);
+    void PlaceParts();
+    int WidthOfLine() const;
+    int WidthOfBar() const;
 
     HWND m_handle = nullptr;
+    HWND m_bar = nullptr;
     UniqueFont m_font;
     std::wstring m_texts[kParts];
 };

@@ -328,7 +328,7 @@ bool FrameCommands::MayCutFolder() {
 void FrameCommands::NewJukeboxWindow() {
     if (m_application.Count() == 0) {
         Jukebox& sample = m_application.AddJukebox(std::make_unique<Jukebox>());
-        BuildInitialJukebox(sample, m_application.Groups(), m_application.LongWork());
+        m_files.BuildSample(sample);
         m_view.OpenJukeboxWindow(sample);
     }
     auto jukebox = std::make_unique<Jukebox>();

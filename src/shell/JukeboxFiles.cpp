@@ -24,8 +24,8 @@ class RebuildProgress : public StatusLineProgress {
  public:
     RebuildProgress(StatusLine& line, std::function<bool()> shallStop)
         : StatusLineProgress(line), m_shallStop(std::move(shallStop)) {}
-    void Show(const std::string& text) override {
-        StatusLineProgress::Show(text + ".  Esc stops it.");
+    void ShowSteps(const std::string& text, const StepsDone& steps) override {
+        StatusLineProgress::ShowSteps(text + ".  Esc stops it.", steps);
     }
     bool StopRequested() const override { return m_shallStop(); }
 
@@ -107,17 +107,34 @@ void JukeboxFiles::RefreshGroups(Jukebox& jukebox) {
     const bool gone = std::ranges::any_of(all->Songs(), &SongItem::IsMissing);
     if (!gone && std::ranges::count(added, true) == 0)
         return;
-    m_stopRefreshing = false;
-    RebuildProgress progress(m_application.TheOutside().statusLine, [&] {
-        return m_stopRefreshing || m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
+    const auto hasClosed = [&] {
+        return m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
             return &window.Model() == &jukebox;
         }) == nullptr;
+    };
+    Refresh(hasClosed, [&](Progress&) {
+        m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
     });
+}
+
+void JukeboxFiles::BuildSample(Jukebox& sample) {
+    Refresh(
+        [] { return false; },
+        [&](Progress& progress) { BuildInitialJukebox(sample, m_application.Groups(), progress); });
+}
+
+void JukeboxFiles::Refresh(const std::function<bool()>& hasClosed,
+                           const std::function<void(Progress&)>& build) {
+    m_stopRefreshing = false;
+    RebuildProgress progress(m_application.TheOutside().statusLine,
+                             [&] { return m_stopRefreshing || hasClosed(); });
     m_refreshing = true;
     m_application.Groups().ShowProgressIn(&progress);
-    m_application.Groups().BuildAutomaticGroups(0, true, jukebox.DaCaption());
+    build(progress);
     m_application.Groups().ShowProgressIn(nullptr);
     m_refreshing = false;
+    if (m_stopRefreshing)
+        m_application.TheOutside().statusLine.Say(AutomaticGroups::kStopped);
 }
 
 bool JukeboxFiles::StopRefreshing() {

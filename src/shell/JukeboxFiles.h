@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,8 +25,11 @@ class JukeboxFiles {
     void OpenRecent(int number);
     void OpenFromOutside(const std::vector<std::string>& paths);
 
-    // Ends the reading of new songs' tags for a jukebox that was opened; those that were read are
-    // filed. Returns whether there was such work.
+    // Fills the sample jukebox, as long as Esc doesn't stop it.
+    void BuildSample(Jukebox& sample);
+
+    // Ends the reading of new songs' tags for a jukebox; those that were read are filed. Returns
+    // whether there was such work.
     bool StopRefreshing();
 
     void Save();
@@ -48,6 +52,8 @@ class JukeboxFiles {
  private:
     bool OpenPath(const std::string& path);
     void RefreshGroups(Jukebox& jukebox);
+    void Refresh(const std::function<bool()>& hasClosed,
+                 const std::function<void(Progress&)>& build);
     bool SaveTo(const std::string& path, JukeboxWindow& window);
     void WritePictureSettings(const std::string& path, const JukeboxWindow& window);
     void NoteAsRecent(const std::string& path);

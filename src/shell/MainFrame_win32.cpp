@@ -132,7 +132,9 @@ bool MainFrame::OnCreate() {
         return false;
     m_contents.onChanged = [this] { m_barsOutdated = true; };
     m_outside.Boxes().SetMainWindow(Handle());
-    m_outside.Status().SetListener([this](const std::string& line) { m_statusBar.ShowLine(line); });
+    m_outside.Status().SetListener([this](const std::string& line, const StepsDone& steps) {
+        m_statusBar.ShowLine(line, steps);
+    });
     return true;
 }
 
@@ -149,8 +151,7 @@ void MainFrame::OnSize() {
 }
 
 void MainFrame::OnDpiChanged(const RECT& place) {
-    SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
-                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    MoveTo(place);
     UseLook();
 }
 

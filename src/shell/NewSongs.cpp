@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/ProgressTexts.h"
 #include "search/PlayerDiscovery.h"
 #include "shell/CataloguePass.h"
 #include "util/Text.h"
@@ -33,18 +32,22 @@ void NewSongs::Search(bool wholeComputer) {
     });
     const std::int32_t found = catalogue.UBoundOfMp3Array() - before;
     if (saved) {
-        UnstoppableProgress texts(*window);
-        m_application.Groups().ShowProgressIn(&texts);
+        window->GoOn();  // What a search found before it was stopped shall be filed.
+        m_application.Groups().ShowProgressIn(window.get());
         m_application.Groups().BuildAutomaticGroups(0, true, "");
         m_application.Groups().ShowProgressIn(nullptr);
     }
     m_application.LongWork().Window(nullptr);
     window->Close();
-    if (saved)
-        m_application.TheOutside().statusLine.Say(
-            found > 0 ? GroupedNumber(static_cast<std::size_t>(found)) + " new " +
-                            (found == 1 ? "song was found." : "songs were found.")
-                      : "No new songs were found.");
+    if (!saved)
+        return;
+    std::string line = "No new songs were found.";
+    if (found > 0)
+        line = GroupedNumber(static_cast<std::size_t>(found)) + " new " +
+               (found == 1 ? "song was found." : "songs were found.");
+    if (window->StopRequested())
+        line += "  " + std::string(AutomaticGroups::kStopped);
+    m_application.TheOutside().statusLine.Say(line);
 }
 
 }  // namespace tobbin

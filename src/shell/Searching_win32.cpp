@@ -5,6 +5,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/ProgressBar_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 
@@ -45,8 +46,9 @@ void SearchingPopup::Close() {
     Destroy();
 }
 
-void SearchingPopup::Show(const std::string& text) {
+void SearchingPopup::ShowSteps(const std::string& text, const StepsDone& steps) {
     m_label.Show(Handle(), text);
+    ShowStepsIn(Item(barSearching), steps);
 }
 
 bool SearchingPopup::TranslateKeys(MSG& message) {
@@ -58,6 +60,13 @@ bool SearchingPopup::TranslateKeys(MSG& message) {
 
 LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_SIZE:
+            Layout();
+            return 0;
+        case WM_DPICHANGED:  // the font first: the new size lays out
+            UseFonts();
+            MoveTo(*reinterpret_cast<const RECT*>(lParam));
+            return 0;
         case WM_TIMER:
             m_label.OnTimer(Handle());
             return 0;
@@ -73,24 +82,30 @@ LRESULT SearchingPopup::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
 }
 
 bool SearchingPopup::OnCreate() {
+    AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTER, lblSearching);
+    const HWND bar = AddControl(PROGRESS_CLASSW, nullptr, WS_VISIBLE | PBS_MARQUEE, barSearching);
+    AddControl(L"BUTTON", L"&Stop", WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
+    SendMessageW(bar, PBM_SETMARQUEE, TRUE, 0);
+    UseFonts();
+    return true;
+}
+
+void SearchingPopup::UseFonts() {
     m_font = MessageFont(Handle());
+    UseFont(Item(lblSearching), m_font);
+    UseFont(Item(cmdStop), m_font);
+}
+
+void SearchingPopup::Layout() {
     RECT client;
     GetClientRect(Handle(), &client);
     const int margin = ScalePixels(12, Handle()), height = ScalePixels(24, Handle());
     const int button = ScalePixels(80, Handle());
-    const HWND label =
-        AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTER, lblSearching);
-    const HWND bar = AddControl(PROGRESS_CLASSW, nullptr, WS_VISIBLE | PBS_MARQUEE, barSearching);
-    const HWND stop =
-        AddControl(L"BUTTON", L"&Stop", WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
-    MoveWindow(label, margin, margin, client.right - 2 * margin, height, FALSE);
-    MoveWindow(stop, (client.right - button) / 2, client.bottom - margin - height, button, height,
-               FALSE);
-    MoveWindow(bar, margin, margin + height, client.right - 2 * margin, height / 3, FALSE);
-    SendMessageW(bar, PBM_SETMARQUEE, TRUE, 0);
-    UseFont(label, m_font);
-    UseFont(stop, m_font);
-    return true;
+    const int width = client.right - 2 * margin;
+    MoveWindow(Item(lblSearching), margin, margin, width, height, TRUE);
+    MoveWindow(Item(barSearching), margin, margin + height, width, height / 3, TRUE);
+    MoveWindow(Item(cmdStop), (client.right - button) / 2, client.bottom - margin - height, button,
+               height, TRUE);
 }
 
 }  // namespace tobbin

@@ -9,9 +9,8 @@
 
 namespace tobbin {
 
-// The small window `frmSearching`: one line of text, a bar that moves, as no search knows how much
-// there is to be found, and a button that stops the search. While it is
-// open its owner takes no input.
+// The small window `frmSearching`: one line of text, a bar, and a button that stops the work.
+// While it is open its owner takes no input.
 class SearchingPopup : public SearchingWindow, private WindowBase {
  public:
     static constexpr wchar_t kClassName[] = L"frmSearching";
@@ -22,7 +21,9 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
 
     void Open() override;
     void Close() override;
-    void Show(const std::string& text) override;
+    void Show(const std::string& text) override { ShowSteps(text, {}); }
+    void ShowSteps(const std::string& text, const StepsDone& steps) override;
+    void GoOn() override { m_stop = false; }
     bool StopRequested() const override { return m_stop; }
 
     // Esc stops the search, as the button does. Returns whether the message was for such a window.
@@ -33,6 +34,8 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
 
  private:
     bool OnCreate() override;
+    void Layout();
+    void UseFonts();
 
     HWND m_owner;
     UniqueFont m_font;

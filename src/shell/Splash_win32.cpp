@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/ProgressBar_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 #include "resource.h"
@@ -56,6 +57,11 @@ LRESULT Splash::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             Layout();
             return 0;
+        case WM_DPICHANGED:  // the fonts first: the new size lays out
+            UseFonts();
+            MoveTo(*reinterpret_cast<const RECT*>(lParam));
+            InvalidateRect(Handle(), nullptr, TRUE);
+            return 0;
         case WM_COMMAND:
             if (LOWORD(wParam) == cmdStop || LOWORD(wParam) == IDCANCEL)
                 OnStop();
@@ -82,6 +88,11 @@ bool Splash::OnCreate() {
     AddControl(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, lblProgress);
     AddControl(PROGRESS_CLASSW, nullptr, PBS_MARQUEE, barProgress);
     AddControl(L"BUTTON", L"&Stop", WS_TABSTOP | BS_DEFPUSHBUTTON, cmdStop);
+    UseFonts();
+    return true;
+}
+
+void Splash::UseFonts() {
     m_font = MessageFont(Handle());
     LOGFONTW title = {};
     GetObjectW(m_font.Get(), sizeof(title), &title);
@@ -89,7 +100,6 @@ bool Splash::OnCreate() {
     m_titleFont = UniqueFont(CreateFontIndirectW(&title));
     UseFont(Item(lblProgress), m_font);
     UseFont(Item(cmdStop), m_font);
-    return true;
 }
 
 void Splash::Layout() {
@@ -138,6 +148,7 @@ void Splash::ShowProgressArea(bool visible) {
     if (visible)
         m_stop = false;
     EnableWindow(Item(cmdStop), visible);
+    ShowStepsIn(Item(barProgress), {});
     SendDlgItemMessageW(Handle(), barProgress, PBM_SETMARQUEE, visible, 0);
     for (const int control : {lblProgress, barProgress, cmdStop})
         ShowWindow(Item(control), visible ? SW_SHOWNA : SW_HIDE);
@@ -146,8 +157,9 @@ void Splash::ShowProgressArea(bool visible) {
     UpdateWindow(Handle());
 }
 
-void Splash::Show(const std::string& text) {
+void Splash::ShowSteps(const std::string& text, const StepsDone& steps) {
     m_label.Show(Handle(), text);
+    ShowStepsIn(Item(barProgress), steps);
 }
 
 void Splash::OnStop() {

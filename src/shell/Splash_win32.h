@@ -12,7 +12,7 @@
 namespace tobbin {
 
 // The splash window `frmSplash`: the program's picture and title and, while there is something to
-// tell, the progress area: one line of text, a bar that moves, and a button that stops the search.
+// tell, the progress area: one line of text, a bar, and a button that stops the search.
 class Splash : public WindowBase, public Progress {
  public:
     static constexpr wchar_t kClassName[] = L"frmSplash";
@@ -26,7 +26,8 @@ class Splash : public WindowBase, public Progress {
     // Showing the area anew takes back an earlier request to stop.
     void ShowProgressArea(bool visible);
 
-    void Show(const std::string& text) override;
+    void Show(const std::string& text) override { ShowSteps(text, {}); }
+    void ShowSteps(const std::string& text, const StepsDone& steps) override;
     bool StopRequested() const override { return m_stop; }
 
  protected:
@@ -37,6 +38,7 @@ class Splash : public WindowBase, public Progress {
     void OnPaint();
     void OnStop();
     void Layout();
+    void UseFonts();
 
     UniqueFont m_font;
     UniqueFont m_titleFont;

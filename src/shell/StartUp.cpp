@@ -22,6 +22,24 @@ constexpr char kRuntimeMessage[] =
 // The per-user setting that turns the message off when it is "0".
 constexpr char kRuntimeCheckKey[] = "Runtime Library Check";
 
+// Grouping behind a text that stands: only the bar moves on.
+class StandingText : public Progress {
+ public:
+    explicit StandingText(Progress& progress) : m_progress(progress) {}
+    void Show(const std::string& text) override {
+        m_text = text;
+        m_progress.Show(text);
+    }
+    void ShowSteps(const std::string& /*text*/, const StepsDone& steps) override {
+        m_progress.ShowSteps(m_text, steps);
+    }
+    bool StopRequested() const override { return m_progress.StopRequested(); }
+
+ private:
+    Progress& m_progress;
+    std::string m_text;
+};
+
 // A new file can be made in the folder.
 DiskStatus TryToWriteIn(Disk& disk, const std::string& folder) {
     const std::string path = folder + "TheOrganizer.tmp";
@@ -166,8 +184,10 @@ void StartUp::ForgetMissingPlayer() {
 
 void StartUp::PrepareCatalogue() {
     clsMain& catalogue = m_application.Catalogue();
+    ShowWork("Opening the song catalogue . . .");
     const CatalogueStart start =
         LoadCatalogueAtStart(m_outside, m_application.Settings(), catalogue);
+    m_view.ShowProgressArea(false);
     switch (start.finding) {
         case CatalogueFinding::FirstRun:
             SearchForSongs();
@@ -198,12 +218,17 @@ void StartUp::BringCatalogueUpToDate() {
     clsMain& catalogue = m_application.Catalogue();
     if (!catalogue.Mp3MainHasSomeMembers())
         return;
-    m_view.ShowProgressArea(true);
-    m_application.LongWork().Show("Looking at the folders of your songs . . .");
+    ShowWork("Looking at the folders of your songs . . .");
     catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
         catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
     m_view.ShowProgressArea(false);
     m_outside.events.LetEventsThrough();
+}
+
+// A piece of work of its own: an earlier wish to stop is not for it.
+void StartUp::ShowWork(const std::string& text) {
+    m_view.ShowProgressArea(true);
+    m_application.LongWork().Show(text);
 }
 
 void StartUp::SearchForSongs() {
@@ -215,10 +240,9 @@ void StartUp::SearchForSongs() {
 void StartUp::OpenFirstJukebox() {
     Jukebox* jukebox = MaybeLastJukebox();
     if (jukebox == nullptr) {
-        m_view.ShowProgressArea(true);  // Building tells what it does.
         jukebox = &m_application.AddJukebox(std::make_unique<Jukebox>());
-        BuildInitialJukebox(*jukebox, m_application.Groups(), m_application.LongWork());
-        m_view.ShowProgressArea(false);
+        StandingText progress(m_application.LongWork());  // Building tells what it does.
+        Group(progress, [&] { BuildInitialJukebox(*jukebox, m_application.Groups(), progress); });
     }
     m_outside.events.LetEventsThrough();
     m_view.OpenJukeboxWindow(*jukebox);
@@ -229,16 +253,26 @@ Jukebox* StartUp::MaybeLastJukebox() {
     const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
     if (path.empty() || !FileExists(m_outside.disk, path))
         return nullptr;
+    ShowWork("Opening " + path + " . . .");
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
+    m_view.ShowProgressArea(false);
     if (jukebox == nullptr)
         return nullptr;
-    m_view.ShowProgressArea(true);
-    m_application.LongWork().Show("Filling the folders of " + jukebox->DaCaption() + " . . .");
-    m_application.Groups().ShowProgressIn(&m_application.LongWork());
-    m_application.Groups().BuildAutomaticGroups(0, true, jukebox->DaCaption());
-    m_application.Groups().ShowProgressIn(nullptr);
-    m_view.ShowProgressArea(false);
+    Group(m_application.LongWork(), [&] {
+        m_application.LongWork().Show("Filling the folders of " + jukebox->DaCaption() + " . . .");
+        m_application.Groups().BuildAutomaticGroups(0, true, jukebox->DaCaption());
+    });
     return jukebox;
+}
+
+void StartUp::Group(Progress& progress, const std::function<void()>& build) {
+    m_view.ShowProgressArea(true);
+    m_application.Groups().ShowProgressIn(&progress);
+    build();
+    m_application.Groups().ShowProgressIn(nullptr);
+    if (progress.StopRequested())
+        m_outside.statusLine.Say(AutomaticGroups::kStopped);
+    m_view.ShowProgressArea(false);
 }
 
 }  // namespace tobbin

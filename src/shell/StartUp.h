@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "jukebox/Jukebox.h"
@@ -54,6 +55,8 @@ class StartUp {
     void PrepareCatalogue();
     void BringCatalogueUpToDate();
     void SearchForSongs();
+    void ShowWork(const std::string& text);
+    void Group(Progress& progress, const std::function<void()>& build);
     void OpenFirstJukebox();
     Jukebox* MaybeLastJukebox();
 

@@ -1,6 +1,7 @@
 #include "ui/ListBackground_win32.h"
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include <algorithm>
 
@@ -75,6 +76,9 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
     if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
         if (const LRESULT object = onObject(wParam); object != 0)
             return object;
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST &&
+        onMouse(message, wParam, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}))
+        return 0;
     const HWND list = m_list;
     const POINT before = IsShown() ? Scrolled() : POINT{};
     const LRESULT result = CallWindowProcW(m_listProcedure, list, message, wParam, lParam);

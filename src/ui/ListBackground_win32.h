@@ -41,6 +41,10 @@ class ListBackground {
         [](const std::string&, const std::string&) {};
     // WM_GETOBJECT for the list itself, whose messages all come by here; 0 leaves it to the list.
     std::function<LRESULT(WPARAM wParam)> onObject = [](WPARAM) { return LRESULT{0}; };
+    // A mouse message for the list; true keeps it from the list.
+    std::function<bool(UINT message, WPARAM keys, POINT at)> onMouse = [](UINT, WPARAM, POINT) {
+        return false;
+    };
 
  private:
     static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam);

@@ -3,6 +3,7 @@
 #include <uxtheme.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cwchar>
 #include <numeric>
 
@@ -38,6 +39,9 @@ bool ListPane::Create(HWND parent, int number) {
         m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     m_background.Attach(m_handle);
     m_background.onObject = [this](WPARAM wParam) { return OnGetObject(wParam); };
+    m_background.onMouse = [this](UINT message, WPARAM keys, POINT at) {
+        return OnMouse(message, keys, at);
+    };
     NameWindow(m_handle, kName);
     OnDpiChanged();
     return true;
@@ -285,6 +289,40 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
         default:
             return 0;
     }
+}
+
+// A press with Ctrl on a selected row takes it out of the selection, but only when the button goes
+// up again: it may be the begin of a drag that copies all of it. Not every system's control waits.
+bool ListPane::OnMouse(UINT message, WPARAM keys, POINT at) {
+    if (message == WM_LBUTTONDOWN && (keys & (MK_CONTROL | MK_SHIFT)) == MK_CONTROL) {
+        LVHITTESTINFO hit = {};
+        hit.pt = at;
+        const int row = ListView_HitTest(m_handle, &hit);
+        if (row < 0 || ListView_GetItemState(m_handle, row, LVIS_SELECTED) == 0)
+            return false;
+        SetFocus(m_handle);
+        FocusRow(static_cast<std::size_t>(row));
+        m_maybePress = {row, at};
+        SetCapture(m_handle);
+        return true;
+    }
+    if (!m_maybePress || (message != WM_MOUSEMOVE && message != WM_LBUTTONUP))
+        return false;
+    const Press press = *m_maybePress;
+    const bool isUp = message == WM_LBUTTONUP;
+    const bool isLost = (keys & MK_LBUTTON) == 0;  // another window took the mouse meanwhile
+    const UINT dpi = GetDpiForWindow(m_handle);
+    const bool isDrag = std::abs(at.x - press.at.x) > GetSystemMetricsForDpi(SM_CXDRAG, dpi) ||
+                        std::abs(at.y - press.at.y) > GetSystemMetricsForDpi(SM_CYDRAG, dpi);
+    if (!isUp && !isLost && !isDrag)
+        return true;
+    m_maybePress.reset();
+    ReleaseCapture();
+    if (isUp)
+        SetState(press.row, 0, LVIS_SELECTED);
+    else if (!isLost)
+        m_delegate.OnRowsDragged();
+    return true;
 }
 
 bool ListPane::OnKey(UINT key) {

@@ -105,6 +105,7 @@ class ListPane {
     LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void PaintEmptyText(HDC dc) const;
+    bool OnMouse(UINT message, WPARAM keys, POINT at);
 
     ListPaneDelegate& m_delegate;
     HWND m_handle = nullptr;
@@ -115,7 +116,12 @@ class ListPane {
     int m_dpi = 96;  // of the screen that the columns' widths are for
     bool m_controlShowsEmptyText = false;
     std::optional<DrawingPause> m_rangePause;  // while a key or click selects very many rows
-    bool m_selecting = false;                  // many rows: their delegate hears of it once
+    struct Press {
+        int row;
+        POINT at;
+    };
+    std::optional<Press> m_maybePress;  // with Ctrl on a selected row: a drag, or not yet a click
+    bool m_selecting = false;           // many rows: their delegate hears of it once
 };
 
 }  // namespace tobbin

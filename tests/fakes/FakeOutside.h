@@ -111,8 +111,12 @@ class FakeStatusLine : public StatusLine {
  public:
     std::vector<std::string> lines;
     std::vector<std::string> progress;
+    std::vector<StepsDone> steps;
     void Say(const std::string& line) override { lines.push_back(line); }
-    void ShowProgress(const std::string& text) override { progress.push_back(text); }
+    void ShowProgress(const std::string& text, const StepsDone& stepsDone) override {
+        progress.push_back(text);
+        steps.push_back(stepsDone);
+    }
 };
 
 class FakeProgress : public Progress {
@@ -166,8 +170,8 @@ struct FakeOutside {
     FakeStatusLine statusLine;
     FakePlayerWindow player;
     FakeSystemClipboard clipboard;
-    Outside outside{text,     disk,   drives, dialogs,    userSettings,
-                    programs, events, clock,  statusLine, player, clipboard};
+    Outside outside{text,   disk,  drives,     dialogs, userSettings, programs,
+                    events, clock, statusLine, player,  clipboard};
 };
 
 }  // namespace tobbin

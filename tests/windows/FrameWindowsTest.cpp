@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
 
 #include <future>
 #include <thread>
@@ -6,6 +9,7 @@
 #include "fakes/FakeOutside.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "shell/FrameBars_win32.h"
 #include "shell/FrameMenu_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/Splash_win32.h"
@@ -25,7 +29,7 @@ bool WaitFor(const std::function<bool()>& condition) {
     return condition();
 }
 
-TEST(Splash, ShowsTheLastTextAndKnowsItsStopButton) {
+TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     Splash splash;
     ASSERT_TRUE(splash.Open());
     const HWND label = GetDlgItem(splash.Handle(), Splash::lblProgress);
@@ -44,6 +48,16 @@ TEST(Splash, ShowsTheLastTextAndKnowsItsStopButton) {
     splash.ShowProgressArea(true);
     EXPECT_FALSE(splash.StopRequested());
     EXPECT_TRUE(IsWindowEnabled(button));
+
+    FrameStatusBar status;
+    ASSERT_TRUE(status.Create(splash.Handle()));
+    const HWND bar = GetWindow(status.Handle(), GW_CHILD);
+    EXPECT_FALSE(IsWindowVisible(bar));
+    status.ShowLine("70,000 of 100,000", {70'000, 100'000});
+    EXPECT_TRUE(IsWindowVisible(bar));
+    EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 70'000);
+    status.ShowLine("", {});
+    EXPECT_FALSE(IsWindowVisible(bar));
 }
 
 class Receiver : public WindowBase {

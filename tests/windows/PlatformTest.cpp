@@ -6,6 +6,7 @@
 
 #include "platform/EventPump_win32.h"
 #include "platform/Process_win32.h"
+#include "platform/ProgressTexts.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/UserSettings_win32.h"
 #include "platform/Wide_win32.h"
@@ -230,10 +231,23 @@ TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
 
     outside.statusLine.Say("said before there was a frame");
     std::string shown;
-    windows.Status().SetListener([&](const std::string& line) { shown = line; });
+    StepsDone bar;
+    windows.Status().SetListener([&](const std::string& line, const StepsDone& steps) {
+        shown = line;
+        bar = steps;
+    });
     EXPECT_EQ(shown, "said before there was a frame");
-    windows.Status().Clear();
+    EXPECT_EQ(bar, StepsDone{});
+    {
+        StatusLineProgress progress(outside.statusLine);
+        progress.ShowSteps("3 of 7", {3, 7});
+        EXPECT_EQ(shown, "said before there was a frame");
+        EXPECT_EQ(bar, (StepsDone{3, 7}));
+        windows.Status().Clear();
+        EXPECT_EQ(shown, "3 of 7");
+    }
     EXPECT_EQ(shown, "");
+    EXPECT_EQ(bar, StepsDone{});
 }
 
 }  // namespace

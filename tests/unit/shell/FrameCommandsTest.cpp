@@ -89,6 +89,23 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     EXPECT_NE(
         fake.disk.Content("C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz").find("Elsewhere"),
         std::string::npos);
+
+    // Esc stops the filing; the next search goes on with it.
+    fake.disk.AddFile("C:\\M\\f.mp3", "no tag");
+    fake.disk.AddFile("C:\\M\\g.mp3", "no tag");
+    fake.events.onEvents = [&] { frame.stopsSearch = application.Groups().IsBuilding(); };
+    const auto& songs = frame.children.back().window->Model().MaybeFind("All Songs")->Songs();
+    for (const auto& [line, count] : std::vector<std::pair<std::string, std::size_t>>{
+             {"2 new songs were found.  Stopped.  \"Bring In New Songs\" puts the other songs into "
+              "the folders.",
+              6},
+             {"No new songs were found.", 7}}) {
+        commands.Do(FrameCommand::NewSongsWholeComputer);
+        EXPECT_EQ(LastLine(), line);
+        EXPECT_EQ(songs.size(), count);
+        fake.events.onEvents = [] {};
+        frame.stopsSearch = false;
+    }
 }
 
 // The pass drops a twin in the middle, and a new song takes the number of the last one.

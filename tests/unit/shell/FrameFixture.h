@@ -31,6 +31,7 @@ class FakeFrame : public FrameView {
     int playerChecks = 0;
     std::vector<std::string> seen;
     std::vector<std::string> searchTexts;
+    bool stopsSearch = false;
 
     explicit FakeFrame(Application& owner) : application(owner) {}
 
@@ -84,15 +85,18 @@ class FakeFrame : public FrameView {
     std::unique_ptr<SearchingWindow> MakeSearchingWindow() override {
         class Window : public SearchingWindow {
          public:
-            explicit Window(std::vector<std::string>& texts) : m_texts(texts) {}
+            explicit Window(FakeFrame& frame) : m_frame(frame), m_texts(frame.searchTexts) {}
             void Open() override { m_texts.push_back("open"); }
             void Close() override { m_texts.push_back("closed"); }
+            void GoOn() override { m_frame.stopsSearch = false; }
             void Show(const std::string& text) override { m_texts.push_back(text); }
+            bool StopRequested() const override { return m_frame.stopsSearch; }
 
          private:
+            FakeFrame& m_frame;
             std::vector<std::string>& m_texts;
         };
-        return std::make_unique<Window>(searchTexts);
+        return std::make_unique<Window>(*this);
     }
     void CloseFrame() override { seen.push_back("close frame"); }
 };

@@ -107,6 +107,8 @@ TEST_F(JukeboxFilesTest, ATitleIsOpenOnceWhateverItsFolder) {
 
 TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
     AddJukeboxFile("C:\\J\\two.juk", 2);
+    fake.statusLine.progress.clear();
+    fake.statusLine.steps.clear();
     Open("  C:\\J\\two.juk ");
     const JukeboxWindow& window = *frame.children.back().window;
     EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
@@ -116,6 +118,7 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
         fake.statusLine.progress,
         (std::vector<std::string>{"Opening C:\\J\\two.juk . . .", "",
                                   "Reading the tags of new songs: 1 of 1.  Esc stops it.", ""}));
+    EXPECT_EQ(fake.statusLine.steps, (std::vector<StepsDone>{{}, {}, {1, 1}, {}}));
 }
 
 TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingOrEscEndsIt) {

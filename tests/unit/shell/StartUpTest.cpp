@@ -98,13 +98,27 @@ class StartUpTest : public testing::Test {
 TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
     fake.disk.AddFile("C:\\Music\\a.mp3", TaggedSong("Abbacadabra", "2005"));
     ASSERT_TRUE(Run());
-    EXPECT_EQ(
-        view.seen,
-        (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area", "area",
-               "Looking for Mp3s in C:\\", "Found 1 Mp3s", "Found 2 Mp3s", "no area", "area",
-               "No saved Jukebox found, building initial Jukebox - may take a while. . . ",
-               "no area", "window Jukebox One  (sample Jukebox you can use as a starting point)",
-               "splash gone", "frame", "tips"}));
+    EXPECT_EQ(view.seen,
+              (Lines{"splash",
+                     "area",
+                     "Looking for WinAmp in C:\\",
+                     "no area",
+                     "area",
+                     "Opening the song catalogue . . .",
+                     "no area",
+                     "area",
+                     "Looking for Mp3s in C:\\",
+                     "Found 1 Mp3s",
+                     "Found 2 Mp3s",
+                     "no area",
+                     "area",
+                     "No saved Jukebox found, building initial Jukebox - may take a while. . . ",
+                     "No saved Jukebox found, building initial Jukebox - may take a while. . . ",
+                     "no area",
+                     "window Jukebox One  (sample Jukebox you can use as a starting point)",
+                     "splash gone",
+                     "frame",
+                     "tips"}));
     EXPECT_TRUE(Boxes().empty());
     EXPECT_EQ(Songs("All Songs"), "b.mp3 a.mp3 ");
     EXPECT_EQ(Songs("Artist", "Abba"), "b.mp3 a.mp3 ");
@@ -127,10 +141,14 @@ TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
     SaveJukebox("C:\\App\\Grouping\\mix.juk");
     const std::string catalogue = fake.disk.Content(kSongs);
     ASSERT_TRUE(Run());
-    EXPECT_EQ(view.seen, (Lines{"splash", "area", "Looking for WinAmp in C:\\", "no area", "area",
-                                "Looking at the folders of your songs . . .", "no area", "area",
-                                "Filling the folders of MIX . . .", "no area", "window MIX",
-                                "splash gone", "frame", "tips"}));
+    EXPECT_EQ(view.seen,
+              (Lines{"splash",  "area",       "Looking for WinAmp in C:\\",
+                     "no area", "area",       "Opening the song catalogue . . .",
+                     "no area", "area",       "Looking at the folders of your songs . . .",
+                     "no area", "area",       "Opening C:\\App\\Grouping\\mix.juk . . .",
+                     "no area", "area",       "Filling the folders of MIX . . .",
+                     "no area", "window MIX", "splash gone",
+                     "frame",   "tips"}));
     EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
     EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");
