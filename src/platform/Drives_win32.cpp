@@ -25,10 +25,10 @@ unsigned SystemDrives::Type(const std::string& root) {
 }
 
 bool SystemDrives::IsReachable(const std::string& root) {
-    // Some network drives don't tell their name, but list.
-    const std::wstring wide = Wide(root);
-    return GetVolumeInformationW(wide.c_str(), nullptr, 0, nullptr, nullptr, nullptr, nullptr, 0) ||
-           GetFileAttributesW(wide.c_str()) != INVALID_FILE_ATTRIBUTES;
+    // The root itself is asked. The volume's name would prove nothing: some systems remember that
+    // of a drive that is away, and some network drives tell none.
+    return GetFileAttributesW(Wide(root).c_str()) != INVALID_FILE_ATTRIBUTES ||
+           GetLastError() == ERROR_ACCESS_DENIED;
 }
 
 std::optional<std::string> SystemDrives::MaybeFindBelow(const std::string& root,
