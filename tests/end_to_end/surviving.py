@@ -11,7 +11,7 @@ import sys
 import time
 import unittest
 
-from under_wine import GROUPING, PREFIX, WINE, Program, data_files, driver, report
+from under_wine import CATALOGUE, GROUPING, PREFIX, WINE, Program, data_files, driver, report
 
 TOBBIN = r"C:\Tobbin\Tobbin.exe"
 DRIVE_C = PREFIX / "drive_c"
@@ -138,7 +138,30 @@ class Surviving(unittest.TestCase):
             for plant in plants:
                 plant.unlink(missing_ok=True)
 
-    def test_5_a_path_of_4000_characters(self):
+    def test_5_a_drive_that_is_unplugged_between_two_starts(self):
+        rank = b"\x01\x00%d" + bytes(14)
+        CATALOGUE.write_bytes(CATALOGUE.read_bytes().replace(rank % 2, rank % 7))
+        before = data()
+        link = PREFIX / "dosdevices/m:"
+        drive = os.readlink(link)
+        link.unlink()
+        try:
+            link.symlink_to("/nowhere")
+            with Program():
+                self.assertEqual(driver("status"), [""])
+            self.assertEqual(data(), before)
+        finally:
+            link.unlink()
+            link.symlink_to(drive)
+        with Program() as program:
+            rows = program.rows("All Songs")
+        self.assertEqual(data(), before)
+        songs = [record for record in data_files.catalogue(CATALOGUE) if record["present"] == "1"]
+        self.assertEqual({record["rank"] for record in songs}, {"7"})
+        self.assertEqual(sorted(rows), sorted(record["name"] for record in songs))
+        print(len(songs), "songs and their ranks kept")
+
+    def test_6_a_path_of_4000_characters(self):
         music = pathlib.Path(os.path.realpath(PREFIX / "dosdevices/m:")) / "Music"
         song = next(music.glob("**/*.mp3")).read_bytes()
         length, parts = len("M:\\Music\\" + "far away.mp3"), []
@@ -180,6 +203,23 @@ class Surviving(unittest.TestCase):
                                  [(4000, "1")])
         finally:
             shutil.rmtree(music / parts[0])
+
+    def test_7_beside_a_start_that_hangs_another_one_writes_nothing(self):
+        if "TOBBIN_KILLS" not in os.environ:
+            return  # it takes half a minute
+        with Program():
+            before = data()
+            driver("freeze", "frmMDIForm1", "*")
+            try:
+                begin = time.monotonic()
+                second = start()
+                driver("press", "#32770", "OK", "*is running already, but doesn't answer*")
+                print(f"it said so after {time.monotonic() - begin:.1f} s")
+                self.assertEqual(second.wait(30), 1)
+            finally:
+                driver("thaw", "frmMDIForm1")
+            print("longest wait afterwards", *driver("answers", "frmMDIForm1", "2"), "ms")
+            self.assertEqual(data(), before)
 
     def wait_for_status(self, words):
         for _ in range(200):
