@@ -132,6 +132,7 @@ LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
             OnTimer(wParam);
             return 0;
         case WM_HSCROLL:
+            m_focusIsLent = false;
             OnScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam));
             return 0;
         default:
@@ -193,7 +194,8 @@ void PlayerPanelWindow::OnSize(int width, int /*height*/) {
 }
 
 void PlayerPanelWindow::OnFocus() {
-    SetFocus(Item(IsWindowEnabled(Item(cmdPlayPause)) ? cmdPlayPause : hscrlVolume));
+    m_focusIsLent = !IsWindowEnabled(Item(cmdPlayPause));
+    SetFocus(Item(m_focusIsLent ? hscrlVolume : cmdPlayPause));
 }
 
 void PlayerPanelWindow::OnCommand(int control) {
@@ -261,6 +263,10 @@ void PlayerPanelWindow::SetOuterSize(int widthTwips, int heightTwips) {
 void PlayerPanelWindow::SetButton(const std::string& caption, bool enabled) {
     SetWindowTextW(Item(cmdPlayPause), Wide(caption).c_str());
     EnableWindow(Item(cmdPlayPause), enabled);
+    if (enabled && std::exchange(m_focusIsLent, false) && GetFocus() == Item(hscrlVolume)) {
+        SetFocus(Item(cmdPlayPause));
+        InvalidateRect(Item(hscrlVolume), nullptr, TRUE);  // some systems leave the focus' mark
+    }
 }
 
 void PlayerPanelWindow::SetStatus(const std::string& text) {

@@ -67,6 +67,7 @@ class PlayerPanelWindow : public WindowBase, private PlayerPanelView {
     PlayerPanel m_panel;
     std::function<void()> m_closed = [] {};
     UniqueFont m_font;
+    bool m_focusIsLent = false;  // to the volume, until there is something to pause
     bool m_loaded = false;
     bool m_leftPlayer = false;
 };

@@ -11,6 +11,7 @@
 #include "resource.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameMenu_win32.h"
+#include "shell/Searching_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/Splash_win32.h"
 
@@ -48,6 +49,20 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     splash.ShowProgressArea(true);
     EXPECT_FALSE(splash.StopRequested());
     EXPECT_TRUE(IsWindowEnabled(button));
+
+    // On a screen of another density.
+    SearchingPopup searching(nullptr);
+    searching.Open();
+    for (const auto& [window, stop] : {std::pair(splash.Handle(), int{Splash::cmdStop}),
+                                       std::pair(FindWindowW(SearchingPopup::kClassName, nullptr),
+                                                 int{SearchingPopup::cmdStop})}) {
+        RECT suggested = {10, 20, 910, 420}, taken = {}, at = {};
+        SendMessageW(window, WM_DPICHANGED, 0, reinterpret_cast<LPARAM>(&suggested));
+        GetWindowRect(window, &taken);
+        EXPECT_TRUE(EqualRect(&taken, &suggested));
+        GetWindowRect(GetDlgItem(window, stop), &at);
+        EXPECT_TRUE(at.bottom > 380 && at.bottom < 410) << at.bottom;
+    }
 
     FrameStatusBar status;
     ASSERT_TRUE(status.Create(splash.Handle()));
