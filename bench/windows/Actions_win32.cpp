@@ -199,15 +199,16 @@ void Actions::CloseFind() {
     WaitFor("the end of the dialog", [] { return MaybeVisible(L"frmFind") == nullptr; });
 }
 
-void Actions::SelectEvery(int n) {
+void Actions::SelectEvery(int n, bool inverse) {
     const HWND list = Pane(WC_LISTVIEWW);
     LVITEMW state = {};
     state.stateMask = LVIS_SELECTED;
+    state.state = inverse ? LVIS_SELECTED : 0;
     driver::RemoteMemory memory(list, sizeof(state));
     memory.Write(0, &state, sizeof(state));
     const auto address = reinterpret_cast<LPARAM>(memory.Address());
     Ask(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), address);
-    state.state = LVIS_SELECTED;
+    state.state ^= LVIS_SELECTED;
     memory.Write(0, &state, sizeof(state));
     for (int row = 0; row < RowCount(); row += n)
         Ask(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), address);

@@ -29,8 +29,8 @@ class Actions {
     // The same where nothing is found: until the box that says so is seen. Closes the box.
     double FindInVain(const std::wstring& text);
     void CloseFind();
-    // Selects every n-th row, from outside.
-    void SelectEvery(int n);
+    // Selects every n-th row, from outside, or all rows but these.
+    void SelectEvery(int n, bool inverse);
     // With the mouse, by a click on the first row and one with Shift on the last.
     double SelectAllByMouse();
     // A command of the frame's menu, by its number, until it has been carried out.

@@ -10,8 +10,8 @@
 //                               the longest gap, the rows of the song list, those selected, the
 //                               gaps of over 150 ms. A step is the name of a function of Actions
 //                               and what it needs: select:FOLDER toggle:FOLDER/FOLDER heading
-//                               key:CODE openfind find:TEXT notfound:TEXT closefind every:N mouse
-//                               command:NUMBER stop:NUMBER:MILLISECONDS
+//                               key:CODE openfind find:TEXT notfound:TEXT closefind every:N
+//                               allbut:N mouse command:NUMBER stop:NUMBER:MILLISECONDS
 //   search ROOT...              the time of a bare listing of the drives and that of the program's
 //                               own search of all hard drives, each with the songs found
 #include <windows.h>
@@ -132,7 +132,9 @@ double Do(Actions& actions, const Words& step) {
     if (what == L"closefind")
         actions.CloseFind();
     else if (what == L"every")
-        actions.SelectEvery(number(1));
+        actions.SelectEvery(number(1), false);
+    else if (what == L"allbut")
+        actions.SelectEvery(number(1), true);
     else
         throw std::runtime_error("no such step: " + Utf8(what));
     return 0;

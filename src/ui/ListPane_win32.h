@@ -96,6 +96,7 @@ class ListPane {
 
  private:
     void ClearSelection();
+    void SelectFromNone(const std::vector<std::size_t>& rows);
     void ScrollTo(int topRow);
     void SetState(int row, UINT state, UINT mask);
     LRESULT OnGetObject(WPARAM wParam);
