@@ -36,40 +36,39 @@ struct Saved {
     TemporaryFolder folder;
 };
 
-double Load(const Saved& saved) {
+Time Load(const Saved& saved) {
     Machine machine(saved.folder.Path());
     CHECK(machine.settings.GetandLoadIniInfo(machine.settings.SettingsPath()).outcome ==
           LoadOutcome::Loaded);
-    return SecondsOf([&] { CHECK(machine.catalogue.LoadMain()); });
+    return TimeOf([&] { CHECK(machine.catalogue.LoadMain()); });
 }
 
 // With one rank changed, so that there is something to write.
-double Save(const Saved& saved) {
+Time Save(const Saved& saved) {
     Machine machine(saved.folder.Path());
     static_cast<void>(machine.settings.GetandLoadIniInfo(machine.settings.SettingsPath()));
     CHECK(machine.catalogue.LoadMain());
     machine.catalogue.Mp3Info(clsMain::kRank, 1,
                               machine.catalogue.Mp3Info(clsMain::kRank, 1) == "7" ? "2" : "7");
-    return SecondsOf([&] { CHECK(machine.catalogue.Save()); });
+    return TimeOf([&] { CHECK(machine.catalogue.Save()); });
 }
 
 // Songs whose names are all the same, or all different, each of which a search found twice.
-double DropDuplicates(bool equal) {
+Time DropDuplicates(bool equal) {
     Machine machine("");
     for (int i = 0; i < kSongs; ++i)
         machine.catalogue.OnSongFound("C:\\Music\\" + std::to_string(i / 9) + "\\",
                                       equal ? "Track.mp3" : std::to_string(i) + " A song.mp3");
     machine.settings.LocOfGroupingDir(
         "/nowhere\\");  // The save that belongs to it is not measured.
-    return SecondsOf(
-        [&] { static_cast<void>(machine.catalogue.DeleteIdenticalFileNamesAndPaths()); });
+    return TimeOf([&] { static_cast<void>(machine.catalogue.DeleteIdenticalFileNamesAndPaths()); });
 }
 
-double OneSort(bool equal) {
+Time OneSort(bool equal) {
     std::vector<std::pair<std::string, int>> names;
     for (int i = 0; i < kSongs; ++i)
         names.emplace_back(equal ? "Track.mp3" : std::to_string(i) + " A song.mp3", i);
-    return SecondsOf([&] { std::sort(names.begin(), names.end()); });
+    return TimeOf([&] { std::sort(names.begin(), names.end()); });
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ void AddEditingRows() {
         AddFigure(what + ", ms", kSongs, kLimit, [=] {
             FullFolder full;
             before(full);
-            return SecondsOf([&] { work(full); }) * 1000;
+            return TimeOf([&] { work(full); }).byClock * 1000;
         });
     };
     const auto nothing = [](FullFolder&) {};

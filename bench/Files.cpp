@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "Rows.h"
 #include "util/Check.h"
 
 namespace tobbin {
@@ -32,13 +31,13 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(m_path);
 }
 
-double ReadPlainly(const std::string& path) {
-    return SecondsOf([&] { CHECK(!BytesOf(path).empty()); });
+Time ReadPlainly(const std::string& path) {
+    return TimeOf([&] { CHECK(!BytesOf(path).empty()); });
 }
 
-double WritePlainly(const std::string& path) {
+Time WritePlainly(const std::string& path) {
     const std::string bytes = BytesOf(path);
-    return SecondsOf([&] {
+    return TimeOf([&] {
         const int file = open((path + ".plain").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         CHECK(write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
         CHECK(fsync(file) == 0);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "Rows.h"
+
 namespace tobbin {
 
 // A folder that is there as long as the object.
@@ -17,9 +19,9 @@ class TemporaryFolder {
     std::string m_path;
 };
 
-// The floors of loading and saving: seconds for reading a file's bytes, and for writing as many
+// The floors of loading and saving: the time for reading a file's bytes, and for writing as many
 // beside it and flushing them, as every save does.
-double ReadPlainly(const std::string& path);
-double WritePlainly(const std::string& path);
+Time ReadPlainly(const std::string& path);
+Time WritePlainly(const std::string& path);
 
 }  // namespace tobbin

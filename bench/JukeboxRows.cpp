@@ -36,25 +36,25 @@ class BigJukebox : public Machine {
     Jukebox model;
 };
 
-double Save(const TemporaryFolder& folder) {
+Time Save(const TemporaryFolder& folder) {
     const BigJukebox machine(folder.Path());
     PosixDisk disk(folder.Path());
-    return SecondsOf(
+    return TimeOf(
         [&] { CHECK(SaveJukeboxFile(disk, kPath, machine.model, machine.catalogue).Ok()); });
 }
 
-double Load(const TemporaryFolder& folder) {
+Time Load(const TemporaryFolder& folder) {
     Machine machine(folder.Path());
     FillCatalogue(machine.catalogue, kItems);
     std::unique_ptr<Jukebox> jukebox;
-    return SecondsOf([&] {
+    return TimeOf([&] {
         CHECK(LoadJukeboxFile(machine.disk, kPath, machine.catalogue, machine.fake.text, jukebox)
                   .outcome == LoadOutcome::Loaded);
     });
 }
 
 // Fills the automatic groups with 100,000 songs, whose files are in memory.
-double FileByArtists(int artists) {
+Time FileByArtists(int artists) {
     constexpr int kSongs = 100'000;
     FakeOutside fake;
     clsINI settings(fake.outside, "C:\\T\\");
@@ -76,7 +76,7 @@ double FileByArtists(int artists) {
         Jukebox& only;
     } open(jukebox);
     AutomaticGroups groups(fake.outside, catalogue, open);
-    return SecondsOf([&] { BuildInitialJukebox(jukebox, groups, progress); });
+    return TimeOf([&] { BuildInitialJukebox(jukebox, groups, progress); });
 }
 
 // Milliseconds of a search of the whole jukebox that finds nothing.
@@ -94,7 +94,7 @@ double FindNothing() {
     view.SelectFolder(machine.model.Next(nullptr));
     frmFind find(machine.outside, machine.catalogue, [&] { return &window; });
     find.Load();
-    return SecondsOf([&] { find.Command1_Click("no song is called so"); }) * 1000;
+    return TimeOf([&] { find.Command1_Click("no song is called so"); }).byClock * 1000;
 }
 
 }  // namespace

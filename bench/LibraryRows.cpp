@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,11 +24,11 @@ constexpr char kJukebox[] = "C:\\Tobbin\\Grouping\\mix.juk";
 
 // A first run, but for the windows: find, sort, drop duplicates, save, read every tag, fill all
 // groups, save the jukebox. Makes the program's folder anew.
-double FirstRun(const std::string& library) {
+Time FirstRun(const std::string& library) {
     std::filesystem::remove_all(library + "/Tobbin");
     std::filesystem::create_directories(library + "/Tobbin/Grouping/System");
     Machine machine(library);
-    return SecondsOf([&] {
+    return TimeOf([&] {
         CHECK(machine.settings.CreateNewIniFile(machine.settings.SettingsPath()));
         CHECK(machine.catalogue.SearchHardDrives());
         Jukebox jukebox;
@@ -41,10 +40,10 @@ double FirstRun(const std::string& library) {
 
 // A start with nothing changed: load, check every song, look for new ones, drop duplicates, load
 // the jukebox, group again.
-double SecondStart(const std::string& library) {
+Time SecondStart(const std::string& library) {
     Machine machine(library);
     int songs = 0;
-    const double seconds = SecondsOf([&] {
+    const Time time = TimeOf([&] {
         CHECK(machine.settings.GetandLoadIniInfo(machine.settings.SettingsPath()).outcome ==
               LoadOutcome::Loaded);
         CHECK(machine.catalogue.LoadMain());
@@ -59,7 +58,7 @@ double SecondStart(const std::string& library) {
         machine.jukebox = nullptr;
     });
     CHECK(machine.catalogue.UBoundOfMp3Array() == songs);
-    return seconds;
+    return time;
 }
 
 // Lists every folder; the paths of the files that are songs are kept, and so are the folders.
@@ -83,8 +82,8 @@ struct PlainWalk {
     }
 };
 
-double ListAndReadTags(const std::string& library) {
-    return SecondsOf([&] {
+Time ListAndReadTags(const std::string& library) {
+    return TimeOf([&] {
         PlainWalk walk;
         walk.Walk(library);
         std::array<char, 128> tag{};
@@ -97,11 +96,11 @@ double ListAndReadTags(const std::string& library) {
     });
 }
 
-double ListKnownFolders(const std::string& library) {
+Time ListKnownFolders(const std::string& library) {
     PlainWalk walk;
     walk.Walk(library);
     std::size_t names = 0;
-    return SecondsOf([&] {
+    return TimeOf([&] {
         for (const std::string& folder : walk.folders) {
             DIR* const stream = opendir(folder.c_str());
             while (readdir(stream) != nullptr)
@@ -129,7 +128,7 @@ double BytesOfASong(const std::string& library) {
 }
 
 // By how many megabytes the process grows at most during some work.
-double PeakOf(const std::function<double()>& work) {
+double PeakOf(const Timed& work) {
     const auto kilobytes = [](const std::string& which) {
         std::ifstream status("/proc/self/status");
         for (std::string line; std::getline(status, line);)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <sys/resource.h>
 
 #include <chrono>
 #include <functional>
@@ -8,25 +9,42 @@
 
 namespace tobbin {
 
-// How long some work takes, in seconds.
+// What some work took, in seconds: by the clock, and of the processor's time for the program's own
+// instructions, without the system's.
+struct Time {
+    double byClock = 0;
+    double own = 0;
+};
+
 template <typename Work>
-double SecondsOf(Work work) {
+Time TimeOf(Work work) {
+    const auto own = [] {
+        struct rusage usage {};
+        getrusage(RUSAGE_SELF, &usage);
+        return static_cast<double>(usage.ru_utime.tv_sec) +
+               static_cast<double>(usage.ru_utime.tv_usec) / 1e6;
+    };
+    const double ownBefore = own();
     const auto start = std::chrono::steady_clock::now();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    const std::chrono::duration<double> byClock = std::chrono::steady_clock::now() - start;
+    return {byClock.count(), own() - ownBefore};
 }
 
 // A row of the table: our own work beside its floor, a few lines of plain code that do what can't
-// be avoided. Each call makes ready what it needs, and returns the seconds of the work alone.
+// be avoided. Each call makes ready what it needs, and returns the time of the work alone.
 // `limit` is what our time may be at most, as a multiple of the floor's.
-using Timed = std::function<double()>;
+using Timed = std::function<Time()>;
 inline void AddRow(const std::string& what, int size, double limit, const Timed& ours,
                    const Timed& floor) {
     const auto add = [&](const char* side, const Timed& timed) {
         benchmark::RegisterBenchmark((what + "|" + std::to_string(size) + "|" + side).c_str(),
                                      [timed, limit](benchmark::State& state) {
-                                         for ([[maybe_unused]] auto unused : state)
-                                             state.SetIterationTime(timed());
+                                         for ([[maybe_unused]] auto unused : state) {
+                                             const Time time = timed();
+                                             state.SetIterationTime(time.byClock);
+                                             state.counters["own"] = time.own * 1000;
+                                         }
                                          state.counters["limit"] = limit;
                                      })
             ->UseManualTime()

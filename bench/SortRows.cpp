@@ -28,11 +28,11 @@ StringTable Unsorted(int rows) {
     return table;
 }
 
-double SortByRoutine(int rows, Column column) {
+Time SortByRoutine(int rows, Column column) {
     StringTable table = Unsorted(rows);
     const FakeText text;
     SortCity sorter(text);
-    return SecondsOf([&] {
+    return TimeOf([&] {
         if (column == kNumber)
             sorter.QuickSortNumericAscending(table, 1, rows, column, kNumber);
         else
@@ -41,9 +41,9 @@ double SortByRoutine(int rows, Column column) {
 }
 
 template <typename MakeKey>
-double SortByStandard(int rows, MakeKey makeKey) {
+Time SortByStandard(int rows, MakeKey makeKey) {
     StringTable table = Unsorted(rows);
-    return SecondsOf([&] {
+    return TimeOf([&] {
         using Key = decltype(makeKey(table, 1));
         std::vector<std::pair<Key, std::int32_t>> keys;
         keys.reserve(static_cast<std::size_t>(rows));
@@ -58,14 +58,14 @@ double SortByStandard(int rows, MakeKey makeKey) {
     });
 }
 
-double SortTexts(int rows, Column column) {
+Time SortTexts(int rows, Column column) {
     const FakeText text;
     return SortByStandard(rows, [&](const StringTable& table, std::int32_t row) {
         return text.ToLower(table.At(column, row));
     });
 }
 
-double SortNumbers(int rows) {
+Time SortNumbers(int rows) {
     return SortByStandard(rows, [](const StringTable& table, std::int32_t row) {
         return ToLong(table.At(kNumber, row));
     });
