@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 #include <tuple>
-#include <unordered_set>
+#include <utility>
 
 #include "catalogue/clsMain.h"
 #include "search/SongSearch.h"
@@ -49,22 +49,23 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     if (!root.empty() && !WasReachable(root))
         return;
     FolderListing listing;
-    std::unordered_set<std::string_view> names;
     const bool listed = !root.empty() && m_outside.disk.List(folder, listing).Ok();
-    if (listed) {
-        for (const FolderEntry& entry : listing.entries)
-            if (!entry.isFolder)
-                names.insert(entry.name);
-    }
+    using Named = std::pair<std::string_view, std::size_t>;  // a file's name, and its entry
+    std::vector<Named> files;
+    for (std::size_t i = 0; listed && i < listing.entries.size(); ++i)
+        if (!listing.entries[i].isFolder)
+            files.emplace_back(listing.entries[i].name, i);
+    std::sort(files.begin(), files.end());
     const std::size_t before = m_missing.size();
     std::array<char, 10> digits{};
     int asked = 0;
-    std::unordered_set<std::string_view> known;
+    std::vector<bool> known(listing.entries.size());
     for (const Song* song = first; song != last; ++song) {
         const std::string_view name =
             m_table.ViewOf(m_table.Id(clsMain::kFileName, song->record), digits);
-        if (const auto found = names.find(name); found != names.end()) {
-            known.insert(*found);
+        const auto found = std::ranges::lower_bound(files, name, {}, &Named::first);
+        if (found != files.end() && found->first == name) {
+            known[found->second] = true;
             continue;
         }
         // The file system itself knows best which names it takes for the same, and whether a file
@@ -77,9 +78,11 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     }
     if (listed) {
         std::vector<std::string>& others = m_listed[folder];
-        for (const FolderEntry& entry : listing.entries)
-            if (!entry.isFolder && IsSongName(entry.name) && !known.contains(entry.name))
+        for (std::size_t i = 0; i < known.size(); ++i) {
+            const FolderEntry& entry = listing.entries[i];
+            if (!known[i] && !entry.isFolder && IsSongName(entry.name))
                 others.push_back(entry.name);
+        }
     }
     // A drive that went away meanwhile took its files with it without their being gone.
     if (m_missing.size() > before && !root.empty() && !IsReachable(m_outside, root)) {
