@@ -236,11 +236,7 @@ void PlayerPanel::Close() {
     m_view.SetTimer(false);
     if (wasAwaiting && !m_control.IsWindowKnown())
         return;
-    m_control.SendPlayerCommand(PlayerCommand::Stop);
-    if (!m_control.IsWindowKnown())
-        return;  // One box says it all.
-    m_control.ClearPlaylist();
-    m_control.SendPlayerCommand(PlayerCommand::Close);
+    m_control.StopAndClose();
 }
 
 void PlayerPanel::OnPlayPauseClick() {

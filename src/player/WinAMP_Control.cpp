@@ -21,9 +21,11 @@ constexpr std::int32_t kBalance = 123;
 constexpr std::uint32_t kAddFile = 100;  // the identifier of the data record
 
 // Milliseconds. A player at work on a slow disk gets the first; one that is known not to answer is
-// asked for a moment only, again and again.
+// asked for a moment only, again and again. What is sent in one go shares about 600.
 constexpr int kMessageLimit = 400;
 constexpr int kQuestionLimit = 40;
+constexpr int kLimitOfTwo = 250;
+constexpr int kLimitOfThree = 180;
 
 }  // namespace
 
@@ -64,24 +66,36 @@ bool WinAMP_Control::AnswersAgain() {
 }
 
 std::int32_t WinAMP_Control::Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
-                                  Empty empty) {
+                                  int limit, Empty empty) {
     const std::int32_t noReply = empty == Empty::MinusOne ? -1 : 0;
     if (!AnswersAgain())
         return noReply;
-    const PlayerReply reply =
-        m_outside.player.Send(m_window, message, wParam, lParam, kMessageLimit);
+    const PlayerReply reply = m_outside.player.Send(m_window, message, wParam, lParam, limit);
     Note(reply);
     return m_answering ? reply.value : noReply;
 }
 
 void WinAMP_Control::SendPlayerCommand(PlayerCommand command) {
     if (WindowOrBox())
-        Send(kCommand, static_cast<std::int32_t>(command), 0);
+        Send(kCommand, static_cast<std::int32_t>(command), 0, kMessageLimit);
 }
 
 void WinAMP_Control::ClearPlaylist() {
     if (WindowOrBox())
-        Send(kUser, 0, kClearPlaylist);
+        Send(kUser, 0, kClearPlaylist, kMessageLimit);
+}
+
+// All three, even when one is not answered in time: a slow player takes them one after the other.
+void WinAMP_Control::StopAndClose() {
+    if (!WindowOrBox() || !AnswersAgain())
+        return;
+    const auto send = [this](std::uint32_t message, PlayerCommand command, std::int32_t operation) {
+        Note(m_outside.player.Send(m_window, message, static_cast<std::int32_t>(command), operation,
+                                   kLimitOfThree));
+    };
+    send(kCommand, PlayerCommand::Stop, 0);
+    send(kUser, PlayerCommand{}, kClearPlaylist);
+    send(kCommand, PlayerCommand::Close, 0);
 }
 
 std::optional<std::string> WinAMP_Control::MaybePathForPlayer(const std::string& path) const {
@@ -104,7 +118,7 @@ void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
 std::string WinAMP_Control::GetPlayerStatus() {
     if (!WindowOrBox())
         return {};
-    const std::int32_t reply = Send(kUser, 0, kStatus);
+    const std::int32_t reply = Send(kUser, 0, kStatus, kLimitOfTwo);
     if (!m_answering)
         return {};
     return reply == 1 ? "PLAYING" : reply == 3 ? "PAUSED" : "STOPPED";
@@ -113,36 +127,42 @@ std::string WinAMP_Control::GetPlayerStatus() {
 std::int32_t WinAMP_Control::GetTrackPosition() {
     if (!WindowOrBox())
         return 0;
-    const std::int32_t milliseconds = Send(kUser, 0, kPositionOrLength, Empty::MinusOne);
+    const std::int32_t milliseconds =
+        Send(kUser, 0, kPositionOrLength, kLimitOfTwo, Empty::MinusOne);
     return milliseconds == -1 ? -1 : milliseconds / 1000;
 }
 
 std::int32_t WinAMP_Control::GetTrackLength() {
-    return WindowOrBox() ? Send(kUser, 1, kPositionOrLength, Empty::MinusOne) : 0;
+    return WindowOrBox() ? TrackLength(kMessageLimit) : 0;
+}
+
+std::int32_t WinAMP_Control::TrackLength(int limit) {
+    return Send(kUser, 1, kPositionOrLength, limit, Empty::MinusOne);
 }
 
 void WinAMP_Control::SetTrackPosition(std::int32_t seconds) {
-    if (!WindowOrBox() || seconds < 0 || seconds > GetTrackLength())
+    if (!WindowOrBox() || seconds < 0 || seconds > TrackLength(kLimitOfTwo))
         return;
     // The player takes 32 bits, whatever they stand for.
-    Send(kUser, static_cast<std::int32_t>(static_cast<std::int64_t>(seconds) * 1000), kSeek);
+    Send(kUser, static_cast<std::int32_t>(static_cast<std::int64_t>(seconds) * 1000), kSeek,
+         kLimitOfTwo);
 }
 
 void WinAMP_Control::SetVolume(std::int32_t level) {
     if (WindowOrBox() && level >= 0 && level <= 255)
-        Send(kUser, level, kVolume);
+        Send(kUser, level, kVolume, kMessageLimit);
 }
 
 void WinAMP_Control::SetBalance(std::int32_t balance) {
     if (WindowOrBox() && balance >= -127 && balance <= 127)
-        Send(kUser, balance < 0 ? balance + 255 : balance, kBalance);
+        Send(kUser, balance < 0 ? balance + 255 : balance, kBalance, kMessageLimit);
 }
 
 std::string WinAMP_Control::GetPlayerVersion() {
     if (!WindowOrBox())
         return {};
     char digits[9];
-    const auto reply = static_cast<std::uint32_t>(Send(kUser, 0, kVersion));
+    const auto reply = static_cast<std::uint32_t>(Send(kUser, 0, kVersion, kMessageLimit));
     const int count = std::snprintf(digits, sizeof digits, "%X", static_cast<unsigned>(reply));
     if (count <= 3)
         return "UNKNOWN";

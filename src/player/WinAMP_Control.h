@@ -26,8 +26,9 @@ enum class PlayerCommand : std::int32_t {
 // sends nothing, shows the "First Play a Song" box and returns its empty value. A window that is
 // gone is not noticed: what is sent to it has no effect and its replies are 0.
 //
-// No operation waits for long. After one that the player did not answer in time nothing more is
-// sent until a cheap question gets an answer again; meanwhile the operations return at once.
+// No operation waits for longer than some 600 milliseconds, late as the replies may be. After one
+// that the player did not answer in time nothing more is sent until a cheap question gets an answer
+// again; meanwhile the operations return at once.
 class WinAMP_Control {
  public:
     explicit WinAMP_Control(Outside& outside) : m_outside(outside) {}
@@ -46,6 +47,8 @@ class WinAMP_Control {
 
     void SendPlayerCommand(PlayerCommand command);
     void ClearPlaylist();
+    // Stops the player, clears its list and closes it.
+    void StopAndClose();
 
     // The bytes by which the player is told of a file: its path in the ANSI code page or, where
     // that can't hold it, its short path. Nothing when it has neither.
@@ -81,8 +84,10 @@ class WinAMP_Control {
     enum class Empty { Zero, MinusOne };  // what stands for a reply that didn't come in time
 
     bool WindowOrBox();
-    std::int32_t Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
+    // `limit` in milliseconds.
+    std::int32_t Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam, int limit,
                       Empty empty = Empty::Zero);
+    std::int32_t TrackLength(int limit);
     void Note(const PlayerReply& reply);
 
     Outside& m_outside;

@@ -113,6 +113,7 @@ class Playing(unittest.TestCase):
             for lines, text in ((("hang_at=1",), "The player doesn't answer"),
                                 (("hang_at=6",), "The player doesn't answer"),
                                 (("hang_at=9", "hang_for=4000"), "PLAYING"),
+                                (("slow=200",), "PLAYING"),
                                 (("open_after=3000",), "PLAYING"),
                                 (("vanish_at=8",), "STOPPED"),
                                 (("version=5", "status=7"), "STOPPED"),

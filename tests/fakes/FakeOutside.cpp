@@ -150,6 +150,7 @@ PlayerWindow::Handle FakePlayerWindow::Find() {
 
 PlayerReply FakePlayerWindow::Take(Handle window, std::string line, std::int32_t value, int limit) {
     limits.push_back(limit);
+    onMessage(limit);
     if (!isOpen || window != kHandle)
         return {PlayerReply::Outcome::NoWindow, 0};
     if (hangsAfter == static_cast<int>(log.size())) {

@@ -139,8 +139,9 @@ class FakePlayerWindow : public PlayerWindow {
     bool hangs = false;   // every message runs into its limit
     int hangsAfter = -1;  // hangs once that many messages have come
     std::int32_t version = 0x2091, status = 1, positionMilliseconds = 0, lengthSeconds = 180;
-    std::vector<std::string> log;  // messages that reached the player
-    std::vector<int> limits;       // of every attempt, in milliseconds
+    std::vector<std::string> log;                           // messages that reached the player
+    std::vector<int> limits;                                // of every attempt, in milliseconds
+    std::function<void(int limit)> onMessage = [](int) {};  // while it is waited for
     Handle Find() override;
     PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
                      int limitMilliseconds) override;

@@ -12,6 +12,7 @@
 //
 //     open_after=<ms>     opens its window late
 //     open_never=1        never opens it
+//     slow=<ms>           takes so long for each message
 //     hang_at=<n>         at the n-th message (from 1) it stops answering ...
 //     hang_for=<ms>       ... for this long; for ever without it
 //     vanish_at=<n>       at the n-th message its process ends
@@ -78,6 +79,8 @@ class StandIn {
         ++m_messages;
         if (m_messages == m_vanishAt)
             ExitProcess(1);
+        if (m_slow > 0)
+            Sleep(static_cast<DWORD>(m_slow));
         if (m_messages == m_hangAt)
             Sleep(static_cast<DWORD>(m_hangFor));
     }
@@ -161,6 +164,7 @@ class StandIn {
     Deck m_deck;
     int m_messages = 0;
     int m_vanishAt = Told(L"vanish_at", 0);
+    int m_slow = Told(L"slow", 0);
     int m_hangAt = Told(L"hang_at", 0);
     int m_hangFor = Told(L"hang_for", -1);  // -1: INFINITE
 };

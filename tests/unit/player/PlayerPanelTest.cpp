@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iostream>
+
 #include "fakes/FakeOutside.h"
 
 namespace tobbin {
@@ -272,6 +275,38 @@ TEST_F(Panel, TheTimerTellsOfAPlayerThatHangs) {
     fake.player.hangs = false;
     panel.OnTimer();
     EXPECT_EQ(view.status, "PLAYING");
+}
+
+// However late the replies come, each just within its limit, and wherever they stop coming.
+TEST_F(Panel, NoCommandWaitsForMoreThan600Milliseconds) {
+    std::int64_t longest = 0;
+    fake.player.onMessage = [this](int limit) { fake.clock.milliseconds += limit; };
+    for (int hangsAfter = -1; hangsAfter < 3; ++hangsAfter) {
+        for (const bool hungBefore : {false, true}) {
+            LoadAndPlay({1, 2});
+            const std::function<void()> commands[] = {
+                [&] { panel.OnTimer(); },   [&] { panel.OnTrackScroll(), panel.OnTrackChange(20); },
+                [&] { panel.OnVolume(7); }, [&] { panel.OnPlayPauseClick(); },
+                [&] { panel.Playstuff(); }, [&] { panel.Work(); },
+                [&] { panel.Close(); }};
+            for (const auto& command : commands) {
+                fake.player.hangs = hungBefore;
+                if (hungBefore)
+                    control.SetVolume(1);
+                fake.player.hangs = false;
+                fake.player.hangsAfter = hangsAfter;
+                TakeLog();
+                const std::int64_t begin = fake.clock.milliseconds;
+                command();
+                longest = std::max(longest, fake.clock.milliseconds - begin);
+                fake.player.hangs = false;
+                fake.player.hangsAfter = -1;
+                control.AnswersAgain();
+            }
+        }
+    }
+    EXPECT_LE(longest, 600);
+    std::cout << "a command waits for " << longest << " ms at most\n";
 }
 
 TEST_F(Panel, ClosingStopsAndClosesThePlayer) {
