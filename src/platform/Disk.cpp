@@ -1,18 +1,23 @@
 #include "platform/Disk.h"
 
+#include <chrono>
+
 namespace tobbin {
 namespace {
 
 constexpr char kUnfinished[] = ".new";  // follows the name of the file to be
 
 // Carries out the operation, again and again while another program holds its file: a virus scanner
-// or a backup lets go soon.
+// or a backup lets go soon. On a busy computer a try may take long, so that the time counts as
+// well.
 template <typename Operation>
 DiskStatus Patiently(Disk& disk, Operation operation) {
+    using Clock = std::chrono::steady_clock;
     constexpr int kTries = 100;
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(1'800);
     for (int tried = 1;; ++tried) {
         const DiskStatus status = operation();
-        if (status.Error() != DiskError::SharingViolation || tried == kTries)
+        if (status.Error() != DiskError::SharingViolation || tried == kTries || Clock::now() > end)
             return status;
         disk.PauseForOthers();
     }

@@ -158,6 +158,21 @@ TEST_F(JukeboxFilesTest, AFailedSaveLeavesCaptionEntryAndFlag) {
     EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
     EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to \"c:\\nowhere\\mix.juk\""));
     EXPECT_TRUE(fake.dialogs.boxes.empty());
+
+    // A file that is held for good or read-only can be saved under another name, changes and all.
+    SaveAs("C:\\App\\Grouping\\mine");
+    const std::string old = fake.disk.Content("C:\\App\\Grouping\\mine.juk");
+    for (const DiskError error : {DiskError::SharingViolation, DiskError::AccessDenied}) {
+        fake.disk.Lock("C:\\App\\Grouping\\mine.juk", error);
+        commands.Do(FrameCommand::AddFolderToRoot);
+        commands.Do(FrameCommand::Save);
+        EXPECT_TRUE(window.IsFormDirty());
+        EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to"));
+    }
+    SaveAs("C:\\App\\Grouping\\other");
+    EXPECT_FALSE(window.IsFormDirty());
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mine.juk"), old);
+    EXPECT_GT(fake.disk.Content("C:\\App\\Grouping\\other.juk").size(), old.size());
 }
 
 TEST_F(JukeboxFilesTest, TheActivePlayerPanelStepsAside) {
