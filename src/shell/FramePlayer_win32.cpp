@@ -113,8 +113,12 @@ void FramePlayer::InstallPlayer() {
         const std::int32_t before = catalogue.UBoundOfMp3Array();
         RunCataloguePass(m_application,
                          [&] { return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(); });
-        if (catalogue.UBoundOfMp3Array() != before)
+        if (catalogue.UBoundOfMp3Array() != before) {
+            window.GoOn();
+            m_application.Groups().ShowProgressIn(&silent);
             m_application.Groups().BuildAutomaticGroups(0, true, "");
+            m_application.Groups().ShowProgressIn(nullptr);
+        }
         m_application.LongWork().Window(nullptr);
     });
 }

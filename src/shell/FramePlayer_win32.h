@@ -25,6 +25,8 @@ class FramePlayer : private PlayHost {
     // The panel's window; null when it is not open.
     HWND Panel() const { return m_panel ? m_panel->Handle() : nullptr; }
     void MinimisePanel();
+    // The jukebox window that was maximised before the panel opened is so again.
+    void GiveRoomBack();
 
     // For the message loop: the keys of the panel, and the moment between two messages.
     bool TranslateKeys(MSG& message);
@@ -37,7 +39,6 @@ class FramePlayer : private PlayHost {
 
     void OpenPanel();
     void MakeRoomForPanel();
-    void GiveRoomBack();
     void OnPanelClosed();
 
     Application& m_application;

@@ -255,6 +255,7 @@ void MainFrame::OnClose() {
         return;
     m_closing = true;
     SaveDatForm();
+    m_contents.Player().GiveRoomBack();  // The jukebox is remembered as it is without the panel.
     m_application.Windows().UnloadAll();
 }
 

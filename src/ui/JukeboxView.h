@@ -34,6 +34,8 @@ class JukeboxView {
     virtual std::optional<std::size_t> MaybeFocusedRow() const = 0;
     virtual void FocusRow(std::size_t row) = 0;
     virtual void MakeRowVisible(std::size_t row) = 0;
+    // Gives the keyboard to the list: now, or when the dialog that has it goes.
+    virtual void FocusList() = 0;
 
     // Shows a picture behind the list pane; see BackgroundPicture::Show.
     virtual void SetBackground(const std::string& address, bool tiled, const std::string& next) = 0;

@@ -81,6 +81,7 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             return 0;
         case WM_CLOSE:
             m_controller.AskBeforeClosing();
+            m_lastState = State();  // Some systems restore a maximised child before it goes.
             break;
         case kFilesDropped:
             OnFilesDropped();
@@ -149,6 +150,8 @@ void JukeboxMdiChild::RestorePanes(const WindowState& remembered) {
 }
 
 WindowState JukeboxMdiChild::State() const {
+    if (m_lastState)
+        return *m_lastState;
     WindowState state = StateOf(Handle());
     state.splitter = m_explorer.SplitterPlace();
     if (m_columnsAreThePersons)
@@ -239,6 +242,12 @@ void JukeboxMdiChild::FocusRow(std::size_t row) {
 
 void JukeboxMdiChild::MakeRowVisible(std::size_t row) {
     m_explorer.List().MakeVisible(row);
+}
+
+void JukeboxMdiChild::FocusList() {
+    m_controller.CurrentPaneWFocus(Pane::List);
+    if (IsChild(Handle(), GetFocus()))
+        OnFocus();
 }
 
 void JukeboxMdiChild::SetBackground(const std::string& address, bool tiled,

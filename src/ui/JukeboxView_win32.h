@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,7 @@ class JukeboxMdiChild : public WindowBase,
     std::optional<std::size_t> MaybeFocusedRow() const override;
     void FocusRow(std::size_t row) override;
     void MakeRowVisible(std::size_t row) override;
+    void FocusList() override;
     void SetBackground(const std::string& address, bool tiled, const std::string& next) override;
     void Activate() override;
     void Close() override;
@@ -109,7 +111,8 @@ class JukeboxMdiChild : public WindowBase,
     ControlSize m_explorerSize;               // in twips
     std::vector<std::string> m_filesDropped;  // from outside, not yet taken
     Folder* m_filesTarget = nullptr;
-    bool m_columnsAreThePersons = false;  // and no longer follow the window's width
+    std::optional<WindowState> m_lastState;  // of a window that goes
+    bool m_columnsAreThePersons = false;     // and no longer follow the window's width
 };
 
 }  // namespace tobbin

@@ -121,6 +121,7 @@ bool frmFind::FindInFolder(JukeboxWindow& window, Folder& folder) {
             window.View().SelectFolder(&folder);
         window.View().SelectRows({row});
         window.View().MakeRowVisible(row);
+        window.View().FocusList();  // where Enter plays what was found
         return true;
     }
     return false;

@@ -36,6 +36,7 @@ class FakeJukeboxView : public JukeboxView {
     std::optional<std::size_t> MaybeFocusedRow() const override { return focusedRow; }
     void FocusRow(std::size_t row) override { focusedRow = row; }
     void MakeRowVisible(std::size_t) override {}
+    void FocusList() override { controller->CurrentPaneWFocus(Pane::List); }
     std::vector<std::string> backgrounds;  // address, "tiled" or "fitted", the next one
     void SetBackground(const std::string& address, bool tiled, const std::string& next) override {
         backgrounds.push_back(address + (tiled ? "|tiled|" : "|fitted|") + next);

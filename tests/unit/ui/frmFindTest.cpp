@@ -36,7 +36,9 @@ TEST_F(FindTest, WalksRoundOnceAndStartsAfresh) {
     EXPECT_EQ(frame.seen, (Texts{"find"}));
     frmFind& find = commands.Find();
     find.Load();
+    Window().CurrentPaneWFocus(Pane::Tree);
     EXPECT_EQ(Find("LOVE"), "Happy/0");
+    EXPECT_EQ(Window().CurrentPaneWFocus(), Pane::List);
     EXPECT_EQ(find.LastLookedFor(), "love");
     EXPECT_FALSE(find.FirstRun());
     EXPECT_TRUE(find.LookingForTheLastNode());
