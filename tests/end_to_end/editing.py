@@ -294,8 +294,8 @@ class Editing(unittest.TestCase):
             self.assertEqual(self.program.rows("Dad's"), songs[:2])
             # Two songs, though Ctrl is held already when one of them is pressed. Over a closed
             # folder for a while: it opens.
-            click("row", 0)
-            mouse("keydown", "ctrl", "mousemove", *where("row", 1), "click", 1, "keyup", "ctrl")
+            click("row", 1)
+            mouse("keydown", "ctrl", "mousemove", *where("row", 0), "click", 1, "keyup", "ctrl")
             self.drag(where("row", 1), ("folder", "Seasonal"), "ctrl")
             self.until(lambda: "Seasonal" in driver("opened"), True)
             mouse("mousemove", *where("folder", "Seasonal", "Christmas"))
