@@ -9,7 +9,7 @@ import time
 import unittest
 
 from editing import boxes, chosen, heading, keys, rows, status, typed
-from under_wine import PREFIX, Program, driver, report
+from under_wine import PREFIX, Program, behave, driver, report
 
 GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 
@@ -23,6 +23,7 @@ class Keyboard(unittest.TestCase):
     maxDiff = None
 
     def test_the_whole_program_without_a_mouse(self):
+        behave()
         self.program = Program().__enter__()
         for step in (self.menus_dialogs_and_tips, self.a_folder_gets_its_name_and_keeps_its_keys,
                      self.songs_are_copied_sorted_ranked_cut_and_brought_back,

@@ -13,25 +13,18 @@ import sys
 import time
 import unittest
 
-from under_wine import CATALOGUE, GROUPING, PREFIX, WINE, Program, data_files, driver, report
+from under_wine import (CATALOGUE, GROUPING, PLAYER, PLAYER_LOG, PREFIX, WINE, Program, behave,
+                        data_files, driver, report)
 
-PLAYER = PREFIX / "drive_c/Program Files/Winamp"
-LOG = PLAYER / "winamp.log"
-BEHAVIOUR = PLAYER / "winamp.ini"
 # Numbers of the frame's commands, from assets/resource.h.
 WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP, STOP_AFTER_TRACK = (
     1202, 1203, 1204, 1205, 1209, 1210)
 QUERIES = ("1024 0 105", "1024 1 105", "1024 0 104")
 
 
-def behave(*lines):
-    BEHAVIOUR.write_text("\n".join(("[behave]", *lines)))
-    LOG.unlink(missing_ok=True)
-
-
 def log():
     """The messages to the stand-in but for what the panel's timer asks."""
-    lines = LOG.read_text().splitlines() if LOG.exists() else []
+    lines = PLAYER_LOG.read_text().splitlines() if PLAYER_LOG.exists() else []
     return [line for line in lines if line not in QUERIES and line != "started again"]
 
 

@@ -11,7 +11,8 @@ import sys
 import time
 import unittest
 
-from under_wine import CATALOGUE, GROUPING, PREFIX, WINE, Program, data_files, driver, report
+from under_wine import (CATALOGUE, GROUPING, PLAYER_LOG, PREFIX, WINE, Program, behave, data_files,
+                        driver, report)
 
 TOBBIN = r"C:\Tobbin\Tobbin.exe"
 DRIVE_C = PREFIX / "drive_c"
@@ -75,7 +76,7 @@ class Surviving(unittest.TestCase):
         (DRIVE_C / "work").mkdir(exist_ok=True)
         for path in planted:
             shutil.copy(stand_in, path)
-        (stand_in.parent / "winamp.ini").write_text("[behave]\n")
+        behave()
         logs = [path.with_suffix(".log") for path in (*planted, stand_in)]
         for log in logs:
             log.unlink(missing_ok=True)
@@ -177,11 +178,9 @@ class Surviving(unittest.TestCase):
             pathlib.Path("far away.mp3").write_bytes(song)
         finally:
             os.chdir(here)
-        (DRIVE_C / "Program Files/Winamp/winamp.ini").write_text("[behave]\n")
-        log = DRIVE_C / "Program Files/Winamp/winamp.log"
         try:
             for again in (False, True):
-                log.unlink(missing_ok=True)
+                behave()
                 with Program():
                     if not again:
                         driver("command", str(WHOLE_COMPUTER))
@@ -192,7 +191,8 @@ class Surviving(unittest.TestCase):
                     driver("select", str(rows.index("far away.mp3")))
                     driver("command", str(PLAY_SELECTED))
                     driver("wait", "frmMainWinamp", "PLAYING", "30")
-                    sent = [line.split(" ") for line in log.read_text().splitlines() if line.startswith("74 ")]
+                    sent = [line.split(" ") for line in PLAYER_LOG.read_text().splitlines()
+                            if line.startswith("74 ")]
                     print("sent to the player:", *[line[3] for line in sent], "bytes")
                     self.assertEqual(len(sent), 1)
                     driver("close", "frmMainWinamp")

@@ -16,6 +16,8 @@ PREFIX = pathlib.Path(os.environ["WINEPREFIX"])
 GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
 CATALOGUE = GROUPING / "FileLocNames.lmz"
 SETTINGS = GROUPING / "System/TheOrganizer.ini"
+PLAYER = PREFIX / "drive_c/Program Files/Winamp"
+PLAYER_LOG = PLAYER / "winamp.log"
 WINE = os.environ.get("WINE", "wine")
 
 
@@ -63,6 +65,13 @@ def keys(*names):
 
 def status():
     return driver("status")[0]
+
+
+def behave(*lines):
+    """How the player's stand-in behaves from its next start on, with a new log. Every song plays
+    long enough to be seen playing on a busy machine."""
+    (PLAYER / "winamp.ini").write_text("\n".join(("[behave]", "length=600", *lines)))
+    PLAYER_LOG.unlink(missing_ok=True)
 
 
 class Program:

@@ -7,6 +7,9 @@
 // the bytes that came in.
 class Deck {
  public:
+    // Each track plays as long as its file does; or, with a length in milliseconds, that long.
+    explicit Deck(int lengthOfAll = 0) : m_lengthOfAll(lengthOfAll) {}
+
     enum Status { kStopped = 0, kPlaying = 1, kPaused = 3 };
 
     void Clear();
@@ -27,6 +30,7 @@ class Deck {
     void Load(std::size_t track);
     void CatchUp();
 
+    int m_lengthOfAll;
     std::vector<std::string> m_paths;
     std::size_t m_track = 0;
     int m_length = -1;

@@ -15,8 +15,8 @@ void Deck::Clear() {
 
 void Deck::Load(std::size_t track) {
     m_track = track;
-    m_length = -1;
-    if (track < m_paths.size()) {
+    m_length = m_lengthOfAll > 0 ? m_lengthOfAll : -1;
+    if (m_lengthOfAll <= 0 && track < m_paths.size()) {
         std::ifstream file(m_paths[track].c_str(), std::ios::binary);
         m_length = Mp3LengthMilliseconds(
             {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});

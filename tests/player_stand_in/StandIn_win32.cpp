@@ -8,8 +8,9 @@
 //     started again                             a second start leaves the first one alone
 //     closed
 //
-// winamp.ini beside the program, section [behave], makes it misbehave:
+// winamp.ini beside the program, section [behave], makes it behave otherwise:
 //
+//     length=<s>          every song plays that long
 //     open_after=<ms>     opens its window late
 //     open_never=1        never opens it
 //     slow=<ms>           takes so long for each message
@@ -161,7 +162,7 @@ class StandIn {
         }
     }
 
-    Deck m_deck;
+    Deck m_deck{1'000 * Told(L"length", 0)};
     int m_messages = 0;
     int m_vanishAt = Told(L"vanish_at", 0);
     int m_slow = Told(L"slow", 0);
