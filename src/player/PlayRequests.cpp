@@ -13,10 +13,12 @@ PlayRequests::PlayRequests(Outside& outside, PlayerLocation& location, PlayerDis
 
 bool PlayRequests::PlayerCheck() {
     if (m_discovery.IsSearchPending()) {
-        m_host.EnableFrame(false);
-        Progress noWindow;
-        m_discovery.Search(noWindow);
-        m_host.EnableFrame(true);
+        const std::unique_ptr<SearchingWindow> window = m_host.MakeSearchingWindow();
+        window->Open();
+        const PlayerDiscovery::Outcome outcome = m_discovery.Search(*window);
+        window->Close();
+        if (outcome == PlayerDiscovery::Outcome::Stopped)
+            return false;  // Nobody knows yet whether there is a player.
     }
     m_control.PlayerProgramPath(m_location.PlayerPath());
     if (!m_location.PlayerPath().empty())

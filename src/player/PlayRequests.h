@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "platform/Outside.h"
@@ -20,7 +21,8 @@ struct ListedSong {
 class PlayHost {
  public:
     virtual ~PlayHost() = default;
-    virtual void EnableFrame(bool enabled) = 0;
+    // The window `frmSearching`, not yet open. While it is, the frame takes no input.
+    virtual std::unique_ptr<SearchingWindow> MakeSearchingWindow() = 0;
 
     // Calls Playstuff of the open player panel, or opens the panel, whose load plays.
     virtual void PlayInPanel() = 0;

@@ -44,8 +44,8 @@ void FramePlayer::ReleaseClosed() {
     GiveRoomBack();
 }
 
-void FramePlayer::EnableFrame(bool enabled) {
-    EnableWindow(m_frame, enabled);
+std::unique_ptr<SearchingWindow> FramePlayer::MakeSearchingWindow() {
+    return std::make_unique<SearchingPopup>(m_frame);
 }
 
 void FramePlayer::PlayInPanel() {

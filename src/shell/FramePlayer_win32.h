@@ -33,7 +33,7 @@ class FramePlayer : private PlayHost {
     void ReleaseClosed();
 
  private:
-    void EnableFrame(bool enabled) override;
+    std::unique_ptr<SearchingWindow> MakeSearchingWindow() override;
     void PlayInPanel() override;
     void InstallPlayer() override;
 

@@ -17,7 +17,20 @@ class FakeLocation : public PlayerLocation {
 class FakeHost : public PlayHost {
  public:
     std::string did;
-    void EnableFrame(bool enabled) override { did += enabled ? "enable " : "disable "; }
+    bool stops = false;
+    std::unique_ptr<SearchingWindow> MakeSearchingWindow() override {
+        class Window : public SearchingWindow {
+         public:
+            explicit Window(FakeHost& host) : m_host(host) {}
+            void Open() override { m_host.did += "open "; }
+            void Close() override { m_host.did += "close "; }
+            bool StopRequested() const override { return m_host.stops; }
+
+         private:
+            FakeHost& m_host;
+        };
+        return std::make_unique<Window>(*this);
+    }
     void PlayInPanel() override { did += "play "; }
     void InstallPlayer() override { did += "install "; }
 };
@@ -78,16 +91,20 @@ TEST_F(Requests, OfferToInstallAnUnknownPlayer) {
               "WinAmp will then automatically open.");
 }
 
-TEST_F(Requests, RunAPendingSearchOnceFirst) {
+TEST_F(Requests, RunAPendingSearchFirstUntilItHasEnded) {
     FakeProgress stopped;
     stopped.stopAfter = 0;
     discovery.Search(stopped);
+    host.stops = true;
+    requests.PlaySelectedSongs(songs);
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+    host.stops = false;
     fake.drives.treeFinds["C:\\"] = "C:\\Winamp.exe";
     requests.PlaySelectedSongs(songs);
-    EXPECT_EQ(host.did, "disable enable play ");
+    EXPECT_EQ(host.did, "open close open close play ");
     EXPECT_EQ(control.PlayerProgramPath(), "c:\\winamp.exe");
     requests.PlaySelectedSongs(songs);
-    EXPECT_EQ(host.did, "disable enable play play ");
+    EXPECT_EQ(host.did, "open close open close play play ");
 }
 
 }  // namespace
