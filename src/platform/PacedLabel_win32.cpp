@@ -1,5 +1,6 @@
 #include "platform/PacedLabel_win32.h"
 
+#include "platform/ProgressBar_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
@@ -9,8 +10,9 @@ constexpr UINT kPeriod = 16;  // milliseconds: no more than one picture of the s
 
 }  // namespace
 
-void PacedLabel::Show(HWND parent, const std::string& text) {
+void PacedLabel::Show(HWND parent, const std::string& text, const StepsDone& steps) {
     m_text = text;
+    m_steps = steps;
     if (GetTickCount64() - m_lastShown >= kPeriod) {
         Paint(parent);
     } else if (!m_waits) {
@@ -26,9 +28,10 @@ void PacedLabel::OnTimer(HWND parent) {
 }
 
 void PacedLabel::Paint(HWND parent) {
-    const HWND label = GetDlgItem(parent, m_control);
+    const HWND label = GetDlgItem(parent, m_label);
     SetWindowTextW(label, Wide(m_text).c_str());
     UpdateWindow(label);
+    ShowStepsIn(GetDlgItem(parent, m_bar), m_steps);
     m_lastShown = GetTickCount64();
 }
 

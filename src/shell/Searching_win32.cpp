@@ -5,7 +5,6 @@
 #include <iterator>
 #include <string_view>
 
-#include "platform/ProgressBar_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Twips_win32.h"
 
@@ -47,8 +46,7 @@ void SearchingPopup::Close() {
 }
 
 void SearchingPopup::ShowSteps(const std::string& text, const StepsDone& steps) {
-    m_label.Show(Handle(), text);
-    ShowStepsIn(Item(barSearching), steps);
+    m_label.Show(Handle(), text, steps);
 }
 
 bool SearchingPopup::TranslateKeys(MSG& message) {

@@ -39,7 +39,7 @@ class SearchingPopup : public SearchingWindow, private WindowBase {
 
     HWND m_owner;
     UniqueFont m_font;
-    PacedLabel m_label{lblSearching, 1};
+    PacedLabel m_label{lblSearching, barSearching, 1};
     bool m_stop = false;
 };
 

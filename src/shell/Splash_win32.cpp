@@ -158,8 +158,7 @@ void Splash::ShowProgressArea(bool visible) {
 }
 
 void Splash::ShowSteps(const std::string& text, const StepsDone& steps) {
-    m_label.Show(Handle(), text);
-    ShowStepsIn(Item(barProgress), steps);
+    m_label.Show(Handle(), text, steps);
 }
 
 void Splash::OnStop() {

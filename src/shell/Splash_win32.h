@@ -42,7 +42,7 @@ class Splash : public WindowBase, public Progress {
 
     UniqueFont m_font;
     UniqueFont m_titleFont;
-    PacedLabel m_label{lblProgress, 1};
+    PacedLabel m_label{lblProgress, barProgress, 1};
     bool m_stop = false;
 };
 
