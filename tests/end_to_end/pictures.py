@@ -116,8 +116,13 @@ class Pictures(unittest.TestCase):
             before = pixels(*behind_the_keys)
             self.assertGreater(len(set(before)), 50)
             row = where("row", "2")
-            subprocess.run(["xdotool", "mousemove", *map(str, row), *["click", "5"] * 4], check=True)
-            self.eventually(lambda: where("row", "2") != row)  # which comes to the top
+
+            def scrolled():
+                wheel = ["mousemove", *map(str, row), *["click", "5"] * 4]
+                subprocess.run(["xdotool", *wheel], check=True)
+                return where("row", "2") != row  # which comes to the top
+
+            self.eventually(scrolled)
             self.eventually(lambda: pixels(*behind_the_keys) == before)
             program.end(("Do you want to save changes to PICS", "No"))
 
