@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <cstdio>
 #include <functional>
 #include <stdexcept>
 
@@ -31,11 +32,21 @@ std::vector<HWND> WindowsIn(HWND parent) {
     return found;
 }
 
+// Whether the condition comes true within a time, in milliseconds.
+bool ComesTrue(double limit, const std::function<bool()>& condition) {
+    const double begin = Now();
+    while (!condition()) {
+        if (Now() - begin > limit)
+            return false;
+        Sleep(2);
+    }
+    return true;
+}
+
 void WaitFor(const char* what, const std::function<bool()>& condition) {
     constexpr double kLimit = 120'000;
-    for (const double begin = Now(); !condition(); Sleep(2))
-        if (Now() - begin > kLimit)
-            throw std::runtime_error(std::string("waited in vain for ") + what);
+    if (!ComesTrue(kLimit, condition))
+        throw std::runtime_error(std::string("waited in vain for ") + what);
 }
 
 HWND MaybeVisible(const wchar_t* windowClass) {
@@ -219,16 +230,21 @@ double Actions::SelectAllByMouse() {
     const HWND list = Pane(WC_LISTVIEWW);
     SetForegroundWindow(m_frame);
     const int rows = RowCount();
-    const POINT first = driver::PlaceOfRow(list, 0);
-    WaitUntilShown();
-    Click(first, false);
-    WaitFor("one row", [&] { return SelectedCount() == 1; });
-    const POINT last = driver::PlaceOfRow(list, rows - 1);
-    WaitUntilShown();
-    const double begin = Now();
-    Click(last, true);
-    WaitFor("all rows", [&] { return SelectedCount() == rows; });
-    return Shown(begin);
+    constexpr int kTries = 5;  // Now and then a click does not do what it should.
+    for (int i = 0; i < kTries; ++i) {
+        const POINT first = driver::PlaceOfRow(list, 0);
+        WaitUntilShown();
+        Click(first, false);
+        WaitFor("one row", [&] { return SelectedCount() == 1; });
+        const POINT last = driver::PlaceOfRow(list, rows - 1);
+        WaitUntilShown();
+        const double begin = Now();
+        Click(last, true);
+        if (ComesTrue(5'000, [&] { return SelectedCount() == rows; }))
+            return Shown(begin);
+        std::fprintf(stderr, "the mouse selected %d rows\n", SelectedCount());
+    }
+    throw std::runtime_error("the mouse does not select all rows");
 }
 
 double Actions::Command(int command) {
