@@ -35,4 +35,9 @@ void NameMenuItem(HMENU menu, int place, const wchar_t* name) {
         services->SetHmenuPropStr(menu, static_cast<DWORD>(place + 1), kNameProperty, name);
 }
 
+void ForgetMenuItemName(HMENU menu, int place) {
+    if (const auto services = MaybeServices(); services != nullptr)
+        services->ClearHmenuProps(menu, static_cast<DWORD>(place + 1), &kNameProperty, 1);
+}
+
 }  // namespace tobbin

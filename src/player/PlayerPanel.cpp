@@ -7,8 +7,6 @@
 namespace tobbin {
 namespace {
 
-constexpr int kWidthTwips = 4740;
-constexpr int kHeightTwips = 2100;
 constexpr std::int32_t kFirstVolume = 128;
 
 // Milliseconds.
@@ -71,8 +69,12 @@ void PlayerPanel::Playstuff() {
     // While the panel loads, its own Playstuff is still to come.
     const bool loading = m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AskVersion ||
                          m_stage == Stage::SendVolume || m_stage == Stage::SendBalance;
-    if (!loading)
-        StartAndAwaitWindow(Stage::AwaitWindowToPlay);
+    if (loading)
+        return;
+    // What plays already can be paused and followed, even if nothing comes of the new songs.
+    if (m_stage == Stage::AskLength || m_stage == Stage::AddSongs)
+        FinishPlaystuff();
+    StartAndAwaitWindow(Stage::AwaitWindowToPlay);
 }
 
 void PlayerPanel::StartAndAwaitWindow(Stage stage) {
@@ -168,8 +170,7 @@ void PlayerPanel::TalkToPlayer() {
                 StartAndAwaitWindow(Stage::AwaitWindowToPlay);
             return;
         case Stage::CheckFirstSong:
-            m_firstPath = m_playList.UpperBound() > 0 ? PlayablePath(1) : std::string();
-            m_stage = m_firstPath.empty() ? Stage::Idle : Stage::SendStop;
+            CheckFirstSong();
             return;
         case Stage::SendStop:
             m_control.SendPlayerCommand(PlayerCommand::Stop);
@@ -203,14 +204,29 @@ void PlayerPanel::TalkToPlayer() {
     }
 }
 
+void PlayerPanel::CheckFirstSong() {
+    m_stage = Stage::Idle;
+    m_leftOut = 0;
+    if (m_playList.UpperBound() < 1)
+        return;
+    m_firstPath = m_songPathOf(m_playList.Song(1));
+    if (const std::string problem = ProblemOf(m_firstPath); !problem.empty())
+        m_outside.statusLine.Say("Nothing is played, as the first song can't be: " + problem + ".");
+    else
+        m_stage = Stage::SendStop;
+}
+
 void PlayerPanel::AddSongs() {
     if (m_place > m_playList.UpperBound()) {
         FinishPlaystuff();
         return;
     }
-    const std::string path = PlayablePath(m_place++);
-    if (!path.empty())
+    const std::string path = m_songPathOf(m_playList.Song(m_place++));
+    std::string problem = ProblemOf(path);
+    if (problem.empty())
         m_control.AddFileToPlaylist(path);
+    else if (m_leftOut++ == 0)
+        m_whyLeftOut = std::move(problem);
 }
 
 void PlayerPanel::FinishPlaystuff() {
@@ -219,13 +235,22 @@ void PlayerPanel::FinishPlaystuff() {
     m_buttonEnabled = true;
     SetButtonCaption(kPause);
     m_view.SetTimer(true);
+    if (m_leftOut > 0)
+        m_outside.statusLine.Say(
+            (m_leftOut == 1 ? "1 song was left out: "
+                            : GroupedNumber(m_leftOut) + " songs were left out. The first: ") +
+            m_whyLeftOut + ".");
 }
 
-std::string PlayerPanel::PlayablePath(std::int32_t place) {
-    const std::string path = m_songPathOf(m_playList.Song(place));
-    const bool playable =
-        !path.empty() && m_control.FileExists(path) && m_control.MaybePathForPlayer(path);
-    return playable ? path : std::string();
+// Why the player can't be given a file, as the end of a sentence; empty when it can.
+std::string PlayerPanel::ProblemOf(const std::string& path) {
+    if (path.empty())
+        return "its file is not there";
+    if (!m_control.FileExists(path))
+        return "the file \"" + path + "\" is not there";
+    if (!m_control.MaybePathForPlayer(path))
+        return "the player can't be told the name \"" + path + "\"";
+    return {};
 }
 
 void PlayerPanel::Close() {

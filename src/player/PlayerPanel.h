@@ -22,6 +22,10 @@ class PlayerPanel {
     // The full path of a catalogue record's song; empty when it has none.
     using SongPathOf = std::function<std::string(std::int32_t record)>;
 
+    // The outer size that its window gets, in twips.
+    static constexpr int kWidthTwips = 4740;
+    static constexpr int kHeightTwips = 2100;
+
     PlayerPanel(Outside& outside, WinAMP_Control& control, const PlayList& playList,
                 SongPathOf songPathOf, PlayerPanelView& view);
 
@@ -30,7 +34,8 @@ class PlayerPanel {
     void Load();
 
     // Sends the play list as it is now and starts playing. If the first song's file is missing
-    // nothing happens at all; further ones that are missing are passed over.
+    // nothing is played at all; further ones that are missing are left out. The status line tells
+    // of both.
     void Playstuff();
 
     // Stops and closes the player. Called once, before the window goes.
@@ -73,10 +78,11 @@ class PlayerPanel {
     int Advance();  // milliseconds to wait before the next step
     int AwaitWindow();
     void TalkToPlayer();
+    void CheckFirstSong();
     void AddSongs();
     void FinishPlaystuff();
     void OfferNoStop();
-    std::string PlayablePath(std::int32_t place);
+    std::string ProblemOf(const std::string& path);
     void SetButtonCaption(const char* caption);
     void SetBar(PlayerBar bar, const BarState& state);
     void ShowStatus(const std::string& text);
@@ -93,6 +99,8 @@ class PlayerPanel {
     std::int64_t m_deadline = 0;  // for the player's window
     std::int32_t m_place = 0;     // of the next song to add, from 1
     std::string m_firstPath;
+    std::size_t m_leftOut = 0;  // songs
+    std::string m_whyLeftOut;   // the first of them
 
     bool m_draggingTrack = false;
     std::string m_buttonCaption = "&Play";

@@ -16,7 +16,6 @@ constexpr UINT_PTR kTimerScrollUpdate = 1;
 constexpr UINT_PTR kTimerWork = 2;
 constexpr UINT kScrollUpdatePeriod = 500;  // milliseconds
 constexpr int kFirstLabel = 201;           // the labels' numbers, in the order of the bars
-constexpr int kFirstWidthTwips = 4740, kFirstHeightTwips = 2100;
 
 struct BarLook {
     PlayerPanelWindow::Control control;
@@ -73,8 +72,8 @@ PlayerPanelWindow::~PlayerPanelWindow() {
 }
 
 SIZE PlayerPanelWindow::FirstSize(HWND mdiClient) {
-    return {TwipsToPixels(kFirstWidthTwips, mdiClient),
-            TwipsToPixels(kFirstHeightTwips, mdiClient)};
+    return {TwipsToPixels(PlayerPanel::kWidthTwips, mdiClient),
+            TwipsToPixels(PlayerPanel::kHeightTwips, mdiClient)};
 }
 
 bool PlayerPanelWindow::Open(HWND mdiClient, std::function<void()> closed) {
@@ -219,9 +218,14 @@ void PlayerPanelWindow::OnScroll(HWND bar, int code) {
     const BarLook* const look =
         std::find_if(std::begin(kBars), std::end(kBars),
                      [&](const auto& b) { return b.control == GetDlgCtrlID(bar); });
-    if (look == std::end(kBars) || code == SB_ENDSCROLL)
+    if (look == std::end(kBars))
         return;
     const int target = TargetOf(InfoOf(bar), *look, code);
+    if (code == SB_ENDSCROLL) {
+        if (look->control == hscrlTrackPos)
+            m_panel.OnTrackChange(target);  // a drag that was broken off has to end, too
+        return;
+    }
     SetScrollPos(bar, SB_CTL, target, TRUE);
     switch (look->control) {
         case hscrlVolume:

@@ -95,7 +95,8 @@ SingleInstance::Outcome SingleInstance::HandOver(const std::vector<std::string>&
 std::optional<std::vector<std::string>> SingleInstance::MaybeFiles(const COPYDATASTRUCT& data) {
     if (data.dwData != kFilesMessage || data.cbData > kMostBytes)
         return std::nullopt;
-    const std::string_view text(static_cast<const char*>(data.lpData), data.cbData);
+    const std::string_view text(static_cast<const char*>(data.lpData),
+                                data.lpData != nullptr ? data.cbData : 0);
     std::vector<std::string> files;
     for (const std::string_view line : SplitLines(text))
         files.emplace_back(line);

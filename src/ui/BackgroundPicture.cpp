@@ -25,7 +25,9 @@ void BackgroundPicture::ReadInImageArray(const std::string& name) {
     show({}, m_kept.tiled, {});
     if (m_kept.shown && !m_kept.picture.empty())
         m_outside.statusLine.Say("The background picture \"" + m_kept.picture +
-                                 "\" is not there any more.");
+                                 (FileExists(m_outside.disk, m_kept.picture)
+                                      ? "\" is no \".jpg\" file."
+                                      : "\" is not there any more."));
 }
 
 void BackgroundPicture::ChangePicture(bool forward) {

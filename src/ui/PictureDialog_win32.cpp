@@ -108,10 +108,9 @@ void PictureDialog::DrawPreview(const DRAWITEMSTRUCT& draw) const {
     } else {
         const PicturePixels& pixels = m_preview->pixels;
         const BITMAPINFO info = LayoutOf(pixels);
-        SetDIBitsToDevice(draw.hDC, 0, 0, static_cast<DWORD>(pixels.size.width),
-                          static_cast<DWORD>(pixels.size.height), 0, 0, 0,
-                          static_cast<UINT>(pixels.size.height), pixels.pixels.data(), &info,
-                          DIB_RGB_COLORS);
+        // Another size than the preview's only after a move to a screen of another density.
+        StretchDIBits(draw.hDC, 0, 0, place.right, place.bottom, 0, 0, pixels.size.width,
+                      pixels.size.height, pixels.pixels.data(), &info, DIB_RGB_COLORS, SRCCOPY);
     }
     FrameRect(draw.hDC, &place, GetSysColorBrush(COLOR_3DSHADOW));
 }

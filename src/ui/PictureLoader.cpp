@@ -5,6 +5,7 @@
 #include <list>
 #include <map>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -13,6 +14,15 @@ namespace tobbin {
 namespace {
 
 constexpr std::chrono::seconds kLongestWait{2};
+
+// A picture may be larger than the memory that is left, which is no reason to end the program.
+Picture MakeWith(PictureMaker& maker, const PictureRequest& request) {
+    try {
+        return maker.Make(request);
+    } catch (const std::bad_alloc&) {
+        return {{}, "there is not enough memory"};
+    }
+}
 
 struct Slot {
     std::optional<PictureRequest> wanted, expected;
@@ -137,7 +147,7 @@ void PictureLoader::Run(State& state, const MakeMaker& makeMaker) {
         const std::string stamp = maker->Stamp(request.path);
         std::shared_ptr<const Picture> picture = state.kept.MaybeFind(request, stamp);
         if (picture == nullptr) {
-            picture = std::make_shared<const Picture>(maker->Make(request));
+            picture = std::make_shared<const Picture>(MakeWith(*maker, request));
             if (picture->problem.empty())
                 state.kept.Add(request, stamp, picture);
         }

@@ -59,6 +59,12 @@ PopUpMenu::PopUpMenu(int pane, HWND window)
     SetMenuInfo(Handle(), &pictures);
 }
 
+PopUpMenu::~PopUpMenu() {
+    if (!m_pictures.empty())
+        for (int entry = kBestEntry; entry <= kWorstEntry; ++entry)
+            ForgetMenuItemName(Handle(), entry - 1);
+}
+
 // The ranks between best and worst have nothing but their pictures. Without a text an entry of the
 // resource is a separator, so its kind is set here.
 void PopUpMenu::AddRankPictures(HWND window) {

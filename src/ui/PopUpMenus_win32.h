@@ -14,6 +14,9 @@ class PopUpMenu {
  public:
     // `pane` is 1 for the folder menu, 2 for the song menu; `window` gives the screen's measures.
     PopUpMenu(int pane, HWND window);
+    PopUpMenu(const PopUpMenu&) = delete;
+    PopUpMenu& operator=(const PopUpMenu&) = delete;
+    ~PopUpMenu();
 
     void EnableEntries(const std::function<bool(int entry)>& isEnabled);
 

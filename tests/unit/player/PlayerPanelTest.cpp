@@ -42,7 +42,11 @@ class Panel : public testing::Test {
         for (int record = 1; record <= 10; ++record)
             fake.disk.AddFile(PathOf(record));
     }
-    static std::string PathOf(int record) { return "C:\\M\\" + std::to_string(record) + ".mp3"; }
+    static constexpr int kNoPath = 99, kNoAnsiName = 98;
+    static std::string PathOf(int record) {
+        const std::string name = record == kNoAnsiName ? "\xE6\xBC\xA2" : std::to_string(record);
+        return record == kNoPath ? "" : "C:\\M\\" + name + ".mp3";
+    }
     Log TakeLog() { return std::exchange(fake.player.log, {}); }
 
     // One turn of the message loop. Returns whether there was work.
@@ -74,8 +78,7 @@ class Panel : public testing::Test {
     WinAMP_Control control{fake.outside};
     PlayList playList;
     FakePanelView view;
-    PlayerPanel panel{fake.outside, control, playList,
-                      [](std::int32_t record) { return record == 99 ? "" : PathOf(record); }, view};
+    PlayerPanel panel{fake.outside, control, playList, PathOf, view};
 };
 
 TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
@@ -103,13 +106,22 @@ TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
 TEST_F(Panel, TheFirstSongDecidesAndLaterMissingOnesAreSkipped) {
     LoadAndPlay({1});
     Play({11, 1, 2});
-    Play({99, 1});
+    Play({kNoPath, 1});
     Play({});
     EXPECT_TRUE(fake.player.log.empty());
-    fake.disk.AddFile("C:\\M\\12.mp3");
-    Play({2, 11, 99, 4});
+    Play({2, 11, kNoPath, 4});
     EXPECT_EQ(TakeLog(), (Log{"273 40047 0", "1024 0 101", "copy 100 C:\\M\\2.mp3|", "273 40045 0",
                               "1024 1 105", "copy 100 C:\\M\\4.mp3|"}));
+    fake.disk.AddFile("C:\\M\\\xE6\xBC\xA2.mp3");  // has no name that the player understands
+    Play({1, kNoAnsiName});
+    EXPECT_EQ(
+        fake.statusLine.lines,
+        (Log{"Nothing is played, as the first song can't be: the file \"C:\\M\\11.mp3\" is not "
+             "there.",
+             "Nothing is played, as the first song can't be: its file is not there.",
+             "2 songs were left out. The first: the file \"C:\\M\\11.mp3\" is not there.",
+             "1 song was left out: the player can't be told the name "
+             "\"C:\\M\\\xE6\xBC\xA2.mp3\"."}));
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
@@ -216,6 +228,15 @@ TEST_F(Panel, AddingThousandsShowsProgressAndCanBeStopped) {
     EXPECT_EQ(fake.statusLine.progress.back(), "");
     EXPECT_TRUE(view.timer);
     EXPECT_EQ(view.button, "&Pause");
+
+    // What came so far can be steered, even if the next request plays nothing.
+    view.timer = false;
+    panel.Playstuff();
+    while (!view.stopOffered)
+        ASSERT_TRUE(Turn());
+    Play({kNoPath});
+    EXPECT_TRUE(view.timer);
+    EXPECT_FALSE(view.stopOffered);
 }
 
 // Whichever message the player hangs at: it is told so, nothing is sent until it answers, and then
