@@ -14,7 +14,7 @@ struct SongItem {
     std::uint32_t nameId = 0;       // its text, see Jukebox::TextOf
     std::int32_t recordNumber = 0;  // the catalogue record's own number, from 1; below 1 for a
                                     // song that the catalogue doesn't have
-    std::int8_t image = 0;          // the rank when the item was made or last ranked, 2 to 7
+    std::int8_t image = 0;          // the rank when the item was made, 2 to 7
     std::int8_t selectedImage = 0;
     bool operator==(const SongItem&) const = default;
     bool IsMissing() const { return recordNumber < 1; }

@@ -85,6 +85,10 @@ class Jukebox {
     // What is kept of an item's song; nothing unless it IsMissing.
     MissingSong MissingSongOf(const SongItem& item) const;
 
+    // Whether the catalogue has got or lost songs of the jukebox since its file was written.
+    bool SongsCameOrWent() const { return m_songsCameOrWent; }
+    void SongsCameOrWent(bool cameOrWent) { m_songsCameOrWent = cameOrWent; }
+
     // A song ranked worst is shown one rank below the one that the catalogue has for it, until the
     // jukebox is opened again. Who changes ranks tells so when it is done.
     bool IsShownAsWorst(std::int32_t recordNumber) const;
@@ -153,6 +157,7 @@ class Jukebox {
     std::string m_caption;
     std::string m_fileLocation;
     bool m_dirty = false;
+    bool m_songsCameOrWent = false;
     std::vector<std::string> m_columns;
     std::vector<JukeboxListener*> m_listeners;
 };

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <deque>
 #include <limits>
 #include <optional>
@@ -258,11 +259,15 @@ class JukeboxReader {
         item.nameId = Jukebox::NameInFile(offset);
     }
 
+    // A song that was missing already when the file was written has its number negated.
     SongItem Found(std::int32_t number, std::string_view folder, std::string_view fileName,
                    std::string_view text) {
-        const std::int32_t record = m_finder.RecordOf(number, folder, fileName);
-        return record != 0 ? m_jukebox.MakeItem(text, record, 0)
-                           : m_jukebox.MakeMissingItem(text, {number, folder, fileName}, 0);
+        const std::int32_t record = m_finder.RecordOf(std::abs(number), folder, fileName);
+        if ((record != 0) != (number > 0))
+            m_jukebox.SongsCameOrWent(true);
+        return record != 0
+                   ? m_jukebox.MakeItem(text, record, 0)
+                   : m_jukebox.MakeMissingItem(text, {std::abs(number), folder, fileName}, 0);
     }
 
     void GiveSongs() {

@@ -96,9 +96,9 @@ class JukeboxWriter {
         const std::string_view text = jukebox.TextOf(item);
         if (item.IsMissing()) {
             const MissingSong song = jukebox.MissingSongOf(item);
-            WriteSong(song.recordNumber, item, PlaceOf(song.folder), song.fileName, text);
+            WriteSong(-song.recordNumber, item, PlaceOf(song.folder), song.fileName, text);
         } else if (number > m_records.Size()) {
-            WriteSong(number, item, PlaceOf(std::string_view()), "", text);
+            WriteSong(-number, item, PlaceOf(std::string_view()), "", text);
         } else {
             const RecordTable::PlainCells& cells = m_records.Plain(number);
             std::array<char, 10> digits{};

@@ -104,8 +104,7 @@ void JukeboxFiles::RefreshGroups(Jukebox& jukebox) {
         return;
     std::vector<bool> added;
     m_application.Groups().SelectSongsNotInFolder(*all, added);
-    const bool gone = std::ranges::any_of(all->Songs(), &SongItem::IsMissing);
-    if (!gone && std::ranges::count(added, true) == 0)
+    if (!jukebox.SongsCameOrWent() && std::ranges::count(added, true) == 0)
         return;
     const auto hasClosed = [&] {
         return m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
@@ -191,7 +190,6 @@ void JukeboxFiles::SaveAs() {
         return;
     window->DaCaption(title);
     window->FileLocation(FolderOfPath(path));
-    window->IsFormDirty(false);
 }
 
 bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
