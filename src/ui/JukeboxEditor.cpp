@@ -277,8 +277,9 @@ ChangedPlace JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragge
         Say(kHoldsThemAll);
         return {};
     }
-    Say((isMove ? "Moved " : "Copied ") + CountedSongs(dragged.rows.size()) + " to \"" +
-        target.Text() + "\".");
+    Say((isMove ? "Moved " + CountedSongs(dragged.rows.size())
+                : "Copied " + CountedSongs(songs.size())) +
+        " to \"" + target.Text() + "\".");
     const std::string name = isMove ? "Move Songs" : "Copy Songs";
     JukeboxHistory::Changes changes;
     if (!songs.empty())
