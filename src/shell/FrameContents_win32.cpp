@@ -60,10 +60,10 @@ void FrameContents::OpenFiles(const std::vector<std::string>& paths) {
 }
 
 void FrameContents::OpenWaitingFiles() {
-    if (m_filesToOpen.empty() || !IsWindowVisible(m_frame) || !IsWindowEnabled(m_frame))
-        return;
-    m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
-    onChanged();
+    while (!m_filesToOpen.empty() && IsWindowVisible(m_frame) && IsWindowEnabled(m_frame)) {
+        m_commands.Files().OpenFromOutside(std::exchange(m_filesToOpen, {}));
+        onChanged();
+    }
 }
 
 HWND FrameContents::ActiveChild() const {
