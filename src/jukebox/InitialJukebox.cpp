@@ -1,8 +1,5 @@
 #include "jukebox/InitialJukebox.h"
 
-#include <cstdint>
-#include <unordered_map>
-
 #include "jukebox/SpecialFolders.h"
 
 namespace tobbin {
@@ -52,27 +49,8 @@ void BuildInitialJukebox(Jukebox& jukebox, AutomaticGroups& groups, Progress& pr
 }
 
 void CopyJukebox(const Jukebox& from, Jukebox& to) {
-    std::unordered_map<const Folder*, Folder*> copies;
-    std::unordered_map<std::uint32_t, std::uint32_t> names;  // a song stands in several folders
-    for (const Folder* folder = from.Next(nullptr); folder != nullptr; folder = from.Next(folder)) {
-        Folder* const parent = folder->Parent() != nullptr ? copies.at(folder->Parent()) : nullptr;
-        Folder& copy =
-            to.AddChild(parent, folder->Text(), folder->Image(), folder->SelectedImage());
-        std::vector<SongItem> songs = folder->Songs();
-        for (SongItem& song : songs) {
-            const std::uint32_t name = song.nameId;
-            const auto known = song.IsMissing() ? names.end() : names.find(name);
-            if (known != names.end())
-                song.nameId = known->second;
-            else
-                song = to.CopyItem(from, song);
-            if (!song.IsMissing())
-                names.try_emplace(name, song.nameId);
-        }
-        to.AppendSongs(copy, songs);
-        if (folder->ChildCount() > 0)
-            copies[folder] = &copy;
-    }
+    for (std::size_t i = 0; i < from.RootCount(); ++i)
+        to.Insert(nullptr, to.RootCount(), to.CopyFolder(from, from.Root(i)));
 }
 
 }  // namespace tobbin
