@@ -15,7 +15,7 @@ void TakeInput(std::string_view bytes) {
     fake.clock.random = 0.999999;
     Tips tips(fake.outside, "C:\\T\\");
     tips.Load(view);
-    CHECK(view.shown == (bytes.empty() ? 0 : 1));
+    CHECK(view.shown == (bytes.empty() || bytes == "\xEF\xBB\xBF" ? 0 : 1));
 }
 
 }  // namespace tobbin

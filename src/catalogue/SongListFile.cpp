@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "util/DataText.h"
 #include "util/Text.h"
-#include "util/Utf.h"
 
 namespace tobbin {
 namespace {
@@ -14,13 +14,6 @@ namespace {
 bool HasExtension(std::string_view path, std::string_view extension) {
     return path.size() > extension.size() &&
            EqualsIgnoringAsciiCase(path.substr(path.size() - extension.size()), extension);
-}
-
-std::string Decoded(const SystemText& system, std::string_view bytes) {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(kMark))
-        bytes.remove_prefix(kMark.size());
-    return IsGeneralisedUtf8(bytes) ? std::string(bytes) : system.FromAnsi(bytes);
 }
 
 // The path and number of a line "File12=path".
@@ -81,7 +74,7 @@ std::string FullPath(const std::string& folder, std::string_view text) {
 
 SongListFile::SongListFile(const SystemText& system, const std::string& listPath,
                            std::string_view bytes) {
-    const std::string text = Decoded(system, bytes);
+    const std::string text = DecodeForeignText(system, bytes);
     std::vector<std::pair<unsigned, std::string_view>> found;
     const bool numbered = HasExtension(listPath, ".pls");
     for (const std::string_view whole : SplitLines(text)) {

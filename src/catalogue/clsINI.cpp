@@ -12,7 +12,7 @@
 namespace tobbin {
 namespace {
 
-// How a number or a Boolean stands in the file: a blank in the place of a sign, a blank behind.
+// How a number stands in the file: a blank in the place of a sign, a blank behind.
 std::string NumberLine(std::int32_t value) {
     std::string line(value < 0 ? "" : " ");
     line += std::to_string(value);

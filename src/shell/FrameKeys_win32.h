@@ -7,8 +7,8 @@ namespace tobbin {
 // Whether a message is the Esc key, pressed where it does not end the editing of a text.
 bool IsEscKey(const MSG& message);
 
-// The keys of the frame's menus and of MDI, and F6 for the next pane, before a message goes to its window. `keys` are the
-// menus' shortcuts. Returns whether the message is dealt with.
+// The keys of the frame's menus and of MDI, and F6 for the next pane, before a message goes to its
+// window. `keys` are the menus' shortcuts. Returns whether the message is dealt with.
 bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message);
 
 }  // namespace tobbin

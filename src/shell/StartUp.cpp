@@ -114,7 +114,7 @@ bool StartUp::PrepareSettings() {
     const std::string path = settings.SettingsPath();
     const LoadResult result = settings.GetandLoadIniInfo(path);
     if (result.outcome == LoadOutcome::Loaded) {
-        UseOwnDataFolderIfTheirsIsGone();
+        UseOwnDataWhereTheirsIsGone();
         return true;
     }
     std::string keptAs;
@@ -138,12 +138,20 @@ bool StartUp::PrepareSettings() {
     return true;
 }
 
-// The program's folder was moved, or copied to another computer, with its data.
-void StartUp::UseOwnDataFolderIfTheirsIsGone() {
+bool StartUp::HasFolder(const std::string& folder) {
+    return !RootOfPath(folder).empty() && FolderExists(m_outside.disk, folder);
+}
+
+// The program's folder was moved, or copied to another computer, with its data; or the settings
+// were edited by hand, and a folder lost its last "\" or stands there no more.
+void StartUp::UseOwnDataWhereTheirsIsGone() {
     clsINI& settings = m_application.Settings();
-    if (FolderExists(m_outside.disk, settings.LocOfGroupingDir()))
+    const std::string theirs = FolderWithSeparator(settings.LocOfGroupingDir());
+    const bool hasTheirs = HasFolder(theirs);
+    settings.LocOfGroupingDir(hasTheirs ? theirs : m_application.DataFolder());
+    const bool hasList = HasFolder(FolderOfPath(settings.FileContainingTargetDirectories()));
+    if (hasTheirs && hasList)
         return;
-    settings.LocOfGroupingDir(m_application.DataFolder());
     settings.FileContainingTargetDirectories(m_application.DataFolder() +
                                              "System\\LocOfMainTargetFiles.lmz");
     settings.Save(settings.SettingsPath());

@@ -47,7 +47,8 @@ class StartUp {
     void CheckRuntimeLibrary();
     bool PrepareDataFolders();
     bool PrepareSettings();
-    void UseOwnDataFolderIfTheirsIsGone();
+    bool HasFolder(const std::string& folder);
+    void UseOwnDataWhereTheirsIsGone();
     bool PlayerIsThere();
     bool PlayerIsGone();
     void FindPlayer();

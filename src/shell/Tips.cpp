@@ -32,8 +32,9 @@ void Tips::Load(TipView& view) {
         view.ShowTip(MissingFileText());
         return;
     }
-    for (const std::string_view line : SplitLines(bytes))
-        m_tips.push_back(DecodeDataText(m_outside.text, line));
+    const std::string text = DecodeForeignText(m_outside.text, bytes);
+    for (const std::string_view line : SplitLines(text))
+        m_tips.emplace_back(line);
     OnNextTip(view);
 }
 

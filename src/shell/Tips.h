@@ -15,8 +15,8 @@ class TipView {
     virtual void TickTipsAtStartUp(bool ticked) = 0;    // chkLoadTipsAtStartup
 };
 
-// The tips of the day: the lines of "TIPOFDAY.TXT" in the application folder, shown one at a time
-// in no order.
+// The tips of the day: the lines of "TIPOFDAY.TXT" in the application folder, in UTF-8 or ANSI,
+// shown one at a time in no order.
 class Tips {
  public:
     // `applicationFolder` ends in "\".

@@ -22,4 +22,9 @@ std::string DecodeDataText(const SystemText& system, std::string_view bytes) {
     return system.FromAnsi(bytes);
 }
 
+std::string DecodeForeignText(const SystemText& system, std::string_view bytes) {
+    const std::string_view text = bytes.starts_with(kMark) ? bytes.substr(kMark.size()) : bytes;
+    return IsGeneralisedUtf8(text) ? std::string(text) : system.FromAnsi(text);
+}
+
 }  // namespace tobbin

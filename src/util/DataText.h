@@ -19,4 +19,8 @@ std::string EncodeDataText(const SystemText& system, std::string_view text);
 // all, as ANSI.
 std::string DecodeDataText(const SystemText& system, std::string_view bytes);
 
+// The whole text of a file that another program wrote: bytes that are UTF-8 are taken so, with the
+// mark in front or without, and all others as ANSI.
+std::string DecodeForeignText(const SystemText& system, std::string_view bytes);
+
 }  // namespace tobbin

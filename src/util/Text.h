@@ -28,8 +28,8 @@ bool MatchesPattern(std::string_view text, std::string_view pattern);
 // A whole number with a comma between each three digits: "12,345".
 std::string GroupedNumber(std::size_t number);
 
-// The folder of a path, trimmed of
-// blanks, up to and including its last "\"; empty when there is none.
+// The folder of a path, trimmed of blanks, up to and including its last "\"; empty when there is
+// none.
 std::string FolderOfPath(std::string_view path);
 
 // The part of a path behind its last "\".

@@ -37,10 +37,9 @@ class FakeDisk : public Disk {
     void ClearLog() { m_log.clear(); }
 
     // From now on operation number n (from 1) fails with the error: once, or it and every later
-    // one. Operations that only ask (stat, list, size) count as well.
+    // one. Operations that only ask (stat, list, size) count as well. A write that fails so has
+    // written the first half of its bytes.
     void FailAt(int operation, DiskError error, bool once);
-    // A write that fails so has written the first half of its bytes.
-    //
     // From operation n on nothing reaches the disk any more; every call reports an error.
     void StopDeadAt(int operation) { FailAt(operation, DiskError::Other, false); }
     void Heal() { m_failAt = 0; }

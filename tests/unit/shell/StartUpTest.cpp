@@ -276,15 +276,19 @@ TEST_F(StartUpTest, SettingsThatCanNotBeReadAreNeverReplaced) {
     }
 }
 
-TEST_F(StartUpTest, AProgramFolderThatWasMovedUsesItsOwnData) {
+// The program's folder was moved, or the settings were edited by hand.
+TEST_F(StartUpTest, OwnDataServeWhereTheSettingsNameNone) {
     Run();
-    fake.disk.AddFile(kSettings,
-                      "D:\\Old\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\n"
-                      "D:\\Old\\Grouping\\\r\n 1 \r\n\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
-    ASSERT_TRUE(Run());
-    EXPECT_EQ(application->Settings().LocOfGroupingDir(), "C:\\App\\Grouping\\");
-    EXPECT_EQ(application->Settings().FileContainingTargetDirectories(), kFolderList);
-    EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+    for (const char* lines :
+         {"D:\\Old\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nD:\\Old\\Grouping\\\r\n",
+          "\r\n\r\n", "\r\nC:\\App\\Grouping\r\n"}) {
+        fake.disk.AddFile(kSettings,
+                          std::string(lines) + " 1 \r\n\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
+        ASSERT_TRUE(Run());
+        EXPECT_EQ(application->Settings().LocOfGroupingDir(), "C:\\App\\Grouping\\");
+        EXPECT_EQ(application->Settings().FileContainingTargetDirectories(), kFolderList);
+        EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
+    }
     EXPECT_TRUE(Boxes().empty());
 }
 

@@ -19,7 +19,7 @@ class TipsTest : public testing::Test, protected TipView {
 };
 
 TEST_F(TipsTest, ShowsARandomLineTheLastOneToo) {
-    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "one\r\n\r\nthree\r\n");
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "one\r\n\r\nthree \xE9\r\n");
     tips.Load(*this);
     EXPECT_EQ(text, "one");
     fake.clock.random = 0.34;
@@ -27,7 +27,10 @@ TEST_F(TipsTest, ShowsARandomLineTheLastOneToo) {
     EXPECT_EQ(text, "");
     fake.clock.random = 0.999999;
     tips.OnNextTip(*this);
-    EXPECT_EQ(text, "three");
+    EXPECT_EQ(text, "three \xC3\xA9");
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "\xEF\xBB\xBFone\r\n\xCE\xA9\r\n");
+    tips.Load(*this);
+    EXPECT_EQ(text, "\xCE\xA9");
 }
 
 TEST_F(TipsTest, TellsHowToMakeAMissingFileAndLeavesAnEmptyOneAlone) {
