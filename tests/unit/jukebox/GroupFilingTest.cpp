@@ -13,50 +13,39 @@ namespace {
 
 using Match = GroupFiling::Match;
 
-class GroupFilingTest : public testing::Test {
- protected:
-    std::string FolderFor(const std::string& value, Match match = Match::BeginsWith) {
-        GroupFiling filing(m_jukebox, m_group, match, m_text);
-        return filing.FolderFor(value).Text();
-    }
-    FakeText m_text;
-    Jukebox m_jukebox;
-    Folder& m_group = m_jukebox.AddChild(nullptr, "Artist");
-};
-
-TEST_F(GroupFilingTest, EqualMeansEqual) {
-    EXPECT_EQ(FolderFor("Rock", Match::Equal), "Rock");
-    EXPECT_EQ(FolderFor("Rock n Roll", Match::Equal), "Rock n Roll");
-    EXPECT_EQ(FolderFor("rock", Match::Equal), "rock");
-    EXPECT_EQ(FolderFor("Rock", Match::Equal), "Rock");
-    EXPECT_EQ(m_group.ChildCount(), 3U);
-}
-
-TEST_F(GroupFilingTest, FilesAsAWalkOverTheChildrenWould) {
+TEST(GroupFiling, FilesAsAWalkOverTheChildrenWould) {
+    const FakeText text;
     std::mt19937 random(20240117);
     const auto randomText = [&] {
-        std::string text;
+        std::string letters;
         for (auto length = random() % 6; length > 0; --length)
-            text += "aAbB\xE4\xC4*?"[random() % 8];
-        return m_text.FromAnsi(text);
+            letters += "aAbB\xE4\xC4*?"[random() % 8];
+        return text.FromAnsi(letters);
     };
-    for (int round = 0; round < 50; ++round) {
-        Folder& group = m_jukebox.AddChild(nullptr, "Artist");
+    Jukebox jukebox;
+    for (int round = 0; round < 100; ++round) {
+        const Match match = round % 2 == 0 ? Match::BeginsWith : Match::Equal;
+        const auto fits = [&](const std::string& value, const std::string& child) {
+            return match == Match::Equal ? value == child
+                                         : text.ToLower(value).starts_with(text.ToLower(child));
+        };
+        Folder& group = jukebox.AddChild(nullptr, "Artist");
         std::vector<std::string> walked;
         for (auto children = random() % 5; children > 0; --children) {
             walked.push_back(randomText());
-            m_jukebox.AddChild(&group, walked.back());
+            jukebox.AddChild(&group, walked.back());
         }
-        GroupFiling filing(m_jukebox, group, Match::BeginsWith, m_text);
+        GroupFiling filing(jukebox, group, match, text);
         for (int i = 0; i < 60; ++i) {
             const std::string value = randomText();
             std::size_t place = 0;
-            while (place < walked.size() &&
-                   !m_text.ToLower(value).starts_with(m_text.ToLower(walked[place])))
+            while (place < walked.size() && !fits(value, walked[place]))
                 ++place;
             if (place == walked.size())
                 walked.push_back(value);
-            ASSERT_EQ(filing.FolderFor(value).Index(), place) << value;
+            const Folder& folder = filing.FolderFor(value);
+            ASSERT_EQ(folder.Index(), place) << value;
+            ASSERT_EQ(folder.Text(), walked[place]);
         }
         ASSERT_EQ(group.ChildCount(), walked.size());
     }

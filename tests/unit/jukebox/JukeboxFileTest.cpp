@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <random>
 
+#include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxLines.h"
 #include "jukebox/SongFinder.h"
 #include "unit/jukebox/JukeboxFixture.h"
@@ -30,6 +31,9 @@ constexpr char kExample[] =
 class JukeboxFileTest : public JukeboxFixture {
  protected:
     std::unique_ptr<Jukebox> loaded;
+    FakeOutside otherFake;
+    clsINI otherSettings{otherFake.outside, "C:\\T\\"};
+    clsMain other{otherFake.outside, otherSettings, sorter, progress};
 
     void MakeExample() {
         AddSong("a.mp3");
@@ -58,24 +62,11 @@ class JukeboxFileTest : public JukeboxFixture {
         EXPECT_EQ(result.outcome == LoadOutcome::Loaded, loaded != nullptr);
         return result.message;
     }
-    // The whole tree of a jukebox with everything that a file keeps.
-    static std::string Dump(const Jukebox& of) {
-        std::string dump;
-        for (const std::string& column : of.Columns())
-            dump += "[" + column + "]";
-        for (const Folder* f = of.Next(nullptr); f != nullptr; f = of.Next(f)) {
-            dump += "\n" + std::to_string(f->Level()) + "," + std::to_string(f->Image()) + "," +
-                    std::to_string(f->SelectedImage()) + "," + f->Text() + ":";
-            for (const SongItem& song : f->Songs()) {
-                const MissingSong lost = song.IsMissing() ? of.MissingSongOf(song) : MissingSong{};
-                dump += std::string(of.TextOf(song)) + "#" + std::to_string(song.recordNumber) +
-                        "," + std::to_string(song.image) + "," +
-                        std::to_string(song.selectedImage) + "," +
-                        std::to_string(lost.recordNumber) + std::string(lost.folder) + "|" +
-                        std::string(lost.fileName) + ";";
-            }
-        }
-        return dump;
+    // The lines of a jukebox's file between the first and the last one.
+    static std::string Lines(const Jukebox& of, const clsMain& with) {
+        const std::string bytes = WriteJukebox(of, with);
+        const std::size_t first = bytes.find('\n') + 1;
+        return bytes.substr(first, bytes.rfind("end\t") - first);
     }
 };
 
@@ -85,7 +76,7 @@ TEST_F(JukeboxFileTest, IsWrittenAsDescribedAndReadBack) {
     const std::string bytes = WriteJukebox(jukebox, catalogue);
     EXPECT_EQ(bytes, kExample);
     ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+    EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
     EXPECT_FALSE(loaded->IsFormDirty());
 }
 
@@ -174,20 +165,35 @@ TEST_F(JukeboxFileTest, OddTextsComeBack) {
                      jukebox.MakeItem(text, record, 3),
                      jukebox.MakeMissingItem(text, {99, text, text}, 127)});
     }
-    ASSERT_EQ(Read(WriteJukebox(jukebox, catalogue)).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+    const std::string bytes = WriteJukebox(jukebox, catalogue);
+    ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
+    EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(loaded->Columns()[i], texts[i]);
+        EXPECT_EQ(loaded->Root(i).Text(), texts[i]);
+        EXPECT_EQ(loaded->TextOf(loaded->Root(i).Songs()[1]), texts[i] + "!");
+    }
 }
 
 TEST_F(JukeboxFileTest, AnyDepthIsSafe) {
+    constexpr int kDepth = 100'000;
     Folder* folder = nullptr;
-    for (int i = 0; i < 100'000; ++i)
-        folder = &jukebox.AddChild(folder, "f");
-    jukebox.AppendSongs(*folder, {jukebox.MakeItem("deep", 12, 2)});
-    jukebox.AddChild(jukebox.Root(0).Parent(), "last");
+    for (int i = 0; i < kDepth; ++i)
+        folder = &jukebox.AddChild(folder, "f" + std::to_string(i % 7), 3, 4);
+    EXPECT_EQ(folder->Level(), kDepth - 1);
+    jukebox.AppendSongs(*folder, {jukebox.MakeItem("deep", 12, 2),
+                                  jukebox.MakeMissingItem("lost", {9, "C:\\M\\", "x.mp3"}, 2)});
+    jukebox.AddChild(nullptr, "last");
     const std::string bytes = WriteJukebox(jukebox, catalogue);
     ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(loaded->FolderCount(), 100'001U);
-    EXPECT_TRUE(WriteJukebox(*loaded, catalogue) == bytes);
+    Jukebox copy;
+    CopyJukebox(*loaded, copy);
+    for (const Jukebox* const like : {loaded.get(), &copy}) {
+        EXPECT_EQ(like->FolderCount(), kDepth + 1U);
+        EXPECT_TRUE(WriteJukebox(*like, catalogue) == bytes);
+    }
+    copy.Remove(copy.Root(0).Child(0));
+    EXPECT_EQ(copy.FolderCount(), 2U);
 }
 
 TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger) {
@@ -199,28 +205,34 @@ TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger
     const std::string bytes = WriteJukebox(jukebox, catalogue);
 
     // The catalogue is built anew: other numbers, a folder's letters changed, one song gone.
-    FakeOutside otherFake;
-    clsINI otherSettings(otherFake.outside, "C:\\T\\");
-    clsMain rebuilt(otherFake.outside, otherSettings, sorter, progress);
-    rebuilt.OnSongFound("C:\\M\\", "stranger.mp3");
-    rebuilt.OnSongFound("c:\\m\\", "C.mp3");
-    rebuilt.OnSongFound("C:\\M\\", "b.mp3");
-    rebuilt.OnSongFound("0", "0");
-    rebuilt.Mp3Info(clsMain::kPresence, 4, "0");
-    rebuilt.OnSongFound("C:\\M\\", "a.mp3");
-    ASSERT_EQ(ReadJukebox(bytes, "mix", rebuilt, fake.text, loaded).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(Dump(*loaded),
-              "\n0,1,0,Mine:Song 1#5,5,5,0|;Song 2#3,5,5,0|;Song 3#2,5,5,0|;"
-              "Song 4#-1,5,5,4C:\\M\\|gone.mp3;");
-
-    // Saved and opened with the first catalogue again, the missing song is itself once more.
+    other.OnSongFound("C:\\M\\", "stranger.mp3");
+    other.OnSongFound("c:\\m\\", "C.mp3");
+    other.OnSongFound("C:\\M\\", "b.mp3");
+    other.OnSongFound("0", "0");
+    other.Mp3Info(clsMain::kPresence, 4, "0");
+    other.OnSongFound("C:\\M\\", "a.mp3");
+    const auto readWith = [&](const clsMain& with, const std::string& file) {
+        return ReadJukebox(file, "mix", with, fake.text, loaded).outcome == LoadOutcome::Loaded;
+    };
+    ASSERT_TRUE(readWith(other, bytes));
     EXPECT_TRUE(loaded->SongsCameOrWent());
-    const std::string again = WriteJukebox(*loaded, rebuilt);
-    ASSERT_EQ(ReadJukebox(again, "mix", rebuilt, fake.text, loaded).outcome, LoadOutcome::Loaded);
+    const std::string again = WriteJukebox(*loaded, other);
+    EXPECT_EQ(Lines(*loaded, other),
+              "folder\t0\t1\t0\tMine\r\n"
+              "place\tC:\\M\\\r\n"
+              "song\t5\t5\t5\t1\ta.mp3\tSong 1\r\n"
+              "song\t3\t5\t5\t1\tb.mp3\tSong 2\r\n"
+              "place\tc:\\m\\\r\n"
+              "song\t2\t5\t5\t2\tC.mp3\tSong 3\r\n"
+              "place\tC:\\M\\\r\n"
+              "song\t-4\t5\t5\t3\tgone.mp3\tSong 4\r\n");
+    ASSERT_TRUE(readWith(other, again));
     EXPECT_FALSE(loaded->SongsCameOrWent());
-    ASSERT_EQ(ReadJukebox(again, "mix", catalogue, fake.text, loaded).outcome, LoadOutcome::Loaded);
-    EXPECT_EQ(Dump(*loaded), Dump(jukebox));
+
+    // With the first catalogue again, the missing song is itself once more.
+    ASSERT_TRUE(readWith(catalogue, again));
     EXPECT_TRUE(loaded->SongsCameOrWent());
+    EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
 }
 
 // Songs are read and looked up in groups; here each is looked up by itself.
@@ -234,9 +246,6 @@ TEST_F(JukeboxFileTest, ManySongsAreFoundAsEachByItself) {
         of.OnSongFound(folders[roll(folders.size())],
                        names[roll(names.size())] + std::string(roll(3), 'x'));
     };
-    FakeOutside otherFake;
-    clsINI otherSettings(otherFake.outside, "C:\\T\\");
-    clsMain other(otherFake.outside, otherSettings, sorter, progress);
     for (int i = 0; i < 300; ++i)
         songOf(catalogue);
     for (std::int32_t record = 1; record <= 200; ++record) {
@@ -247,8 +256,6 @@ TEST_F(JukeboxFileTest, ManySongsAreFoundAsEachByItself) {
                               catalogue.Mp3Info(clsMain::kFileName, record));
     }
     Folder* folder = nullptr;
-    std::vector<std::int32_t> expected;
-    SongFinder finder(other, fake.text);
     for (int i = 0; i < 2000; ++i) {
         if (i == 0 || roll(100) == 0)
             folder = &jukebox.AddChild(nullptr, "F");
@@ -257,28 +264,27 @@ TEST_F(JukeboxFileTest, ManySongsAreFoundAsEachByItself) {
         SongItem song = jukebox.MakeItem(roll(9) == 0 ? "other" : name, record, 2);
         song.selectedImage = static_cast<std::int8_t>(roll(5)) - 1;
         jukebox.AppendSongs(*folder, {song});
-        expected.push_back(
-            finder.RecordOf(record, catalogue.Mp3Info(clsMain::kFolder, record), name));
     }
     ASSERT_EQ(
         ReadJukebox(WriteJukebox(jukebox, catalogue), "mix", other, fake.text, loaded).outcome,
         LoadOutcome::Loaded);
-    std::size_t at = 0;
-    const Folder* was = jukebox.Next(nullptr);
-    for (const Folder* is = loaded->Next(nullptr); is != nullptr;
-         is = loaded->Next(is), was = jukebox.Next(was)) {
-        ASSERT_EQ(is->Songs().size(), was->Songs().size());
-        for (std::size_t i = 0; i < is->Songs().size(); ++i, ++at) {
-            const SongItem& song = is->Songs()[i];
-            EXPECT_EQ(std::max(song.recordNumber, 0), expected[at]) << at;
-            EXPECT_EQ(loaded->TextOf(song), jukebox.TextOf(was->Songs()[i])) << at;
-            EXPECT_EQ(song.selectedImage, was->Songs()[i].selectedImage) << at;
-            if (song.IsMissing()) {
-                EXPECT_EQ(loaded->MissingSongOf(song).recordNumber, was->Songs()[i].recordNumber);
+    SongFinder finder(other, fake.text);
+    for (std::size_t f = 0; f < jukebox.RootCount(); ++f) {
+        const std::vector<SongItem>& found = loaded->Root(f).Songs();
+        ASSERT_EQ(found.size(), jukebox.Root(f).Songs().size());
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            const SongItem& was = jukebox.Root(f).Songs()[i];
+            const std::int32_t number = was.recordNumber;
+            EXPECT_EQ(std::max(found[i].recordNumber, 0),
+                      finder.RecordOf(number, catalogue.Mp3Info(clsMain::kFolder, number),
+                                      catalogue.Mp3Info(clsMain::kFileName, number)));
+            EXPECT_EQ(loaded->TextOf(found[i]), jukebox.TextOf(was));
+            EXPECT_EQ(found[i].selectedImage, was.selectedImage);
+            if (found[i].IsMissing()) {
+                EXPECT_EQ(loaded->MissingSongOf(found[i]).recordNumber, number);
             }
         }
     }
-    EXPECT_EQ(at, expected.size());
 }
 
 TEST_F(JukeboxFileTest, SavingAndLoadingAreWholeOrNothing) {

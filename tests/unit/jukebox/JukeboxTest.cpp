@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "jukebox/SpecialFolders.h"
-
 namespace tobbin {
 namespace {
 
@@ -46,12 +44,6 @@ TEST(Jukebox, FindsTheTopLevelFolderFirstAndTextsExactly) {
     EXPECT_EQ(jukebox.MaybeFind("Year"), &top);
     EXPECT_EQ(jukebox.MaybeFind("year"), nullptr);
     EXPECT_EQ(mood.MaybeChild("Year"), &lower);
-    EXPECT_TRUE(IsSpecialFolder(top));
-    EXPECT_FALSE(IsSpecialFolder(lower));
-    Folder& decades = jukebox.AddChild(nullptr, "Decades");
-    EXPECT_TRUE(IsSpecialFolder(jukebox.AddChild(&decades, "00's")));
-    EXPECT_FALSE(IsSpecialFolder(jukebox.AddChild(&decades, "10's")));
-    EXPECT_FALSE(IsSpecialFolder(jukebox.AddChild(&mood, "00's")));
 }
 
 TEST(Jukebox, TellsEachChangeOnceAndBecomesDirty) {
@@ -89,23 +81,6 @@ TEST(Jukebox, AListenerMayRemoveAnotherWhileItIsTold) {
     remover.other = &recorder;
     jukebox.AddChild(nullptr, "a");
     EXPECT_TRUE(recorder.heard.empty());
-}
-
-TEST(Jukebox, AnyDepthIsSafe) {
-    constexpr int kDepth = 100'000;
-    Jukebox jukebox;
-    Folder* folder = nullptr;
-    for (int i = 0; i < kDepth; ++i)
-        folder = &jukebox.AddChild(folder, "f");
-    EXPECT_EQ(folder->Level(), kDepth - 1);
-    std::size_t seen = 0;
-    for (Folder* f = jukebox.Next(nullptr); f != nullptr; f = jukebox.Next(f))
-        ++seen;
-    EXPECT_EQ(seen, static_cast<std::size_t>(kDepth));
-    jukebox.Remove(jukebox.Root(0).Child(0));
-    EXPECT_EQ(jukebox.FolderCount(), 1U);
-    for (int i = 0; i < kDepth; ++i)
-        folder = &jukebox.AddChild(i == 0 ? nullptr : folder, "f");
 }
 
 TEST(Jukebox, HalfAMillionItemsTakeLessThan64Megabytes) {

@@ -33,15 +33,15 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.RowSpoken(1), "b, missing, 2 of 3");
-}
-
-TEST_F(JukeboxWindowTest, MarksASongThatTheCatalogueLacksAsMissing) {
     jukebox.SetSongs(songs, {jukebox.MakeItem("gone.mp3", 9, 5),
                              jukebox.MakeMissingItem("lost.mp3", MissingSong{}, 5)});
-    view.SelectFolder(&songs);
     EXPECT_EQ(window.RowImage(0), 0);
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.RowText(1, 1), "");
+    view.SelectFolder(&jukebox.AddChild(&songs, "Child"));
+    jukebox.Remove(songs);
+    EXPECT_EQ(window.SelectedFolder(), nullptr);
+    EXPECT_EQ(window.RowCount(), 0U);
 }
 
 TEST_F(JukeboxWindowTest, PlaysTheFolderFromBothMenusAndTheSelectionFromOne) {
@@ -66,27 +66,6 @@ TEST_F(JukeboxWindowTest, DoesNothingForPlacesOutsideTheMenusOrWithoutAFolder) {
     window.ActOnPopUpClick(17, 2, &songs);
     window.ActOnPopUpClick(1, 1, nullptr);
     EXPECT_TRUE(asked.empty());
-}
-
-TEST_F(JukeboxWindowTest, LetsFoldersOfThePersonBeRenamedOnly) {
-    Folder& year = jukebox.AddChild(nullptr, "Year");
-    Folder& mine = jukebox.AddChild(&year, "Year");
-    EXPECT_FALSE(window.OnFolderTextEdited(year, "Years"));
-    EXPECT_FALSE(window.OnFolderTextEdited(mine, ""));
-    jukebox.IsFormDirty(false);
-    EXPECT_FALSE(window.OnFolderTextEdited(mine, "Year"));
-    EXPECT_FALSE(window.IsFormDirty());
-    EXPECT_TRUE(window.OnFolderTextEdited(mine, "Best year"));
-    EXPECT_EQ(mine.Text(), "Best year");
-    EXPECT_TRUE(window.IsFormDirty());
-}
-
-TEST_F(JukeboxWindowTest, ForgetsASelectedFolderThatIsRemoved) {
-    Folder& child = jukebox.AddChild(&songs, "Child");
-    view.SelectFolder(&child);
-    jukebox.Remove(songs);
-    EXPECT_EQ(window.SelectedFolder(), nullptr);
-    EXPECT_EQ(window.RowCount(), 0U);
 }
 
 TEST_F(JukeboxWindowTest, AsksBeforeClosingOnlyWhenChanged) {
