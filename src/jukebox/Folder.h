@@ -8,8 +8,8 @@
 
 namespace tobbin {
 
-// One song in a folder: a reference to a catalogue record, never a copy of the song. Twelve bytes,
-// so that half a million of them are no burden.
+// One song in a folder: a reference to a catalogue record, never a copy of the song. Small, so
+// that half a million of them are no burden.
 struct SongItem {
     std::uint32_t nameId = 0;       // its text, see Jukebox::TextOf
     std::int32_t recordNumber = 0;  // the catalogue record's own number, from 1; below 1 for a
@@ -19,6 +19,7 @@ struct SongItem {
     bool operator==(const SongItem&) const = default;
     bool IsMissing() const { return recordNumber < 1; }
 };
+static_assert(sizeof(SongItem) == 12);
 
 // One folder of the tree, with its child folders and its ordered songs. Owned by its parent; made
 // and changed through Jukebox only, so that every change is signalled. One that was taken out of

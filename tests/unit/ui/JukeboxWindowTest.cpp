@@ -38,6 +38,9 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowImage(0), 0);
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.RowText(1, 1), "");
+    view.rows = {0, 1};
+    window.ActOnPopUpClick(9, 2, &songs);  // there is nothing to rank
+    EXPECT_FALSE(window.CanUndo());
     view.SelectFolder(&jukebox.AddChild(&songs, "Child"));
     jukebox.Remove(songs);
     EXPECT_EQ(window.SelectedFolder(), nullptr);
