@@ -1,8 +1,6 @@
 #include "catalogue/clsINI.h"
 
-#include <gtest/gtest.h>
-
-#include "fakes/FakeOutside.h"
+#include "unit/catalogue/CatalogueFixture.h"
 
 namespace tobbin {
 namespace {
@@ -21,12 +19,8 @@ constexpr char kGolden[] =
     "False\r\n"
     "C:\\sea.jpg\r\n";
 
-class Settings : public testing::Test {
+class Settings : public Catalogue {
  protected:
-    FakeOutside fake;
-    clsINI settings{fake.outside, "C:\\T\\"};
-
-    void SetUp() override { fake.disk.AddFolder("C:\\T\\Grouping\\System"); }
     LoadResult Load(const std::string& content) {
         fake.disk.AddFile(kPath, content);
         return settings.GetandLoadIniInfo(kPath);
@@ -52,6 +46,11 @@ TEST_F(Settings, AreWrittenByteForByteAndReadBack) {
     EXPECT_EQ(other.GetandLoadIniInfo(kPath).outcome, LoadOutcome::Loaded);
     EXPECT_TRUE(other.Save("C:\\T\\again.ini"));
     EXPECT_EQ(fake.disk.Content("C:\\T\\again.ini"), kGolden);
+    fake.disk.FailAt(2, DiskError::DiskFull, true);
+    EXPECT_FALSE(settings.Save(kPath));
+    EXPECT_EQ(fake.statusLine.lines,
+              (std::vector<std::string>{std::string("The settings \"") + kPath +
+                                        "\" were not saved: the disk is full."}));
 }
 
 TEST_F(Settings, ShortAndLongFilesChangeWhatTheyName) {
@@ -106,17 +105,14 @@ TEST_F(Settings, RecentListMovesDownAndTellsItsListener) {
 }
 
 TEST_F(Settings, NewFileTakesTheCountFromTheCatalogue) {
-    const auto countWith = [this](const std::string& catalogue) {
+    const auto countWith = [this](const std::string& file) {
         FillAsGolden();
-        fake.disk.AddFile("C:\\T\\Grouping\\FileLocNames.lmz", catalogue);
+        fake.disk.AddFile(kCatalogue, file);
         EXPECT_TRUE(settings.CreateNewIniFile(kPath));
         return settings.NumerOfRecordsInTheMain();
     };
-    const std::string sevenEmpty(14, '\0');
-    const auto record = [&](const std::string& name, const std::string& number) {
-        return std::string() + static_cast<char>(name.size()) + '\0' + name +
-               std::string("\3\0C:\\", 5) + static_cast<char>(number.size()) + '\0' + number +
-               std::string("\1\0001\1\0002", 6) + sevenEmpty;
+    const auto record = [](const char* name, const char* number) {
+        return FileRecord(name, "C:\\", number);
     };
     EXPECT_EQ(countWith(record("a.mp3", "12") + record("b.mp3", "875") + record("", "900")), 875);
     EXPECT_EQ(countWith(record("a.mp3", "12") + record("b.mp3", "875").substr(0, 20)), 12);
@@ -126,17 +122,6 @@ TEST_F(Settings, NewFileTakesTheCountFromTheCatalogue) {
     EXPECT_EQ(fake.disk.Content(kPath),
               "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nC:\\T\\Grouping\\\r\n 0 \r\n"
               "\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");
-}
-
-TEST_F(Settings, AFailedSaveIsToldAndLeavesTheOldFile) {
-    fake.disk.AddFile(kPath, "old");
-    fake.disk.FailAt(2, DiskError::DiskFull, true);
-    EXPECT_FALSE(settings.Save(kPath));
-    EXPECT_EQ(fake.disk.Content(kPath), "old");
-    EXPECT_EQ(fake.disk.FilesIn("C:\\T\\Grouping\\System").size(), 1U);
-    EXPECT_EQ(fake.statusLine.lines,
-              (std::vector<std::string>{std::string("The settings \"") + kPath +
-                                        "\" were not saved: the disk is full."}));
 }
 
 }  // namespace

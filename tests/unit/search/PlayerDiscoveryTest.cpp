@@ -48,22 +48,17 @@ TEST_F(Discovery, TakesTheFirstHardDriveThatHoldsThePlayer) {
     EXPECT_GE(fake.events.count, 3 * 2000);
 }
 
-TEST_F(Discovery, WithoutAPlayerLeavesItsPlaceAsItWas) {
-    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::NotFound);
-    EXPECT_EQ(location.path, "as before");
-    EXPECT_FALSE(discovery.IsSearchPending());
-}
-
-TEST_F(Discovery, AStopEndsItAfterTheDriveAndLeavesItPending) {
-    fake.drives.treeFinds["E:\\"] = "E:\\winamp.exe";
+TEST_F(Discovery, OnlyAStoppedSearchIsPendingAndWithoutAFindThePlaceStays) {
+    fake.drives.treeFinds["F:\\"] = "F:\\winamp.exe";
     progress.stopAfter = 2;  // while C: is searched
     EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Stopped);
-    EXPECT_EQ(location.path, "as before");
     EXPECT_EQ(fake.drives.treeSearches, (Texts{"C:\\ winamp.exe"}));
     EXPECT_TRUE(discovery.IsSearchPending());
     progress.stopAfter = -1;
-    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
+    fake.drives.drives.pop_back();
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::NotFound);
     EXPECT_FALSE(discovery.IsSearchPending());
+    EXPECT_EQ(location.path, "as before");
 }
 
 TEST_F(Discovery, StartsTheInstallerOrSaysWhichFileIsMissing) {

@@ -13,9 +13,14 @@ class FrameCommandsTest : public FrameTest {};
 
 TEST_F(FrameCommandsTest, JukeboxCommandsNeedAnActiveJukebox) {
     OpenSample();
-    EXPECT_TRUE(commands.IsEnabled(FrameCommand::Close));
-    EXPECT_TRUE(commands.IsEnabled(FrameCommand::PlayAllSongsInFolder));
     EXPECT_FALSE(commands.IsEnabled(FrameCommand::PlaySelectedSongs));
+    frame.children[0].view->rows = {1};
+    commands.Do(FrameCommand::PlaySelectedSongs);
+    commands.Do(FrameCommand::PlayAllSongsInFolder);
+    commands.ClickButton(2);
+    EXPECT_EQ(std::exchange(frame.host.asked, {}),
+              (Lines{"play selected", "play all", "play all"}));
+
     frame.panelOpen = frame.panelActive = true;
     for (const FrameCommand command :
          {FrameCommand::Close, FrameCommand::PlayAllSongsInFolder, FrameCommand::Cut,
@@ -28,13 +33,22 @@ TEST_F(FrameCommandsTest, JukeboxCommandsNeedAnActiveJukebox) {
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
-TEST_F(FrameCommandsTest, PlaysThroughTheActiveJukebox) {
-    OpenSample();
-    frame.children[0].view->rows = {1};
-    commands.Do(FrameCommand::PlaySelectedSongs);
-    commands.Do(FrameCommand::PlayAllSongsInFolder);
-    commands.ClickButton(2);
-    EXPECT_EQ(frame.host.asked, (Lines{"play selected", "play all", "play all"}));
+TEST_F(FrameCommandsTest, TransportCommandsReachThePlayerWithoutAJukeboxAndUnPauseChecksFirst) {
+    application.Player().FindPlayerWindow();
+    for (const FrameCommand command :
+         {FrameCommand::Play, FrameCommand::Pause, FrameCommand::Stop, FrameCommand::NextTrack,
+          FrameCommand::PreviousTrack, FrameCommand::StopAfterTrack, FrameCommand::ClosePlayer})
+        commands.Do(command);
+    for (const int button : {3, 4, 5, 7})
+        commands.ClickButton(button);
+    EXPECT_EQ(frame.playerChecks, 0);
+    commands.ClickButton(6);  // while no player is known
+    frame.playerIsKnown = true;
+    commands.ClickButton(6);
+    EXPECT_EQ(frame.playerChecks, 2);
+    EXPECT_EQ(fake.player.log, (Lines{"273 40045 0", "273 40046 0", "273 40047 0", "273 40048 0",
+                                      "273 40044 0", "273 40157 0", "273 40001 0", "273 40048 0",
+                                      "273 40044 0", "273 40046 0", "273 40157 0", "273 40045 0"}));
 }
 
 TEST_F(FrameCommandsTest, ArrangingMinimisesTheOpenPlayerPanelButForIcons) {
