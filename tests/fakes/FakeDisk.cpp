@@ -64,19 +64,13 @@ std::string FakeDisk::Key(const std::string& path) {
 
 std::string FakeDisk::Resolve(const std::string& path) const {
     std::string key = Key(path);
-    for (int hops = 0; m_hasLinks && hops < 64; ++hops) {
-        bool followed = false;
-        for (std::size_t end = key.find('\\'); !followed; end = key.find('\\', end + 1)) {
-            const std::string part = key.substr(0, end);
-            if (auto it = m_nodes.find(part); it != m_nodes.end() && !it->second.linkTo.empty()) {
-                key = it->second.linkTo + (end == std::string::npos ? "" : key.substr(end));
-                followed = true;
-            }
-            if (end == std::string::npos)
-                break;
-        }
-        if (!followed)
+    for (int hops = 0; hops < 64; ++hops) {
+        const auto link = std::ranges::find_if(m_links, [&](const auto& entry) {
+            return (key + "\\").starts_with(entry.first + "\\");
+        });
+        if (link == m_links.end())
             break;
+        key.replace(0, link->first.size(), link->second);
     }
     return key;
 }
@@ -192,28 +186,20 @@ void FakeDisk::Unlock(const std::string& path) {
     Lock(path, DiskError::None);
 }
 
-void FakeDisk::DenyListing(const std::string& folder) {
-    Existing(folder).denyListing = true;
-}
-
 void FakeDisk::FailBelow(const std::string& path, DiskError error) {
     m_failingPath = Key(path);
     m_failureBelow = error;
 }
 
 void FakeDisk::AddLink(const std::string& link, const std::string& target) {
-    Add(link, true).linkTo = Key(target);
-    m_hasLinks = true;
+    Add(link, true).isLink = true;
+    m_links[Resolve(link)] = Key(target);
 }
 
 void FakeDisk::SetId(const std::string& folder, const FolderId& id) {
     Node& node = Existing(folder);
     node.id = id.index;
     node.volume = id.volume;
-}
-
-void FakeDisk::SetModifiedTime(const std::string& path, std::int64_t unixTime) {
-    Existing(path).modifiedTime = unixTime;
 }
 
 void FakeDisk::FailAt(int operation, DiskError error, bool once) {
@@ -253,8 +239,8 @@ DiskStatus FakeDisk::List(const std::string& folder, const ListingWish& wish,
     const Node* node = Find(folder);
     if (node == nullptr || !node->isFolder)
         return DiskStatus(DiskError::NotFound);
-    if (node->denyListing)
-        return DiskStatus(DiskError::AccessDenied);
+    if (node->lock != DiskError::None)
+        return DiskStatus(node->lock);
     if (wish.id)
         listing.id = FolderId{wish.volume.value_or(node->volume), node->id};
     const std::string prefix = Resolve(folder) + "\\";
@@ -267,7 +253,7 @@ DiskStatus FakeDisk::List(const std::string& folder, const ListingWish& wish,
     std::sort(found.begin(), found.end(),
               [](const Node* a, const Node* b) { return a->id < b->id; });
     for (const Node* entry : found)
-        listing.entries.push_back({entry->name, entry->isFolder, !entry->linkTo.empty()});
+        listing.entries.push_back({entry->name, entry->isFolder, entry->isLink});
     return {};
 }
 

@@ -22,15 +22,14 @@ class FakeDisk : public Disk {
     const std::string& Content(const std::string& path) const;  // CHECKs that the file is there
     std::vector<std::string> FilesIn(const std::string& folder) const;  // names, sorted
     std::map<std::string, std::string> Everything() const;  // every file's content, by its key
+    // No operation opens or changes the file, or lists the folder, until it is unlocked.
     void Lock(const std::string& path, DiskError error = DiskError::SharingViolation);
     void Unlock(const std::string& path);
-    void DenyListing(const std::string& folder);
     // From now on every operation on this path, and on what is below it, fails with the error.
     void FailBelow(const std::string& path, DiskError error);
     // Entering `link` leads to `target`: the listing of the one is the listing of the other.
     void AddLink(const std::string& link, const std::string& target);
     void SetId(const std::string& folder, const FolderId& id);
-    void SetModifiedTime(const std::string& path, std::int64_t unixTime);
 
     // What was done, one line each: "open C:\a", "write C:\a", "replace C:\a.new C:\a" ...
     const std::vector<std::string>& Log() const { return m_log; }
@@ -48,8 +47,6 @@ class FakeDisk : public Disk {
     // The power goes and comes back: of what was written to each file since it was last flushed, a
     // chance part is there, in pieces that came to the disk in any order. Then the disk works.
     void LosePower(std::uint32_t seed);
-    int Operations() const { return m_operations; }
-    void ResetOperations() { m_operations = 0; }
 
     DiskStatus Stat(const std::string& path, PathInfo& info) override;
     using Disk::List;
@@ -76,8 +73,7 @@ class FakeDisk : public Disk {
         std::uint64_t id = 0;
         std::uint64_t volume = 1;
         DiskError lock = DiskError::None;
-        bool denyListing = false;
-        std::string linkTo;  // key of the folder that a link leads to
+        bool isLink = false;
     };
     static std::string Key(const std::string& path);
     std::string Resolve(const std::string& path) const;  // key with links followed
@@ -96,7 +92,7 @@ class FakeDisk : public Disk {
 
     std::map<std::string, Node> m_nodes;
     std::map<ContentHandle, Unflushed> m_unflushed;
-    bool m_hasLinks = false;
+    std::map<std::string, std::string> m_links;  // their keys, and those of what they lead to
     std::uint64_t m_nextId = 1;
     std::int64_t m_now = 1'000'000'000;
     std::vector<std::string> m_log;

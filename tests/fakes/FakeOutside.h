@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -28,15 +29,36 @@ class FakeDrives : public Drives {
     std::vector<std::string> unreachable;
     int unplugAfter = -1;  // every drive is away once it was found reachable that many times
 
-    std::vector<std::string> Roots() override;
-    unsigned Type(const std::string& root) override;
-    bool IsReachable(const std::string& root) override;
-
     // What the tree search finds, by root; it asks `keepOn` three times before it answers.
     std::map<std::string, std::string> treeFinds;
     std::vector<std::string> treeSearches;
+
+    std::vector<std::string> Roots() override {
+        std::vector<std::string> roots;
+        for (const auto& [root, type] : drives)
+            roots.push_back(root);
+        return roots;
+    }
+    unsigned Type(const std::string& root) override {
+        const auto found =
+            std::ranges::find_if(drives, [&](const auto& drive) { return drive.first == root; });
+        return found == drives.end() ? 1 : found->second;
+    }
+    bool IsReachable(const std::string& root) override {
+        if (unplugAfter == 0)
+            return false;
+        --unplugAfter;
+        return Type(root) != 1 && std::ranges::count(unreachable, root) == 0;
+    }
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
-                                              const std::function<bool()>& keepOn) override;
+                                              const std::function<bool()>& keepOn) override {
+        treeSearches.push_back(root + " " + fileName);
+        for (int step = 0; step < 3; ++step)
+            if (!keepOn())
+                return std::nullopt;
+        const auto found = treeFinds.find(root);
+        return found == treeFinds.end() ? std::nullopt : std::optional(found->second);
+    }
 };
 
 // Writes down every box and gives the answers that the test laid ready; without one, the answer of
@@ -55,18 +77,42 @@ class FakeDialogs : public Dialogs {
     std::vector<std::string> fileDialogs;  // filter and folder of each, with " in " between them
 
     Answer Ask(const std::string& text, Buttons buttons, BoxIcon icon,
-               const std::string& title) override;
+               const std::string& title) override {
+        boxes.push_back({text, buttons, icon, title});
+        return buttons == Buttons::Ok ? Answer::Ok : Next(answers, Answer::No);
+    }
     std::optional<std::string> MaybeFileToOpen(const std::string& filter,
-                                               const std::string& folder) override;
+                                               const std::string& folder) override {
+        fileDialogs.push_back(filter + " in " + folder);
+        return Next(files, std::optional<std::string>());
+    }
     std::optional<std::string> MaybeFileToSave(const std::string& filter,
-                                               const std::string& folder) override;
+                                               const std::string& folder) override {
+        return MaybeFileToOpen(filter, folder);
+    }
+
+ private:
+    template <typename Given>
+    static Given Next(std::deque<Given>& given, Given otherwise) {
+        if (given.empty())
+            return otherwise;
+        const Given next = given.front();
+        given.pop_front();
+        return next;
+    }
 };
 
 class FakeUserSettings : public UserSettings {
  public:
     std::map<std::string, std::string> values;
-    std::optional<std::string> MaybeRead(const std::string& key) override;
-    bool Write(const std::string& key, const std::string& value) override;
+    std::optional<std::string> MaybeRead(const std::string& key) override {
+        const auto found = values.find(key);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    bool Write(const std::string& key, const std::string& value) override {
+        values[key] = value;
+        return true;
+    }
 };
 
 class FakePrograms : public Programs {
@@ -80,7 +126,10 @@ class FakePrograms : public Programs {
     std::vector<std::string> opened;
     bool succeeds = true;
     bool Start(const std::string& programPath, const std::string& arguments,
-               ShowProgram show) override;
+               ShowProgram show) override {
+        started.push_back({programPath, arguments, show});
+        return succeeds;
+    }
     bool Open(const std::string& documentPath) override {
         opened.push_back(documentPath);
         return true;

@@ -70,7 +70,7 @@ TEST_F(Passes, CheckLeavesSongsOfUnreachableDrivesAlone) {
 
 TEST_F(Passes, CheckAsksForEachFileWhereAFolderCanNotBeListed) {
     AddThreeAndSave();
-    fake.disk.DenyListing("C:\\A");
+    fake.disk.Lock("C:\\A", DiskError::AccessDenied);
     fake.disk.Erase("C:\\A\\2.mp3");
     catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
     EXPECT_EQ(Rows(), (Texts{"C:\\A\\|1.mp3|1|1|2", "0|0|0|2|2", "C:\\B\\|3.mp3|1|3|2"}));
@@ -225,7 +225,6 @@ TEST_F(Passes, TheCatalogueAsItWasIsKeptBeforeSongsAreLost) {
     // The next loss has fewer present songs to keep, until the copy is over 30 days old.
     fake.disk.Erase("C:\\A\\2.mp3");
     const std::int64_t made = fake.clock.unixTime;
-    fake.disk.SetModifiedTime(kBackup, made);
     fake.clock.unixTime = made + 30 * kDay;
     catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
     EXPECT_EQ(fake.disk.Content(kBackup), ranked);

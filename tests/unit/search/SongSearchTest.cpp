@@ -83,7 +83,7 @@ TEST_F(Search, PassesOverWhatCannotBeListedAndStandsAnyDepth) {
     for (int level = 0; level < 500; ++level)
         deep += "d\\";
     AddFiles({"C:\\closed\\1.mp3", deep + "2.mp3"});
-    m_fake.disk.DenyListing("C:\\closed");
+    m_fake.disk.Lock("C:\\closed", DiskError::AccessDenied);
     m_search.SearchHardDrives();
     EXPECT_EQ(m_found, Paths{deep + "2.mp3"});
 }

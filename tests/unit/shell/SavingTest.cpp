@@ -67,7 +67,6 @@ class World {
         tag.LoadMP3(kSong);
         tag.Title("A new title");
         fake.disk.LosePower(0);  // what is on the disk by now is there to stay
-        fake.disk.ResetOperations();
         fake.statusLine.lines.clear();
     }
     JukeboxWindow& Window() { return *frame.MaybeActiveJukebox(); }

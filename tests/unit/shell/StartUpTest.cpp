@@ -326,10 +326,8 @@ TEST_F(StartUpTest, ADriveThatIsAwayCostsNoSongNoRankNoPlayerAndNoBox) {
     const auto expectNothingLost = [&](const char* when) {
         SCOPED_TRACE(when);
         ASSERT_TRUE(Run());
-        for (const auto& [path, content] : before) {
-            const bool isOnC = path.starts_with("c:");
-            EXPECT_EQ(isOnC ? fake.disk.Content(path) : content, content) << path;
-        }
+        for (const auto& [path, content] : before)
+            EXPECT_TRUE(!path.starts_with("c:") || fake.disk.Content(path) == content) << path;
         EXPECT_FALSE(fake.disk.Has("C:\\App\\Grouping\\FileLocNames.bak"));
         EXPECT_EQ(Songs("Mine") + Songs("All Songs"), "b.mp3 c.mp3 d.mp3 b.mp3 c.mp3 d.mp3 ");
         for (const SongItem& song : view.jukebox->MaybeFind("Mine")->Songs())
