@@ -52,6 +52,7 @@ TEST_F(CatalogueFileTest, IsWrittenByteForByteAndReadBack) {
     EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 4);
     EXPECT_NE(fake.disk.Content(settings.SettingsPath()).find("\r\n 4 \r\n"), std::string::npos);
 
+    catalogue.MainIsDirty(true);
     EXPECT_TRUE(catalogue.LoadMain());
     EXPECT_FALSE(catalogue.MainIsDirty());
     EXPECT_EQ(Rows(), (Texts{"C:\\M\\|a.mp3|1|1|7", "C:\\M\\|Caf\xC3\xA9.mp3|1|2|2",

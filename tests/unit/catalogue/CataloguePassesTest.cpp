@@ -21,7 +21,7 @@ class Passes : public Catalogue {
         Add("C:\\A\\", "1.mp3");
         Add("C:\\A\\", "2.mp3");
         Add("C:\\B\\", "3.mp3");
-        ASSERT_TRUE(catalogue.Save());
+        ASSERT_TRUE(catalogue.Save() && catalogue.LoadMain());
     }
 };
 
@@ -139,6 +139,8 @@ TEST_F(Passes, SortOrdersNumbersByValueAndFieldsAsText) {
     EXPECT_EQ(Rows(), (Texts{"C:\\|a.mp3|1|no number|2", "C:\\|b.mp3|1|10|2", "C:\\|C.mp3|1|2|2"}));
     EXPECT_TRUE(catalogue.Sort(true, 99, 4));
     EXPECT_EQ(Rows(), (Texts{"C:\\|C.mp3|1|2|2", "C:\\|b.mp3|1|10|2", "C:\\|a.mp3|1|no number|2"}));
+    EXPECT_TRUE(catalogue.Sort(false, 0, 4));
+    EXPECT_EQ(catalogue.Mp3Info(2, 1), "a.mp3");
     EXPECT_TRUE(catalogue.Sort(false, 0, 2));
     EXPECT_EQ(catalogue.Mp3Info(2, 1), "C.mp3");
     EXPECT_FALSE(catalogue.Sort(true, 0, 13));
@@ -203,6 +205,11 @@ TEST_F(Passes, WithoutACatalogueTheHardDrivesAreSearched) {
     EXPECT_EQ(fake.disk.Content(kCatalogue), FileRecord("x.mp3", "C:\\Music\\", "1") +
                                                  FileRecord("y.mp3", "C:\\Music\\Deep\\", "2"));
     EXPECT_EQ(fake.disk.Content(kFolders), "C:\\Music\\\r\nC:\\Music\\Deep\\\r\n");
+    // The one that is known stays, whatever its number was.
+    catalogue.Mp3Info(4, 2, "99");
+    catalogue.Mp3Info(5, 2, "7");
+    EXPECT_TRUE(catalogue.SearchHardDrives());
+    EXPECT_EQ(Row(2), "C:\\Music\\Deep\\|y.mp3|1|2|7");
 }
 
 TEST_F(Passes, TheCatalogueAsItWasIsKeptBeforeSongsAreLost) {

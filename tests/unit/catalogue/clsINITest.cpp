@@ -101,12 +101,13 @@ TEST_F(Settings, RecentListMovesDownAndTellsItsListener) {
     EXPECT_EQ(settings.LocOfThirdToLastSaveJukeBox(), "3");
     settings.LocSecToLastSavedJukeBox("");
     settings.LocOfThirdToLastSaveJukeBox("");
-    EXPECT_EQ(told, 7);
+    settings.CreateNewIniFile(kPath);
+    EXPECT_EQ(told, 8);
 }
 
 TEST_F(Settings, NewFileTakesTheCountFromTheCatalogue) {
     const auto countWith = [this](const std::string& file) {
-        FillAsGolden();
+        Load("list\ndata\n9\np\nj\nk\nl\nTrue\nTrue\npic\n");
         fake.disk.AddFile(kCatalogue, file);
         EXPECT_TRUE(settings.CreateNewIniFile(kPath));
         return settings.NumerOfRecordsInTheMain();
@@ -119,6 +120,9 @@ TEST_F(Settings, NewFileTakesTheCountFromTheCatalogue) {
     EXPECT_EQ(countWith(record("a.mp3", "x") + record("b.mp3", "")), 2);
     EXPECT_EQ(countWith(record("", "900")), 0);
     EXPECT_EQ(countWith(""), 0);
+    fake.disk.Erase(kCatalogue);
+    settings.NumerOfRecordsInTheMain(9);
+    EXPECT_TRUE(settings.CreateNewIniFile(kPath));
     EXPECT_EQ(fake.disk.Content(kPath),
               "C:\\T\\Grouping\\System\\LocOfMainTargetFiles.lmz\r\nC:\\T\\Grouping\\\r\n 0 \r\n"
               "\r\n\r\n\r\n\r\nFalse\r\nFalse\r\n\r\n");

@@ -53,10 +53,12 @@ TEST_F(FrameCommandsTest, TransportCommandsReachThePlayerWithoutAJukeboxAndUnPau
 
 TEST_F(FrameCommandsTest, ArrangingMinimisesTheOpenPlayerPanelButForIcons) {
     frame.panelOpen = true;
-    commands.Do(FrameCommand::Cascade);
-    commands.Do(FrameCommand::Tile);
-    commands.Do(FrameCommand::ArrangeIcons);  // nothing is minimised
-    EXPECT_EQ(frame.seen, (Lines{"minimise panel", "cascade", "minimise panel", "tile"}));
+    for (const FrameCommand command :
+         {FrameCommand::ArrangeIcons, FrameCommand::Cascade, FrameCommand::Tile,
+          FrameCommand::ArrangeIcons, FrameCommand::Tip, FrameCommand::About, FrameCommand::Exit})
+        commands.Do(command);
+    EXPECT_EQ(frame.seen, (Lines{"minimise panel", "cascade", "minimise panel", "tile", "icons",
+                                 "tips", "about", "close frame"}));
 }
 
 TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramOrShowsTheManual) {
@@ -99,6 +101,7 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     for (const FakeFrame::Child& child : frame.children)
         EXPECT_EQ(child.window->Model().MaybeFind("All Songs")->Songs().size(), 5U);
     EXPECT_EQ(frame.searchTexts.front(), "open");
+    EXPECT_EQ(frame.searchTexts[1], "Searching to add new songs  . . . ");
     EXPECT_EQ(frame.searchTexts.back(), "closed");
     EXPECT_NE(
         fake.disk.Content("C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz").find("Elsewhere"),

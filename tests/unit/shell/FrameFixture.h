@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,7 +52,9 @@ class FakeFrame : public FrameView {
         return nullptr;
     }
     bool HasChildren() const override { return panelOpen || MaybeActiveJukebox() != nullptr; }
-    bool HasMinimisedChildren() const override { return false; }
+    bool HasMinimisedChildren() const override {
+        return std::ranges::count(seen, "minimise panel") > 0;
+    }
     void OpenJukeboxWindow(Jukebox& jukebox) override {
         Child& child = children.emplace_back();
         child.window = std::make_unique<JukeboxWindow>(application.Tools(), jukebox, host);

@@ -232,6 +232,7 @@ TEST_F(StartUpTest, DamagedSettingsAreKeptAsideAndMadeAnew) {
     EXPECT_NE(Boxes()[0].find("line 3"), std::string::npos);
     EXPECT_NE(Boxes()[0].find("TheOrganizer.bad"), std::string::npos);
     EXPECT_EQ(application->Settings().NumerOfRecordsInTheMain(), 1);
+    EXPECT_EQ(application->Settings().FileContainingTargetDirectories(), kFolderList);
     EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
 }
 
