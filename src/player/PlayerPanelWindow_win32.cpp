@@ -121,6 +121,9 @@ LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
             Default(message, wParam, lParam);
             OnFocus();
             return 0;
+        case WM_NEXTDLGCTL:
+            OnNextControl(wParam, LOWORD(lParam) != 0);
+            return 0;
         case WM_CLOSE:
             LeavePlayer();  // while a message can still be read in front of the window
             break;
@@ -195,6 +198,12 @@ void PlayerPanelWindow::OnSize(int width, int /*height*/) {
 void PlayerPanelWindow::OnFocus() {
     m_focusIsLent = !IsWindowEnabled(Item(cmdPlayPause));
     SetFocus(Item(m_focusIsLent ? hscrlVolume : cmdPlayPause));
+}
+
+// How a label's access key leads to the bar behind it: to the label, then on to the next control.
+void PlayerPanelWindow::OnNextControl(WPARAM which, bool isHandle) {
+    SetFocus(isHandle ? reinterpret_cast<HWND>(which)
+                      : GetNextDlgTabItem(Handle(), GetFocus(), which != 0));
 }
 
 void PlayerPanelWindow::OnCommand(int control) {

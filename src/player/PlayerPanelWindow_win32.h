@@ -58,6 +58,7 @@ class PlayerPanelWindow : public WindowBase, private PlayerPanelView {
     void OnDpiChanged();
     void OnSize(int width, int height);
     void OnFocus();
+    void OnNextControl(WPARAM which, bool isHandle);
     void OnCommand(int control);
     void OnTimer(UINT_PTR timer);
     void OnScroll(HWND bar, int code);

@@ -9,9 +9,8 @@ import json
 import pathlib
 import shutil
 import sys
-import unittest
 
-from under_wine import CATALOGUE, GROUPING, PREFIX, SETTINGS, Program, data_files, driver, report
+from under_wine import CATALOGUE, GROUPING, PREFIX, SETTINGS, Case, Program, data_files, driver, report
 
 FOLDERS = GROUPING / "System/LocOfMainTargetFiles.lmz"
 
@@ -80,9 +79,7 @@ def write_jukebox():
     SETTINGS.write_bytes(b"\r\n".join(settings))
 
 
-class FirstRun(unittest.TestCase):
-    maxDiff = None
-
+class FirstRun(Case):
     def test_1_the_first_start_files_every_song(self):
         with Program() as program:
             shown = program.contents()

@@ -5,13 +5,10 @@ Runs in a prefix in which the program has found its songs before (first_run.py).
 steps of a person who meets the program; each goes on where the one before it ended.
 """
 import sys
-import time
-import unittest
 
-from editing import boxes, chosen, heading, keys, rows, status, typed
-from under_wine import PREFIX, Program, behave, driver, report
-
-GROUPING = PREFIX / "drive_c/Tobbin/Grouping"
+from editing import boxes, chosen, heading, rows, typed
+from under_wine import (GROUPING, PLAYER_LOG, Case, Program, answer, behave, driver, keys, report,
+                        status)
 
 
 def enter(text):
@@ -19,9 +16,7 @@ def enter(text):
     keys("Return")
 
 
-class Keyboard(unittest.TestCase):
-    maxDiff = None
-
+class Keyboard(Case):
     def test_the_whole_program_without_a_mouse(self):
         behave()
         self.program = Program().__enter__()
@@ -31,12 +26,6 @@ class Keyboard(unittest.TestCase):
                      self.songs_are_played_and_the_panel_left_and_closed,
                      self.jukeboxes_are_saved_arranged_closed_and_the_program_left):
             step()
-
-    def until(self, ask, expected):
-        end = time.monotonic() + 20
-        while (found := ask()) != expected and time.monotonic() < end:
-            pass
-        self.assertEqual(found, expected)
 
     def last_folder(self):
         return self.program.tree()[-1]
@@ -64,11 +53,15 @@ class Keyboard(unittest.TestCase):
         self.until(self.last_folder, (0, "Road trip"))
         keys("F2")
         driver("wait", "Edit", "Road trip", "20")
-        typed("x")
-        keys("Left", "Delete", "ctrl+v", "Escape")  # the name's own, not the folder's
-        self.assertEqual((self.last_folder(), boxes()), ((0, "Road trip"), []))
+        # The name's own, not the folder's.
+        keys("ctrl+a", "ctrl+x", "ctrl+v", "ctrl+v", "Home", "Delete", "Return")
+        self.until(self.last_folder, (0, "oad tripRoad trip"))
         keys("F2")
-        driver("wait", "Edit", "Road trip", "20")
+        driver("wait", "Edit", "oad tripRoad trip", "20")
+        keys("Delete", "alt+BackSpace", "Escape")
+        self.assertEqual((self.last_folder(), boxes()), ((0, "oad tripRoad trip"), []))
+        keys("F2")
+        driver("wait", "Edit", "oad tripRoad trip", "20")
         enter("Long drive")
         self.until(self.last_folder, (0, "Long drive"))
 
@@ -119,8 +112,14 @@ class Keyboard(unittest.TestCase):
 
     def songs_are_played_and_the_panel_left_and_closed(self):
         keys("Home", "F6", "Home", "Return")
-        driver("wait", "frmMainWinamp", "*PLAYING*", "30")
-        keys("alt+v", "Right", "F6", "End")  # from the panel on to the folders
+        driver("wait", "frmMainWinamp", "PLAYING", "30")
+        driver("wait", "frmMainWinamp", "WinAMP Version# 2.01", "30")
+        for strokes, sent in ((("alt+v", "End"), "1024 255 122"), (("alt+b", "Left"), "1024 247 123"),
+                              (("alt+p",), "273 40046 0"), (("alt+o", "End"), "1024 600000 106")):
+            keys(*strokes)
+            self.until(lambda: sent in PLAYER_LOG.read_text().splitlines(), True)
+        driver("wait", "frmMainWinamp", "PAUSED", "30")
+        keys("F6", "End")  # from the panel on to the folders
         self.until(lambda: len(rows()), 3)
         keys("shift+F6", "ctrl+F4")
         driver("gone", "frmMainWinamp", "20")

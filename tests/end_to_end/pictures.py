@@ -7,11 +7,9 @@ Runs in a prefix in which the program has found its songs before (first_run.py).
 import shutil
 import subprocess
 import sys
-import time
-import unittest
 
-from jukeboxes import CLOSE, SAVE, Run, answer, command, open_file
-from under_wine import GROUPING, PREFIX, SETTINGS, driver, report, status
+from jukeboxes import CLOSE, SAVE, command, open_file
+from under_wine import GROUPING, PREFIX, SETTINGS, Case, Program, answer, driver, report
 
 PICTURES = PREFIX / "drive_c/pics"
 POC = GROUPING / "pics.poc"
@@ -36,7 +34,7 @@ def where(*words):
     return tuple(map(int, driver("where", *words)[0].split("\t")))
 
 
-class Pictures(unittest.TestCase):
+class Pictures(Case):
     @classmethod
     def setUpClass(cls):
         cls.settings = SETTINGS.read_bytes()
@@ -54,17 +52,8 @@ class Pictures(unittest.TestCase):
     def shows(self, colour):
         """Waits for the colour behind the rows, which is lightened by the veil."""
         x, y = where("heading", "1")
-        self.eventually(lambda: all((part > 230) == (wanted == 255) for part, wanted in
-                                    zip(pixels(1, 1, x - 15, y + 30), colour)), colour)
-
-    def eventually(self, holds, words=""):
-        end = time.monotonic() + 30
-        while not holds():
-            self.assertLess(time.monotonic(), end, words)
-            time.sleep(0.05)
-
-    def says(self, words):
-        self.eventually(lambda: words in status(), words)
+        self.until(lambda: tuple(255 if part > 230 else 0 for part in
+                                 pixels(1, 1, x - 15, y + 30)), colour)
 
     def choose(self, path, *boxes, button="OK"):
         driver("press", "frmPicture", "Browse...")
@@ -78,7 +67,7 @@ class Pictures(unittest.TestCase):
         driver("gone", "frmPicture", "30")
 
     def test_1_chooses_steps_and_finds_the_picture_again(self):
-        with Run() as program:
+        with Program() as program:
             command(SAVE, "Pics")
             command(NEXT)
             answer("You first need to pick a picture.*cycle through*", "OK")
@@ -102,14 +91,14 @@ class Pictures(unittest.TestCase):
             open_file("pics.juk")
             self.shows((255, 0, 0))
             program.end()
-        with Run() as program:
+        with Program() as program:
             self.shows((255, 0, 0))
             program.end(("Do you want to save changes to PICS", "No"))
 
     def test_2_the_picture_stays_while_the_rows_scroll(self):
         make("d.jpg", "gradient:yellow-black")
         POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
-        with Run() as program:
+        with Program() as program:
             self.shows((255, 255, 0))
             key, top = where("heading", "1")
             behind_the_keys = (10, 200, key - 15, top + 20)
@@ -122,15 +111,15 @@ class Pictures(unittest.TestCase):
                 subprocess.run(["xdotool", *wheel], check=True)
                 return where("row", "2") != row  # which comes to the top
 
-            self.eventually(scrolled)
-            self.eventually(lambda: pixels(*behind_the_keys) == before)
+            self.until(scrolled, True)
+            self.until(lambda: pixels(*behind_the_keys), before)
             program.end(("Do you want to save changes to PICS", "No"))
 
     def test_3_what_is_no_picture_is_told_and_passed_over(self):
         (PICTURES / "e.jpg").write_bytes(b"")
         (PICTURES / "f.jpg").write_bytes((PICTURES / "a.jpg").read_bytes()[:150])
         POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
-        with Run() as program:
+        with Program() as program:
             (PICTURES / "c.jpg").unlink()
             for name, reason in (("e", "the file is empty"), ("f", "the file is damaged")):
                 command(NEXT)
@@ -146,7 +135,7 @@ class Pictures(unittest.TestCase):
             command(PREVIOUS)
             self.says("The picture \"C:\\pics\\b.jpg\" can't be shown: it is not there any more.")
             program.end(("Do you want to save changes to PICS", "No"))
-        with Run() as program:
+        with Program() as program:
             self.says("The background picture \"C:\\pics\\d.jpg\" is not there any more.")
             command(TILE)
             answer("You first need to pick a picture.*you can use this function.", "OK")
@@ -161,12 +150,12 @@ class Pictures(unittest.TestCase):
         subprocess.run(["convert", "-size", "6000x4000", "plasma:", str(PICTURES / "q.jpg")],
                        check=True)
         POC.write_bytes(b"C:\\pics\\a.jpg\r\nFalse\r\nTrue\r\n")
-        with Run() as program:
+        with Program() as program:
             self.shows((0, 0, 255))
             command(PREVIOUS)  # the last one, which is the large one
             print("24 megapixels: longest wait", *driver("answers", "frmMDIForm1", "3"), "ms")
             command(SAVE)
-            self.eventually(lambda: b"q.jpg" in POC.read_bytes())
+            self.until(lambda: b"q.jpg" in POC.read_bytes(), True)
             program.end()
 
 

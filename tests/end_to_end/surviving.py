@@ -9,27 +9,20 @@ import shutil
 import subprocess
 import sys
 import time
-import unittest
 
-from under_wine import (CATALOGUE, GROUPING, PLAYER_LOG, PREFIX, WINE, Program, behave, data_files,
-                        driver, report)
+from under_wine import (CATALOGUE, GROUPING, PLAYER_LOG, PREFIX, WINE, Case, Program, behave, command,
+                        data_files, driver, report, start)
 
-TOBBIN = r"C:\Tobbin\Tobbin.exe"
 DRIVE_C = PREFIX / "drive_c"
 WINDOW_MANAGER = (r"HKCU\Software\Wine\X11 Driver", "/v", "Managed")
 OPEN, WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL = 1002, 1202, 1203, 1204  # of assets/resource.h
-
-
-def start(*words, folder=None):
-    return subprocess.Popen([WINE, TOBBIN, *words], stdin=subprocess.DEVNULL, cwd=folder,
-                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
 def data():
     return {path: path.read_bytes() for path in GROUPING.rglob("*") if path.is_file()}
 
 
-class Surviving(unittest.TestCase):
+class Surviving(Case):
     def test_1_of_fifty_starts_at_once_one_is_left(self):
         before = data()
         starts = [start() for _ in range(50)]
@@ -84,7 +77,7 @@ class Surviving(unittest.TestCase):
         try:
             driver("wait", "frmMDIForm1", "*", "120")
             driver("open", "All Songs")
-            driver("command", str(PLAY_ALL))
+            command(PLAY_ALL)
             driver("wait", "frmMainWinamp", "PLAYING", "30")
             self.assertEqual([log for log in logs if log.exists()], [logs[-1]])
         finally:
@@ -93,7 +86,6 @@ class Surviving(unittest.TestCase):
             process.wait(30)
             for path in planted:
                 path.unlink()
-
 
     def test_4_planted_dlls_are_not_loaded(self):
         # None of them is among those that Windows takes from its own folder alone. Left out are
@@ -127,7 +119,7 @@ class Surviving(unittest.TestCase):
             process = start(folder=places[0])
             os.environ["WINEDLLOVERRIDES"] = own
             self.assertEqual(waiting.wait(130), 0)
-            driver("command", str(OPEN))
+            command(OPEN)
             driver("press", "#32770", "Cancel")
             driver("end", "frmMDIForm1")
             process.wait(30)
@@ -183,13 +175,13 @@ class Surviving(unittest.TestCase):
                 behave()
                 with Program():
                     if not again:
-                        driver("command", str(WHOLE_COMPUTER))
-                        self.wait_for_status("1 new song was found.")
+                        command(WHOLE_COMPUTER)
+                        self.says("1 new song was found.")
                     driver("open", "All Songs")
                     rows = [line.split("\t")[2] for line in driver("rows", "1000")[1:]]
                     self.assertEqual(rows.count("far away.mp3"), 1)
                     driver("select", str(rows.index("far away.mp3")))
-                    driver("command", str(PLAY_SELECTED))
+                    command(PLAY_SELECTED)
                     driver("wait", "frmMainWinamp", "PLAYING", "30")
                     sent = [line.split(" ") for line in PLAYER_LOG.read_text().splitlines()
                             if line.startswith("74 ")]
@@ -220,12 +212,6 @@ class Surviving(unittest.TestCase):
                 driver("thaw", "frmMDIForm1")
             print("longest wait afterwards", *driver("answers", "frmMDIForm1", "2"), "ms")
             self.assertEqual(data(), before)
-
-    def wait_for_status(self, words):
-        for _ in range(200):
-            if words in (line := driver("status")[0]):
-                return
-        self.assertIn(words, line)
 
 
 if __name__ == "__main__":

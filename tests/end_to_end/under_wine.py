@@ -7,6 +7,7 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "readers"))
@@ -67,37 +68,60 @@ def status():
     return driver("status")[0]
 
 
+def command(number):
+    """Gives the frame a command by its number in assets/resource.h."""
+    driver("command", str(number))
+
+
+def answer(words, button):
+    """Presses a button of the box with these words."""
+    driver("press", "#32770", button, words)
+
+
+def start(*words, folder=PREFIX / "drive_c"):
+    return subprocess.Popen([WINE, r"C:\Tobbin\Tobbin.exe", *words], cwd=folder,
+                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL)
+
+
 def behave(*lines):
-    """How the player's stand-in behaves from its next start on, with a new log. Every song plays
-    long enough to be seen playing on a busy machine."""
-    (PLAYER / "winamp.ini").write_text("\n".join(("[behave]", "length=600", *lines)))
+    """How the player's stand-in behaves from its next start on, with a new log."""
+    (PLAYER / "winamp.ini").write_text("\n".join(("[behave]", *lines)))
     PLAYER_LOG.unlink(missing_ok=True)
 
 
 class Program:
-    """The running program, from its start to its end.
+    """The running program, started with files to open, from its start to its end.
 
     `boxes` are the texts of the boxes that the start must bring, each with its button; `question`
-    is the one about saving that its end must bring, if any; it is answered with No."""
+    is the one about saving that its end must bring, if any; it is answered with No. A test may end
+    the program itself."""
 
-    def __init__(self, *boxes, question="*initial Jukebox*"):
+    def __init__(self, *boxes, files=(), question="*initial Jukebox*"):
         self.boxes = boxes
+        self.files = files
         self.question = question
 
     def __enter__(self):
-        self.process = subprocess.Popen([WINE, r"C:\Tobbin\Tobbin.exe"], stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
+        self.process = start(*self.files)
         for words, button in self.boxes:
-            driver("press", "#32770", button, words)
+            answer(words, button)
         driver("wait", "frmMDIForm1", "*", "120")
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, failure, *_):
+        if self.process.poll() is not None:
+            return
+        if failure:
+            driver("end", "frmMDIForm1")
+        else:
+            self.end(*([(self.question, "No")] if self.question else []))
+
+    def end(self, *answers):
         driver("close", "frmMDIForm1")
-        if self.question:
-            driver("press", "#32770", "No", self.question)
-        driver("gone", "frmMDIForm1", "30")
-        self.process.wait(30)
+        for words, button in answers:
+            answer(words, button)
+        self.process.wait(60)
 
     def rows(self, *folder):
         driver("open", *folder)
@@ -118,6 +142,20 @@ class Program:
 
     def tree(self):
         return [(int(line.split("\t")[0]), line.split("\t")[1]) for line in driver("tree")]
+
+
+class Case(unittest.TestCase):
+    maxDiff = None
+
+    def until(self, ask, expected):
+        end = time.monotonic() + 30
+        while (found := ask()) != expected and time.monotonic() < end:
+            time.sleep(0.02)
+        self.assertEqual(found, expected)
+
+    def says(self, words):
+        """Waits until the line at the foot of the frame has these words."""
+        self.until(lambda: words if words in (line := status()) else line, words)
 
 
 def report(cases, path):

@@ -7,8 +7,8 @@
 // the bytes that came in.
 class Deck {
  public:
-    // Each track plays as long as its file does; or, with a length in milliseconds, that long.
-    explicit Deck(int lengthOfAll = 0) : m_lengthOfAll(lengthOfAll) {}
+    // Each track plays long enough to be seen playing on a busy machine.
+    static constexpr int kTrackLength = 600'000;  // milliseconds
 
     enum Status { kStopped = 0, kPlaying = 1, kPaused = 3 };
 
@@ -24,16 +24,14 @@ class Deck {
 
     Status Now();
     int Position();  // milliseconds; -1 when stopped
-    int Length();    // milliseconds; -1 when nothing is loaded
+    int Length();    // milliseconds; -1 when there is no track
 
  private:
     void Load(std::size_t track);
     void CatchUp();
 
-    int m_lengthOfAll;
     std::vector<std::string> m_paths;
     std::size_t m_track = 0;
-    int m_length = -1;
     Status m_status = kStopped;
     unsigned long long m_startedAt = 0;  // tick count at which the track was at 0
     int m_pausedAt = 0;

@@ -1,32 +1,21 @@
 #include <windows.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "Deck.h"
-#include "Mp3Length.h"
 
 void Deck::Clear() {
     Stop();
     m_paths.clear();
     m_track = 0;
-    m_length = -1;
 }
 
 void Deck::Load(std::size_t track) {
     m_track = track;
-    m_length = m_lengthOfAll > 0 ? m_lengthOfAll : -1;
-    if (m_lengthOfAll <= 0 && track < m_paths.size()) {
-        std::ifstream file(m_paths[track].c_str(), std::ios::binary);
-        m_length = Mp3LengthMilliseconds(
-            {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
-    }
     m_startedAt = GetTickCount64();
 }
 
 void Deck::CatchUp() {
-    while (m_status == kPlaying && m_length >= 0 &&
-           GetTickCount64() - m_startedAt > static_cast<unsigned long long>(m_length)) {
+    while (m_status == kPlaying &&
+           GetTickCount64() - m_startedAt > static_cast<unsigned long long>(kTrackLength)) {
         if (m_stopAfterTrack || m_track + 1 >= m_paths.size())
             Stop();
         else
@@ -89,5 +78,5 @@ int Deck::Position() {
 
 int Deck::Length() {
     CatchUp();
-    return m_length;
+    return m_paths.empty() ? -1 : kTrackLength;
 }

@@ -10,7 +10,6 @@
 //
 // winamp.ini beside the program, section [behave], makes it behave otherwise:
 //
-//     length=<s>          every song plays that long
 //     open_after=<ms>     opens its window late
 //     open_never=1        never opens it
 //     slow=<ms>           takes so long for each message
@@ -162,7 +161,7 @@ class StandIn {
         }
     }
 
-    Deck m_deck{1'000 * Told(L"length", 0)};
+    Deck m_deck;
     int m_messages = 0;
     int m_vanishAt = Told(L"vanish_at", 0);
     int m_slow = Told(L"slow", 0);

@@ -75,75 +75,26 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_FALSE(IsWindowVisible(bar));
 }
 
-class Receiver : public WindowBase {
- public:
-    std::vector<std::string> files;
-    bool Open() {
-        ClassLook look;
-        look.name = L"TobbinTestReceiver";
-        return Create(look, "", Placement{});
-    }
-
- protected:
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message != WM_COPYDATA)
-            return Default(message, wParam, lParam);
-        files = SingleInstance::MaybeFiles(*reinterpret_cast<const COPYDATASTRUCT*>(lParam))
-                    .value_or(std::vector<std::string>{"not understood"});
-        return TRUE;
-    }
-};
-
-// A second program, played by a thread of its own: it hands over while this one's windows answer.
-SingleInstance::Outcome SecondStart(const std::string& folder,
-                                    const std::vector<std::string>& files) {
-    auto outcome = std::async(std::launch::async, [&] {
-        SingleInstance second(folder);
-        EXPECT_FALSE(second.IsFirst());
-        return second.HandOver(files);
-    });
-    MSG message;
-    while (outcome.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready)
-        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
-    return outcome.get();
-}
-
-TEST(SingleInstance, HandsItsFilesToTheFirstOneOfItsFolder) {
-    const std::string folder = "C:\\Tobbin Tests\\Ω\\", sameFolder = "c:\\tobbin tests\\ω\\";
-    const SingleInstance first(folder);
-    EXPECT_TRUE(first.IsFirst());
-    EXPECT_TRUE(SingleInstance("C:\\Tobbin Tests\\other\\").IsFirst());
-    Receiver receiver;
-    ASSERT_TRUE(receiver.Open());
-    first.MarkWindow(receiver.Handle());
-    EXPECT_EQ(SecondStart(sameFolder, {"C:\\a.juk", "C:\\日本.juk"}),
-              SingleInstance::Outcome::HandedOver);
-    EXPECT_EQ(receiver.files, (std::vector<std::string>{"C:\\a.juk", "C:\\日本.juk"}));
-    EXPECT_EQ(SecondStart(sameFolder, {}), SingleInstance::Outcome::HandedOver);
-    EXPECT_TRUE(receiver.files.empty());
-    COPYDATASTRUCT foreign = {};
-    EXPECT_FALSE(SingleInstance::MaybeFiles(foreign));
-}
-
 TEST(SingleInstance, TakesThePlaceOfOneThatEndedBeforeItHadAWindow) {
-    const std::string folder = "C:\\Tobbin Tests\\ending\\";
     std::promise<void> isThere, mayEnd, secondIsThere;
     std::thread first([&] {
-        const SingleInstance instance(folder);
+        const SingleInstance instance("C:\\Tobbin Tests\\Ω\\");
         isThere.set_value();
         mayEnd.get_future().wait();
     });
     isThere.get_future().wait();
     auto second = std::async(std::launch::async, [&] {
-        SingleInstance instance(folder);
+        SingleInstance instance("c:\\tobbin tests\\ω\\");  // the same folder
         EXPECT_FALSE(instance.IsFirst());
         secondIsThere.set_value();
         return instance.HandOver({});
     });
     secondIsThere.get_future().wait();
+    EXPECT_TRUE(SingleInstance("C:\\Tobbin Tests\\other\\").IsFirst());
     mayEnd.set_value();
     first.join();
     EXPECT_EQ(second.get(), SingleInstance::Outcome::IsFirstNow);
+    EXPECT_FALSE(SingleInstance::MaybeFiles({}));  // another program's data
 }
 
 TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {

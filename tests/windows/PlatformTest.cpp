@@ -57,16 +57,6 @@ TEST(WindowsText, LetterCaseIsThatOfEveryAlphabet) {
         EXPECT_EQ(text.ToLower(unchanged), unchanged);
 }
 
-TEST(SystemDrives, KnowsTheDrivesThereAre) {
-    SystemDrives drives;
-    const std::vector<std::string> roots = drives.Roots();
-    EXPECT_NE(std::find(roots.begin(), roots.end(), "C:\\"), roots.end());
-    EXPECT_EQ(drives.Type("C:\\"), 3U);
-    EXPECT_TRUE(drives.IsReachable("C:\\"));
-    EXPECT_EQ(drives.Type("Q:\\"), 1U);
-    EXPECT_FALSE(drives.IsReachable("Q:\\"));
-}
-
 TEST(RegistrySettings, KeepsTexts) {
     const std::wstring key = L"Software\\Tobbin test " + std::to_wstring(GetCurrentProcessId());
     const ScopeGuard removeKey([&] { RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str()); });

@@ -3,28 +3,28 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <filesystem>
+
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
 namespace {
 
-// A program that a test started may still be about to end.
-void RemoveOnceFree(SystemDisk& disk, const std::string& path) {
-    for (int tries = 0; tries < 500 && !disk.Remove(path).Ok(); ++tries)
-        Sleep(10);
-}
+namespace fs = std::filesystem;
 
+// A program that a test started may still be about to end. The library's own function for this
+// knows no long paths.
 void RemoveAll(const std::string& folder) {
     SystemDisk disk;
     FolderListing listing;
     static_cast<void>(disk.List(folder, listing));
     for (const FolderEntry& entry : listing.entries) {
-        const std::string path = folder + "\\" + entry.name;
-        SetFileAttributesW(LongPath(path).c_str(), FILE_ATTRIBUTE_NORMAL);
+        const std::string path = folder + entry.name;
         if (entry.isFolder)
-            RemoveAll(path);
+            RemoveAll(path + "\\");
         else
-            RemoveOnceFree(disk, path);
+            for (int tries = 0; tries < 500 && !disk.Remove(path).Ok(); ++tries)
+                Sleep(10);
     }
     RemoveDirectoryW(LongPath(folder).c_str());
 }
@@ -33,19 +33,15 @@ void RemoveAll(const std::string& folder) {
 
 TemporaryFolder::TemporaryFolder() {
     static int number = 0;
-    wchar_t folder[MAX_PATH + 1] = L"";
-    GetTempPathW(MAX_PATH + 1, folder);
-    SystemDisk disk;
-    DiskStatus status;
-    do {
-        m_path = Utf8(folder) + "tobbin " + std::to_string(++number) + "\\";
-        status = disk.CreateFolder(m_path);
-    } while (status.Error() == DiskError::AlreadyExists);
-    EXPECT_TRUE(status.Ok()) << m_path << ": " << status.Reason();
+    fs::path folder;
+    do
+        folder = fs::temp_directory_path() / ("tobbin " + std::to_string(++number));
+    while (!fs::create_directory(folder));
+    m_path = Utf8(folder.wstring()) + "\\";
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    RemoveAll(m_path.substr(0, m_path.size() - 1));
+    RemoveAll(m_path);
 }
 
 std::string Content(const std::string& path) {

@@ -18,16 +18,6 @@ class PlayerControl : public testing::Test {
     WinAMP_Control control{fake.outside};
 };
 
-TEST_F(PlayerControl, SendsEachQuestionsNumbers) {
-    FindPlayer();
-    control.ClearPlaylist();
-    control.GetPlayerStatus();
-    control.GetTrackPosition();
-    control.GetTrackLength();
-    control.GetPlayerVersion();
-    EXPECT_EQ(TakeLog(), (Log{"1024 0 101", "1024 0 104", "1024 0 105", "1024 1 105", "1024 0 0"}));
-}
-
 TEST_F(PlayerControl, AddsFilesByTheirAnsiOrShortPath) {
     FindPlayer();
     const std::string greek = "C:\\M\\\xCE\xA9.mp3";
@@ -100,17 +90,6 @@ TEST_F(PlayerControl, WithoutAWindowAsksToPlayASongFirst) {
     EXPECT_TRUE(fake.player.limits.empty());
 }
 
-TEST_F(PlayerControl, AWindowThatIsGoneTakesEverythingSilently) {
-    FindPlayer();
-    fake.player.isOpen = false;
-    control.ClearPlaylist();
-    EXPECT_EQ(control.GetPlayerStatus(), "STOPPED");
-    EXPECT_EQ(control.GetTrackPosition(), 0);
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-    EXPECT_FALSE(control.FindPlayerWindow());
-    EXPECT_FALSE(control.IsWindowKnown());
-}
-
 TEST_F(PlayerControl, SendsNothingMoreToAPlayerThatDoesNotAnswer) {
     FindPlayer();
     fake.player.hangs = true;
@@ -126,19 +105,6 @@ TEST_F(PlayerControl, SendsNothingMoreToAPlayerThatDoesNotAnswer) {
     fake.player.hangs = false;
     control.SetVolume(3);
     EXPECT_EQ(TakeLog(), (Log{"0 0 0", "1024 3 122"}));
-}
-
-TEST_F(PlayerControl, StartsThePlayerMinimised) {
-    EXPECT_FALSE(control.StartPlayer());
-    EXPECT_TRUE(fake.programs.started.empty());
-    control.PlayerProgramPath("c:\\player\\winamp.exe");
-    EXPECT_TRUE(control.StartPlayer());
-    ASSERT_EQ(fake.programs.started.size(), 1U);
-    EXPECT_EQ(fake.programs.started[0].program, "c:\\player\\winamp.exe");
-    EXPECT_EQ(fake.programs.started[0].arguments, "");
-    EXPECT_EQ(fake.programs.started[0].show, ShowProgram::MinimisedInactive);
-    fake.programs.succeeds = false;
-    EXPECT_FALSE(control.StartPlayer());
 }
 
 TEST_F(PlayerControl, TellsOfFilesThatCanNotBeJudged) {
