@@ -306,7 +306,7 @@ void PlayerPanel::OnTimer() {
     if (m_working || IsBusy())
         return;
     const Flag working(m_working);
-    if (!m_draggingTrack) {
+    if (m_control.AnswersAgain() && !m_draggingTrack) {
         BarState bar = Bar(PlayerBar::Track);
         const std::int32_t position = m_control.GetTrackPosition();
         if (position >= bar.minimum && position <= bar.maximum) {
@@ -316,7 +316,7 @@ void PlayerPanel::OnTimer() {
         if (bar.value == bar.maximum)
             SetButtonCaption(kPlay);
     }
-    const std::string status = m_control.AnswersAgain() ? m_control.GetPlayerStatus() : "";
+    const std::string status = m_control.IsAnswering() ? m_control.GetPlayerStatus() : "";
     ShowStatus(m_control.IsAnswering() ? status : kNoAnswer);
 }
 

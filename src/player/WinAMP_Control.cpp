@@ -66,8 +66,7 @@ bool WinAMP_Control::AnswersAgain() {
 }
 
 std::int32_t WinAMP_Control::Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
-                                  int limit, Empty empty) {
-    const std::int32_t noReply = empty == Empty::MinusOne ? -1 : 0;
+                                  int limit, std::int32_t noReply) {
     if (!AnswersAgain())
         return noReply;
     const PlayerReply reply = m_outside.player.Send(m_window, message, wParam, lParam, limit);
@@ -127,8 +126,7 @@ std::string WinAMP_Control::GetPlayerStatus() {
 std::int32_t WinAMP_Control::GetTrackPosition() {
     if (!WindowOrBox())
         return 0;
-    const std::int32_t milliseconds =
-        Send(kUser, 0, kPositionOrLength, kLimitOfTwo, Empty::MinusOne);
+    const std::int32_t milliseconds = Send(kUser, 0, kPositionOrLength, kLimitOfTwo, -1);
     return milliseconds == -1 ? -1 : milliseconds / 1000;
 }
 
@@ -137,7 +135,7 @@ std::int32_t WinAMP_Control::GetTrackLength() {
 }
 
 std::int32_t WinAMP_Control::TrackLength(int limit) {
-    return Send(kUser, 1, kPositionOrLength, limit, Empty::MinusOne);
+    return Send(kUser, 1, kPositionOrLength, limit, -1);
 }
 
 void WinAMP_Control::SetTrackPosition(std::int32_t seconds) {

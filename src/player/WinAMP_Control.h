@@ -81,12 +81,10 @@ class WinAMP_Control {
     bool AnswersAgain();
 
  private:
-    enum class Empty { Zero, MinusOne };  // what stands for a reply that didn't come in time
-
     bool WindowOrBox();
-    // `limit` in milliseconds.
+    // `limit` in milliseconds. Returns the reply; `noReply` for one that didn't come in time.
     std::int32_t Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam, int limit,
-                      Empty empty = Empty::Zero);
+                      std::int32_t noReply = 0);
     std::int32_t TrackLength(int limit);
     void Note(const PlayerReply& reply);
 
