@@ -201,10 +201,7 @@ TEST_F(EditingTest, DropsInOneStepAlsoBetweenWindows) {
         Window(to).Drop(dragged, folder, mode);
         return can;
     };
-    // Refused: where it is already, into itself, and what may not be cut.
-    EXPECT_FALSE(drop(0, "By Mood/Happy", {}, 0, "By Mood", DropMode::Move));
-    EXPECT_FALSE(drop(0, "By Mood/Happy", {0}, 0, "By Mood/Happy", DropMode::Move));
-    EXPECT_FALSE(drop(0, "By Mood/Happy", {0}, 0, "", DropMode::Copy));
+    // Refused: into itself, and what may not be cut.
     EXPECT_FALSE(drop(0, "By Mood", {}, 0, "By Mood/Happy", DropMode::Copy));
     EXPECT_EQ(LastLine(), "A folder can't be pasted into itself.");
     EXPECT_TRUE(fake.dialogs.boxes.empty());
@@ -260,6 +257,9 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     EXPECT_EQ(Window().RowText(0, 0) + Window().RowText(1, 1) + Window().RowText(2, 1), "d.MP321");
     EXPECT_EQ(LastLine(), "Added 3 songs to \"10's\".");
     EXPECT_NE(Bytes().find("d.MP3"), std::string::npos);
+    Window().Drop({&Window(), At("Decades/10's"), {0, 1}}, At("All Songs"), DropMode::Copy);
+    EXPECT_EQ(LastLine(), "Copied 1 song to \"All Songs\".");  // which holds the other one
+    Window().Undo();
     Window().DropFiles({"D:\\New\\d.MP3", "C:\\M\\a.mp3"}, At("All Songs"));
     EXPECT_EQ(Tree().substr(0, 20), "All Songs(abcd.MP3) ");
 

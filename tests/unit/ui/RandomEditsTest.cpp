@@ -173,6 +173,7 @@ class RandomEdits : public EditingTest {
         const DropMode mode = Below(2) == 0 ? DropMode::Move : DropMode::Copy;
         const bool special = now.IsSpecial(on);
         const bool isAllSongs = special && on.text == "All Songs";
+        bool fits = false;
         Rows rows;
         std::vector<int> songs;
         for (std::size_t row = 0; row < on.songs.size(); ++row)
@@ -190,12 +191,9 @@ class RandomEdits : public EditingTest {
         const std::size_t edit = plain.size() > 45 && Below(2) == 0 ? 2 : Below(16);
         switch (edit) {
             case 0:
-                menu(1, 4);
-                on.children.push_back({lastId++, "New Folder", {}, {}});
-                break;
             case 1:
-                menu(1, 5);
-                now.root.children.push_back({lastId++, "New Folder", {}, {}});
+                menu(1, edit == 0 ? 4 : 5);
+                (edit == 0 ? on : now.root).children.push_back({lastId++, "New Folder", {}, {}});
                 break;
             case 2:
             case 3:
@@ -258,8 +256,11 @@ class RandomEdits : public EditingTest {
                 });
                 break;
             case 12:
+                fits = !now.IsInside(to, on.id) &&
+                       (mode == DropMode::Copy || &now.ParentOf(on) != &to);
+                EXPECT_EQ(Window().CanDrop({&Window(), folder, {}}, target, mode), fits);
                 Window().Drop({&Window(), folder, {}}, target, mode);
-                if (now.IsInside(to, on.id) || (mode == DropMode::Move && &now.ParentOf(on) == &to))
+                if (!fits)
                     break;
                 if (mode == DropMode::Copy) {
                     to.children.push_back(Copy(on));
@@ -274,8 +275,10 @@ class RandomEdits : public EditingTest {
             case 13:
                 if (rows.empty())
                     break;
+                fits = target != nullptr && (mode == DropMode::Copy || &to != &on);
+                EXPECT_EQ(Window().CanDrop({&Window(), folder, rows}, target, mode), fits);
                 Window().Drop({&Window(), folder, rows}, target, mode);
-                if (target == nullptr || (mode == DropMode::Move && &to == &on))
+                if (!fits)
                     break;
                 if (mode == DropMode::Move && isAllSongs)
                     Refuse();
@@ -330,12 +333,10 @@ TEST_F(RandomEdits, DoWhatThePlainJukeboxDoesAndAreUndoneToTheByte) {
             Edit();
             now.bytes = Bytes();
         }
-        std::string tree, ranks;
-        for (const PlainFolder& top : now.root.children)
-            tree += (tree.empty() ? "" : " ") + Dump(top);
+        std::string ranks;
         for (const auto& [song, rank] : now.ranks)
             ranks += rank == "w" ? "3" : rank;
-        ASSERT_EQ(Tree(), tree) << i;
+        ASSERT_EQ("[" + Tree() + "]", Dump(now.root)) << i;
         ASSERT_EQ(Ranks(), ranks) << i;
         ASSERT_EQ(Bytes(), now.bytes) << i;
         ASSERT_EQ(Window().IsFormDirty(), now.version != savedVersion) << i;
