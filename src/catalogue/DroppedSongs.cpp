@@ -66,7 +66,7 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
     const std::string root = RootOfPath(path);
     const auto [known, isNewRoot] = m_reachable.try_emplace(root, false);
     if (isNewRoot)
-        known->second = m_outside.drives.IsReachable(root);
+        known->second = IsReachable(m_outside, root);
     if (!known->second)
         return {};
     const std::string name = FileNameOfPath(path);

@@ -15,9 +15,6 @@ MissingSongs::MissingSongs(Outside& outside, const RecordTable& table)
     : m_outside(outside), m_table(table) {}
 
 std::vector<std::int32_t> MissingSongs::Find() {
-    m_missing.clear();
-    m_reachable.clear();
-    m_listed.clear();
     std::vector<Song> songs;
     for (std::int32_t record = 1; record <= m_table.Size(); ++record) {
         const RecordTable::CellId folder = m_table.Id(clsMain::kFolder, record);

@@ -15,15 +15,15 @@ namespace tobbin {
 // listed (ending in "\"), the names of the songs that the catalogue does not have in it.
 using ListedFolders = std::unordered_map<std::string, std::vector<std::string>>;
 
-// Finds out which songs of the catalogue have lost their file. A drive or network share that can't
-// be reached says nothing of its songs: they are no answer either way.
+// One check of which songs of the catalogue have lost their file. A drive or network share that
+// can't be reached says nothing of its songs: they are no answer either way.
 class MissingSongs {
  public:
     MissingSongs(Outside& outside, const RecordTable& table);
 
     // The records, ascending, that are not marked as present or whose file is gone, but for those
     // on a drive that can't be reached. Each folder is listed once, and the system is asked for a
-    // single file only when the listing does not name it. Lets events through.
+    // single file only when the listing does not name it. Lets events through. Call it once.
     std::vector<std::int32_t> Find();
 
     // What the same listings held of other songs; call it once, after Find.

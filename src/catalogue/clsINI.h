@@ -4,17 +4,10 @@
 #include <functional>
 #include <string>
 
+#include "catalogue/LoadResult.h"
 #include "platform/Outside.h"
 
 namespace tobbin {
-
-// How reading one of the program's files went. Bad data is a value: the message names the file, the
-// place in it and what is wrong.
-enum class LoadOutcome { Loaded, NotThere, Damaged, Unreadable };
-struct LoadResult {
-    LoadOutcome outcome = LoadOutcome::Loaded;
-    std::string message;  // empty when loaded
-};
 
 // The program's lasting settings: ten lines of text in TheOrganizer.ini, each one property's value
 // in a fixed order. docs/settings-file.md describes the file.

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "catalogue/clsINI.h"
 #include "catalogue/clsMain.h"
+#include "catalogue/LoadResult.h"
 #include "jukebox/Jukebox.h"
 #include "platform/Disk.h"
 #include "util/SystemText.h"
