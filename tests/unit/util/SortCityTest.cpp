@@ -110,15 +110,6 @@ StringTable TableOf(const std::vector<std::string>& keys) {
     return table;
 }
 
-std::string SortedKeys(std::vector<std::string> keys, Routine routine) {
-    StringTable table = TableOf(keys);
-    Sort(table, 1, table.UpperRow(), 1, 2, routine);
-    std::string joined;
-    for (int row = 1; row <= table.UpperRow(); ++row)
-        joined += (row > 1 ? "," : "") + table.At(1, row);
-    return joined;
-}
-
 // Sorts a table both ways. The plain steps may need more than the bound of their depth; then only
 // the order of the keys, and that each row stayed whole, is promised.
 void ExpectSortedAsByPlainSteps(const StringTable& table, int first, int last, int keyColumn,
@@ -140,6 +131,7 @@ void ExpectSortedAsByPlainSteps(const StringTable& table, int first, int last, i
 }
 
 TEST(SortCity, MovesRowsAsThePlainStepsDo) {
+    // A pair of surrogates stands before U+FF41, though its UTF-8 begins with the higher byte.
     const char* const texts[] = {"abc",
                                  "ABC",
                                  "aBc",
@@ -212,17 +204,6 @@ TEST(SortCity, SortsAdverseTables) {
         for (int row = 2; row <= 200'000; ++row)
             ASSERT_LE(table.At(1, row - 1), table.At(1, row));
     }
-}
-
-TEST(SortCity, OrdersTextsByLowerCaseAndNumbersByValue) {
-    EXPECT_EQ(SortedKeys({"Zebra", "apple", "_"}, Routine::StringsAscending), "_,apple,Zebra");
-    EXPECT_EQ(SortedKeys({"10", "9", "2.5", "3.5"}, Routine::NumericAscending), "2.5,3.5,9,10");
-    EXPECT_EQ(SortedKeys({"9", "3", "10"}, Routine::NumericDecending), "10,9,3");
-    EXPECT_EQ(SortedKeys({"abc", "ABC"}, Routine::StringsAscending),
-              "ABC,abc");  // equal: exchanged
-    // A pair of surrogates stands before U+FF41, though its UTF-8 begins with the higher byte.
-    EXPECT_EQ(SortedKeys({"\xEF\xBD\x81", "\xF0\x9F\x8E\xB5"}, Routine::StringsAscending),
-              "\xF0\x9F\x8E\xB5,\xEF\xBD\x81");
 }
 
 TEST(SortCity, RaisesWhatABadRequestDeserves) {
