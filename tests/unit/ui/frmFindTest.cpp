@@ -76,31 +76,35 @@ TEST_F(FindTest, LooksOnFromTheFocusedSongWithTheDialogClosed) {
     EXPECT_EQ(Find("a"), "nothing");
 }
 
+// Fills a jukebox with some folders of some songs, and returns them in the order of the tree.
+std::vector<Folder*> MakeFolders(Jukebox& jukebox, std::mt19937& random) {
+    while (jukebox.RootCount() > 0)
+        jukebox.Remove(jukebox.Root(0));
+    std::vector<Folder*> made;
+    for (std::size_t i = 0; i < 1 + random() % 12; ++i) {
+        Folder* const parent =
+            made.empty() || random() % 3 == 0 ? nullptr : made[random() % made.size()];
+        made.push_back(&jukebox.AddChild(parent, std::string(1, "xyz"[random() % 3])));
+        std::vector<SongItem> songs(random() % 5);
+        for (SongItem& song : songs)
+            song = jukebox.MakeItem("", 1 + static_cast<std::int32_t>(random() % 3), 2);
+        jukebox.AppendSongs(*made.back(), songs);
+    }
+    made.clear();
+    for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder))
+        made.push_back(folder);
+    return made;
+}
+
 TEST_F(FindTest, PassesEachFolderOnceAndTheFirstOneTwice) {
     const char* const names[] = {"ab", "bc", "cd"};
     std::mt19937 random(7);
     for (int round = 0; round < 60; ++round) {
         JukeboxWindow& window = OpenJukebox("ROUND");
         FakeJukeboxView& view = *frame.children.back().view;
-        Jukebox& jukebox = window.Model();
-        while (jukebox.RootCount() > 0)
-            jukebox.Remove(jukebox.Root(0));
-        std::vector<Folder*> folders;
-        for (std::size_t i = 0; i < 1 + random() % 12; ++i) {
-            Folder* const parent =
-                folders.empty() || random() % 3 == 0 ? nullptr : folders[random() % folders.size()];
-            folders.push_back(&jukebox.AddChild(parent, std::string(1, "xyz"[random() % 3])));
-            std::vector<SongItem> songs(random() % 5);
-            for (SongItem& song : songs)
-                song = jukebox.MakeItem("", 1 + static_cast<std::int32_t>(random() % 3), 2);
-            jukebox.AppendSongs(*folders.back(), songs);
-        }
+        const std::vector<Folder*> folders = MakeFolders(window.Model(), random);
         for (std::int32_t record = 1; record <= 3; ++record)
             Name(record, names[record - 1]);
-        folders.clear();
-        for (Folder* folder = jukebox.Next(nullptr); folder != nullptr;
-             folder = jukebox.Next(folder))
-            folders.push_back(folder);
         view.SelectFolder(folders[random() % folders.size()]);
         commands.Find().Load();
         std::string text;
