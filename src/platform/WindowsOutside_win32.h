@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ClockAndChance_win32.h"
 #include "platform/Clipboard_win32.h"
+#include "platform/ClockAndChance_win32.h"
 #include "platform/ComPtr_win32.h"
 #include "platform/Dialogs_win32.h"
 #include "platform/Disk_win32.h"
@@ -44,8 +44,8 @@ class WindowsOutside {
     KeptStatusLine m_statusLine;
     SystemPlayerWindow m_player;
     WindowsClipboard m_clipboard;
-    Outside m_outside{m_text,     m_disk,   m_drives, m_dialogs,    m_userSettings,
-                      m_programs, m_events, m_clock,  m_statusLine, m_player, m_clipboard};
+    Outside m_outside{m_text,   m_disk,  m_drives,     m_dialogs, m_userSettings, m_programs,
+                      m_events, m_clock, m_statusLine, m_player,  m_clipboard};
 };
 
 }  // namespace tobbin
