@@ -19,7 +19,10 @@ class FakeJukeboxView : public JukeboxView {
     bool active = false;
     JukeboxWindow* controller = nullptr;
 
+    // As a real tree does, tells nothing when the folder is selected already.
     void SelectFolder(Folder* folder) override {
+        if (folder == controller->SelectedFolder())
+            return;
         rows.clear();
         focusedRow.reset();
         controller->OnFolderSelected(folder);
