@@ -2,6 +2,7 @@
 
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "shell/RecentMenu.h"
 
 namespace tobbin {
 namespace {
@@ -37,12 +38,21 @@ bool FrameMenu::IsFrameCommand(int number) {
     return number >= IDM_NEW && number <= IDM_ABOUT;
 }
 
+std::optional<int> FrameMenu::MaybeRecent(int number) {
+    if (number <= IDM_RECENT || number > IDM_RECENT + static_cast<int>(RecentMenu::kMost))
+        return std::nullopt;
+    return number - IDM_RECENT;
+}
+
 void FrameMenu::EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const {
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
         const auto number = static_cast<int>(GetMenuItemID(menu, i));  // -1 for a menu in it
-        if (IsFrameCommand(number))
-            EnableMenuItem(menu, static_cast<UINT>(number),
-                           isEnabled(static_cast<FrameCommand>(number)) ? MF_ENABLED : MF_GRAYED);
+        const bool isRecent = MaybeRecent(number).has_value();
+        if (!isRecent && !IsFrameCommand(number))
+            continue;
+        const auto command = isRecent ? FrameCommand::Open : static_cast<FrameCommand>(number);
+        EnableMenuItem(menu, static_cast<UINT>(number),
+                       isEnabled(command) ? MF_ENABLED : MF_GRAYED);
     }
 }
 

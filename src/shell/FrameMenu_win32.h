@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ class FrameMenu {
     // The menu that carries the list of open windows.
     HMENU WindowList() const { return m_windowList; }
 
-    // Greys what can't act in a menu that is about to open.
+    // Greys what can't act in a menu that is about to open. A recent jukebox can be opened when any
+    // can.
     void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
 
     // Ticks what is switched on.
@@ -31,6 +33,8 @@ class FrameMenu {
     void ShowRecent(const std::vector<std::string>& captions);
 
     static bool IsFrameCommand(int number);
+    // Which of the recent jukeboxes an item stands for, from 1.
+    static std::optional<int> MaybeRecent(int number);
 
  private:
     UniqueMenu m_menu;

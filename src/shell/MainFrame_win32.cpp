@@ -174,8 +174,8 @@ void MainFrame::OnCommand(int command) {
     m_outside.Status().Clear();
     if (command > IDM_TOOLBAR && command <= IDM_TOOLBAR + kToolbarButtons)
         m_contents.Commands().ClickButton(command - IDM_TOOLBAR);
-    else if (command > IDM_RECENT && command <= IDM_RECENT + static_cast<int>(RecentMenu::kMost))
-        m_contents.Commands().Files().OpenRecent(command - IDM_RECENT);
+    else if (const auto recent = FrameMenu::MaybeRecent(command))
+        m_contents.Commands().Files().OpenRecent(*recent);
     else if (FrameMenu::IsFrameCommand(command))
         m_contents.Commands().Do(static_cast<FrameCommand>(command));
     m_barsOutdated = true;

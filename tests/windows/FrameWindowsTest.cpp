@@ -117,6 +117,8 @@ TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
     GetMenuStringW(file, IDM_RECENT + 1, text, 100, MF_BYCOMMAND);
     EXPECT_STREQ(text, L"&1.  C:\\pop.juk");
     EXPECT_NE(GetMenuState(file, static_cast<UINT>(before), MF_BYPOSITION) & MF_SEPARATOR, 0U);
+    menu.EnableItems(file, [](FrameCommand command) { return command != FrameCommand::Open; });
+    EXPECT_NE(GetMenuState(file, IDM_RECENT + 2, MF_BYCOMMAND) & MF_GRAYED, 0U);
 }
 
 }  // namespace
