@@ -77,11 +77,22 @@ class JukeboxWriter {
             return m_records.Plain(recordAhead(i, ahead))[clsMain::kFileName - 1];
         };
         for (std::size_t i = 0; i < songs.size(); ++i) {
+            PrefetchKnown(recordAhead(i, 3 * kAhead));
             m_records.PrefetchRow(recordAhead(i, 3 * kAhead));
+            PrefetchPlaceOf(m_records.Plain(recordAhead(i, 2 * kAhead))[clsMain::kFolder - 1]);
             m_records.PrefetchPlace(nameAhead(i, 2 * kAhead));
             m_records.PrefetchText(nameAhead(i, kAhead));
             WriteSong(jukebox, songs[i]);
         }
+    }
+
+    void PrefetchKnown(std::int32_t record) const {
+        if (record > 0 && static_cast<std::size_t>(record) < m_knownRecords.size())
+            __builtin_prefetch(&m_knownRecords[static_cast<std::size_t>(record)]);
+    }
+    void PrefetchPlaceOf(RecordTable::CellId folder) const {
+        if (folder < m_placesOfFolders.size())
+            __builtin_prefetch(&m_placesOfFolders[folder]);
     }
 
     void WriteSong(const Jukebox& jukebox, const SongItem& item) {
