@@ -165,6 +165,12 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
     m_building = wasBuilding;
 }
 
+void AutomaticGroups::ShowProgressIn(Progress& progress, const std::function<void()>& work) {
+    Progress* const other = std::exchange(m_progress, &progress);
+    work();
+    m_progress = other;
+}
+
 bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
     for (std::size_t i = 0; i < m_jukeboxes.Count(); ++i)
         if (&m_jukeboxes.At(i) == &jukebox)

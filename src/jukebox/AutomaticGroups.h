@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -26,8 +27,8 @@ class AutomaticGroups {
     static constexpr char kStopped[] =
         "Stopped.  \"Bring In New Songs\" puts the other songs into the folders.";
 
-    // Null for work whose progress is not to be seen.
-    void ShowProgressIn(Progress* progress) { m_progress = progress; }
+    // Carries out work whose runs show their progress; that of other runs is not to be seen.
+    void ShowProgressIn(Progress& progress, const std::function<void()>& work);
 
     // `mode` 1 leaves "New" alone. When `catalogueLoaded` is false the catalogue is loaded first.
     // `caption` picks the jukeboxes with exactly that caption; empty picks all. Every picked one is

@@ -115,9 +115,8 @@ void FramePlayer::InstallPlayer() {
                          [&] { return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(); });
         if (catalogue.UBoundOfMp3Array() != before) {
             window.GoOn();
-            m_application.Groups().ShowProgressIn(&silent);
-            m_application.Groups().BuildAutomaticGroups(0, true, "");
-            m_application.Groups().ShowProgressIn(nullptr);
+            m_application.Groups().ShowProgressIn(
+                silent, [this] { m_application.Groups().BuildAutomaticGroups(0, true, ""); });
         }
         m_application.LongWork().Window(nullptr);
     });

@@ -128,9 +128,7 @@ void JukeboxFiles::Refresh(const std::function<bool()>& hasClosed,
     RebuildProgress progress(m_application.TheOutside().statusLine,
                              [&] { return m_stopRefreshing || hasClosed(); });
     m_refreshing = true;
-    m_application.Groups().ShowProgressIn(&progress);
-    build(progress);
-    m_application.Groups().ShowProgressIn(nullptr);
+    m_application.Groups().ShowProgressIn(progress, [&] { build(progress); });
     m_refreshing = false;
     if (m_stopRefreshing)
         m_application.TheOutside().statusLine.Say(AutomaticGroups::kStopped);

@@ -33,9 +33,8 @@ void NewSongs::Search(bool wholeComputer) {
     const std::int32_t found = catalogue.UBoundOfMp3Array() - before;
     if (saved) {
         window->GoOn();  // What a search found before it was stopped shall be filed.
-        m_application.Groups().ShowProgressIn(window.get());
-        m_application.Groups().BuildAutomaticGroups(0, true, "");
-        m_application.Groups().ShowProgressIn(nullptr);
+        m_application.Groups().ShowProgressIn(
+            *window, [this] { m_application.Groups().BuildAutomaticGroups(0, true, ""); });
     }
     m_application.LongWork().Window(nullptr);
     window->Close();

@@ -275,9 +275,7 @@ Jukebox* StartUp::MaybeLastJukebox() {
 
 void StartUp::Group(Progress& progress, const std::function<void()>& build) {
     m_view.ShowProgressArea(true);
-    m_application.Groups().ShowProgressIn(&progress);
-    build();
-    m_application.Groups().ShowProgressIn(nullptr);
+    m_application.Groups().ShowProgressIn(progress, build);
     if (progress.StopRequested())
         m_outside.statusLine.Say(AutomaticGroups::kStopped);
     m_view.ShowProgressArea(false);
