@@ -44,7 +44,7 @@ class FullFolder {
 
  public:
     Folder& folder = m_jukebox.AddChild(nullptr, "Songs");
-    JukeboxWindow window{{m_machine.outside, m_machine.catalogue, m_machine.settings,
+    JukeboxWindow window{{m_machine.environment, m_machine.catalogue, m_machine.settings,
                           m_machine.sorter, m_clipboard, m_machine.Open()},
                          m_jukebox,
                          m_host};

@@ -56,11 +56,11 @@ Time Load(const TemporaryFolder& folder) {
 // Fills the automatic groups with 100,000 songs, whose files are in memory.
 Time FileByArtists(int artists) {
     constexpr int kSongs = 100'000;
-    FakeOutside fake;
-    clsINI settings(fake.outside, "C:\\T\\");
+    FakeEnvironment fake;
+    clsINI settings(fake.environment, "C:\\T\\");
     SortCity sorter(fake.text);
     Progress progress;
-    clsMain catalogue(fake.outside, settings, sorter, progress);
+    clsMain catalogue(fake.environment, settings, sorter, progress);
     for (int i = 0; i < kSongs; ++i) {
         const std::string folder = "C:\\Music\\" + std::to_string(i / 10) + "\\";
         const std::string name = std::to_string(i) + " A song.mp3";
@@ -75,7 +75,7 @@ Time FileByArtists(int artists) {
         Jukebox& At(std::size_t /*index*/) const override { return only; }
         Jukebox& only;
     } open(jukebox);
-    AutomaticGroups groups(fake.outside, catalogue, open);
+    AutomaticGroups groups(fake.environment, catalogue, open);
     return TimeOf([&] { BuildInitialJukebox(jukebox, groups, progress); });
 }
 
@@ -86,13 +86,13 @@ double FindNothing() {
     SongClipboard clipboard;
     FakeJukeboxWindowHost host;
     FakeJukeboxView view;
-    JukeboxWindow window({machine.outside, machine.catalogue, machine.settings, machine.sorter,
+    JukeboxWindow window({machine.environment, machine.catalogue, machine.settings, machine.sorter,
                           clipboard, machine.Open()},
                          machine.model, host);
     view.controller = &window;
     window.SetView(&view);
     view.SelectFolder(machine.model.Next(nullptr));
-    frmFind find(machine.outside, machine.catalogue, [&] { return &window; });
+    frmFind find(machine.environment, machine.catalogue, [&] { return &window; });
     find.Load();
     return TimeOf([&] { find.Command1_Click("no song is called so"); }).byClock * 1000;
 }

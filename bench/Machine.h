@@ -4,7 +4,7 @@
 
 #include "catalogue/clsINI.h"
 #include "catalogue/clsMain.h"
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "jukebox/AutomaticGroups.h"
 #include "PosixDisk.h"
 
@@ -16,18 +16,18 @@ class Machine : private OpenJukeboxes {
  public:
     explicit Machine(const std::string& root) : disk(root) {}
 
-    FakeOutside fake;
+    FakeEnvironment fake;
     PosixDisk disk;
-    Outside outside{fake.text,         disk,          fake.drives,   fake.dialogs,
-                    fake.userSettings, fake.programs, fake.events,   fake.clock,
-                    fake.statusLine,   fake.player,   fake.clipboard};
+    Environment environment{fake.text,         disk,          fake.drives,   fake.dialogs,
+                            fake.userSettings, fake.programs, fake.events,   fake.clock,
+                            fake.statusLine,   fake.player,   fake.clipboard};
     SortCity sorter{fake.text};
     Progress progress;
-    clsINI settings{outside, "C:\\Tobbin\\"};
-    clsMain catalogue{outside, settings, sorter, progress};
+    clsINI settings{environment, "C:\\Tobbin\\"};
+    clsMain catalogue{environment, settings, sorter, progress};
     Jukebox* jukebox = nullptr;  // the open one, if any
     OpenJukeboxes& Open() { return *this; }
-    AutomaticGroups groups{outside, catalogue, *this};
+    AutomaticGroups groups{environment, catalogue, *this};
 
  private:
     std::size_t Count() const override { return jukebox != nullptr ? 1 : 0; }

@@ -106,7 +106,7 @@ DiskStatus PosixDisk::Stat(const std::string& path, PathInfo& info) {
     return {};
 }
 
-DiskStatus PosixDisk::List(const std::string& folder, const ListingWish& wish,
+DiskStatus PosixDisk::List(const std::string& folder, const ListOptions& wish,
                            FolderListing& listing) {
     listing = {};
     DIR* const stream = opendir(Local(folder).c_str());

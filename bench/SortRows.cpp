@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "Rows.h"
 #include "util/Convert.h"
 #include "util/SortCity.h"

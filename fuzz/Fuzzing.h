@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "util/Check.h"
 
 namespace tobbin {

@@ -9,16 +9,16 @@ namespace tobbin {
 
 void TakeInput(std::string_view bytes) {
     constexpr char kPath[] = "C:\\T\\Grouping\\FileLocNames.lmz";
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFolder("C:\\T\\Grouping\\System");
     fake.disk.AddFile(kPath, std::string(bytes));
-    clsINI settings(fake.outside, "C:\\T\\");
+    clsINI settings(fake.environment, "C:\\T\\");
     settings.LocOfGroupingDir("C:\\T\\Grouping\\");
     settings.NumerOfRecordsInTheMain(1);
     SortCity sorter(fake.text);
     FakeProgress progress;
-    clsMain catalogue(fake.outside, settings, sorter, progress);
-    const CatalogueStart start = LoadCatalogueAtStart(fake.outside, settings, catalogue);
+    clsMain catalogue(fake.environment, settings, sorter, progress);
+    const CatalogueStart start = LoadCatalogueAtStart(fake.environment, settings, catalogue);
     const std::int32_t songs = SummariseCatalogue(bytes).songs;
     CHECK(catalogue.UBoundOfMp3Array() >= songs);
     if (start.finding == CatalogueFinding::Damaged)

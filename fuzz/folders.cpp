@@ -6,10 +6,10 @@
 namespace tobbin {
 
 void TakeInput(std::string_view bytes) {
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFile("C:\\list", std::string(bytes));
     std::vector<std::string> folders;
-    CHECK(ReadSongFolderList(fake.outside, "C:\\list", folders).Ok());
+    CHECK(ReadSongFolderList(fake.environment, "C:\\list", folders).Ok());
     for (const std::string& folder : folders)
         CHECK(folder.ends_with('\\') && !RootOfPath(folder).empty());
 }

@@ -12,11 +12,11 @@ namespace {
 
 // Returns what a save of the loaded jukebox writes; nothing for a file that is refused.
 std::string Resave(const std::string& bytes) {
-    FakeOutside fake;
-    clsINI settings(fake.outside, "C:\\T\\");
+    FakeEnvironment fake;
+    clsINI settings(fake.environment, "C:\\T\\");
     SortCity sorter(fake.text);
     FakeProgress progress;
-    const clsMain catalogue(fake.outside, settings, sorter, progress);
+    const clsMain catalogue(fake.environment, settings, sorter, progress);
     std::unique_ptr<Jukebox> jukebox;
     const LoadResult result = ReadJukebox(bytes, "C:\\a.juk", catalogue, fake.text, jukebox);
     CHECK((jukebox != nullptr) == (result.outcome == LoadOutcome::Loaded));

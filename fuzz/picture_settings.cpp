@@ -5,15 +5,16 @@
 namespace tobbin {
 
 void TakeInput(std::string_view bytes) {
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFile("C:\\a.poc", std::string(bytes));
     PictureSettings settings;
-    if (LoadPictureSettings(fake.outside, "C:\\a.poc", settings).outcome != LoadOutcome::Loaded)
+    if (LoadPictureSettings(fake.environment, "C:\\a.poc", settings).outcome != LoadOutcome::Loaded)
         return;
     for (const FlagText flags : {FlagText::TruthValue, FlagText::CheckBox}) {
-        CHECK(SavePictureSettings(fake.outside, "C:\\a.poc", settings, flags).Ok());
+        CHECK(SavePictureSettings(fake.environment, "C:\\a.poc", settings, flags).Ok());
         PictureSettings again;
-        CHECK(LoadPictureSettings(fake.outside, "C:\\a.poc", again).outcome == LoadOutcome::Loaded);
+        CHECK(LoadPictureSettings(fake.environment, "C:\\a.poc", again).outcome ==
+              LoadOutcome::Loaded);
         CHECK(again.picture == settings.picture);
         CHECK(again.tiled == settings.tiled && again.shown == settings.shown);
     }

@@ -23,15 +23,15 @@ std::string Everything(const clsINI& settings) {
 }  // namespace
 
 void TakeInput(std::string_view bytes) {
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFile(kPath, std::string(bytes));
-    clsINI settings(fake.outside, "C:\\T\\");
+    clsINI settings(fake.environment, "C:\\T\\");
     const LoadResult result = settings.GetandLoadIniInfo(kPath);
     CHECK(result.message.empty() == (result.outcome == LoadOutcome::Loaded));
     if (result.outcome != LoadOutcome::Loaded)
         return;
     CHECK(settings.Save(kPath));
-    clsINI again(fake.outside, "C:\\T\\");
+    clsINI again(fake.environment, "C:\\T\\");
     CHECK(again.GetandLoadIniInfo(kPath).outcome == LoadOutcome::Loaded);
     CHECK(Everything(again) == Everything(settings));
 }

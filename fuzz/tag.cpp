@@ -13,7 +13,7 @@ std::string Everything(const MP3TagEditor& tag) {
 }  // namespace
 
 void TakeInput(std::string_view bytes) {
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFile("C:\\a.mp3", std::string(bytes));
     MP3TagEditor tag(fake.disk, fake.text);
     CHECK(tag.LoadMP3("C:\\a.mp3"));

@@ -10,10 +10,10 @@ void TakeInput(std::string_view bytes) {
         void ShowTip(const std::string&) override { ++shown; }
         void TickTipsAtStartUp(bool) override {}
     } view;
-    FakeOutside fake;
+    FakeEnvironment fake;
     fake.disk.AddFile("C:\\T\\TIPOFDAY.TXT", std::string(bytes));
     fake.clock.random = 0.999999;
-    Tips tips(fake.outside, "C:\\T\\");
+    Tips tips(fake.environment, "C:\\T\\");
     tips.Load(view);
     CHECK(view.shown == (bytes.empty() || bytes == "\xEF\xBB\xBF" ? 0 : 1));
 }

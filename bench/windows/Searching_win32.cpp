@@ -10,7 +10,7 @@
 
 #include "Pinger_win32.h"
 #include "platform/UniqueHandle_win32.h"
-#include "platform/WindowsOutside_win32.h"
+#include "platform/WindowsEnvironment_win32.h"
 #include "search/SongSearch.h"
 #include "shell/Application.h"
 #include "shell/Splash_win32.h"
@@ -59,13 +59,13 @@ double ListBare(const std::vector<std::wstring>& roots, int& songs) {
 }
 
 double SearchAsTheProgram(int& songs) {
-    WindowsOutside outside;
-    Application application(outside.Interfaces(), {"C:\\nowhere\\", "C:\\nowhere\\", ""});
+    WindowsEnvironment environment;
+    Application application(environment.Interfaces(), {"C:\\nowhere\\", "C:\\nowhere\\", ""});
     Splash splash;
     splash.Open();
     splash.ShowProgressArea(true);
     const double begin = Now();
-    SongSearch(outside.Interfaces(), splash, application.Catalogue()).SearchHardDrives();
+    SongSearch(environment.Interfaces(), splash, application.Catalogue()).SearchHardDrives();
     songs = application.Catalogue().UBoundOfMp3Array();
     return Now() - begin;
 }

@@ -9,8 +9,8 @@ namespace {
 constexpr std::int64_t kSecondsKept = std::int64_t{30} * 24 * 60 * 60;
 }
 
-CatalogueBackup::CatalogueBackup(Outside& outside, std::string cataloguePath)
-    : m_outside(outside), m_cataloguePath(std::move(cataloguePath)) {}
+CatalogueBackup::CatalogueBackup(Environment& environment, std::string cataloguePath)
+    : m_environment(environment), m_cataloguePath(std::move(cataloguePath)) {}
 
 std::string CatalogueBackup::Path() const {
     return m_cataloguePath.substr(0, m_cataloguePath.rfind('.')) + ".bak";
@@ -19,30 +19,31 @@ std::string CatalogueBackup::Path() const {
 bool CatalogueBackup::Keep() {
     const DiskStatus status = CopyWhereWanted();
     if (!status.Ok())
-        m_outside.statusLine.Say("The copy \"" + Path() +
-                                 "\" of the song catalogue was not made: " + status.Reason() + ".");
+        m_environment.statusLine.Say("The copy \"" + Path() +
+                                     "\" of the song catalogue was not made: " + status.Reason() +
+                                     ".");
     return status.Ok();
 }
 
 DiskStatus CatalogueBackup::CopyWhereWanted() {
     std::string catalogue;
-    DiskStatus status = ReadWholeFile(m_outside.disk, m_cataloguePath, catalogue);
+    DiskStatus status = ReadWholeFile(m_environment.disk, m_cataloguePath, catalogue);
     if (status.Error() == DiskError::NotFound)
         return {};
     PathInfo backup;
     if (status.Ok())
-        status = m_outside.disk.Stat(Path(), backup);
+        status = m_environment.disk.Stat(Path(), backup);
     if (!status.Ok())
         return status;
     if (backup.kind == PathKind::File &&
-        m_outside.clock.UnixTime() - backup.modifiedTime <= kSecondsKept) {
+        m_environment.clock.UnixTime() - backup.modifiedTime <= kSecondsKept) {
         std::string old;
-        if (status = ReadWholeFile(m_outside.disk, Path(), old); !status.Ok())
+        if (status = ReadWholeFile(m_environment.disk, Path(), old); !status.Ok())
             return status;
         if (SummariseCatalogue(old).presentSongs > SummariseCatalogue(catalogue).presentSongs)
             return {};
     }
-    return SaveWholeFile(m_outside.disk, Path(), catalogue);
+    return SaveWholeFile(m_environment.disk, Path(), catalogue);
 }
 
 }  // namespace tobbin

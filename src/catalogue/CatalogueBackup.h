@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -11,7 +11,7 @@ namespace tobbin {
 // over 30 days old, so that one bad start can't push out the last good state.
 class CatalogueBackup {
  public:
-    CatalogueBackup(Outside& outside, std::string cataloguePath);
+    CatalogueBackup(Environment& environment, std::string cataloguePath);
 
     // Copies the catalogue file as it stands on the disk, where the rule wants it. Returns whether
     // a copy is there that the rule is content with, or there is nothing to copy; when not, the
@@ -23,7 +23,7 @@ class CatalogueBackup {
  private:
     DiskStatus CopyWhereWanted();
 
-    Outside& m_outside;
+    Environment& m_environment;
     std::string m_cataloguePath;
 };
 

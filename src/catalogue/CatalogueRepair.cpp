@@ -8,8 +8,8 @@ namespace {
 
 class CatalogueRepair {
  public:
-    CatalogueRepair(Outside& outside, clsINI& settings, clsMain& catalogue)
-        : m_outside(outside),
+    CatalogueRepair(Environment& environment, clsINI& settings, clsMain& catalogue)
+        : m_environment(environment),
           m_settings(settings),
           m_catalogue(catalogue),
           m_path(catalogue.CataloguePath()) {}
@@ -20,7 +20,8 @@ class CatalogueRepair {
             return {CatalogueFinding::Loaded, "", ""};
         // Something doesn't agree, so the file itself is looked at.
         std::string file;
-        if (const DiskStatus status = ReadWholeFile(m_outside.disk, m_path, file); !status.Ok()) {
+        if (const DiskStatus status = ReadWholeFile(m_environment.disk, m_path, file);
+            !status.Ok()) {
             if (status.Error() == DiskError::NotFound)
                 return WithoutSongs(expectsSongs, "is not there any more");
             return Unreadable();
@@ -56,8 +57,8 @@ class CatalogueRepair {
             return {};
         std::string message = Sentence(what);
         PathInfo backup;
-        const std::string backupPath = CatalogueBackup(m_outside, m_path).Path();
-        if (m_outside.disk.Stat(backupPath, backup).Ok() && backup.kind == PathKind::File)
+        const std::string backupPath = CatalogueBackup(m_environment, m_path).Path();
+        if (m_environment.disk.Stat(backupPath, backup).Ok() && backup.kind == PathKind::File)
             message += "  An earlier copy of it is kept as \"" + backupPath + "\".";
         return {CatalogueFinding::Gone, message, ""};
     }
@@ -73,13 +74,13 @@ class CatalogueRepair {
         CatalogueStart start{CatalogueFinding::Damaged, Sentence("is " + summary.damage->Words()),
                              ""};
         std::string keptAs;
-        DiskStatus status = songs == 0 ? KeepDamagedFileAside(m_outside.disk, m_path, keptAs)
-                                       : KeepCopyAside(m_outside.disk, m_path, keptAs);
+        DiskStatus status = songs == 0 ? KeepDamagedFileAside(m_environment.disk, m_path, keptAs)
+                                       : KeepCopyAside(m_environment.disk, m_path, keptAs);
         if (status.Ok()) {
             start.keptAs = keptAs;
             start.message += "  It is kept as \"" + keptAs + "\".";
             if (songs > 0)
-                status = SaveWholeFile(m_outside.disk, m_path, good);
+                status = SaveWholeFile(m_environment.disk, m_path, good);
         }
         if (!status.Ok())
             start.message += "  It could not be mended: " + status.Reason() + ".";
@@ -93,7 +94,7 @@ class CatalogueRepair {
         return "The song catalogue \"" + m_path + "\" " + what + ".";
     }
 
-    Outside& m_outside;
+    Environment& m_environment;
     clsINI& m_settings;
     clsMain& m_catalogue;
     std::string m_path;
@@ -101,8 +102,9 @@ class CatalogueRepair {
 
 }  // namespace
 
-CatalogueStart LoadCatalogueAtStart(Outside& outside, clsINI& settings, clsMain& catalogue) {
-    return CatalogueRepair(outside, settings, catalogue).Load();
+CatalogueStart LoadCatalogueAtStart(Environment& environment, clsINI& settings,
+                                    clsMain& catalogue) {
+    return CatalogueRepair(environment, settings, catalogue).Load();
 }
 
 }  // namespace tobbin

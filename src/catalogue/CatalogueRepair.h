@@ -30,6 +30,6 @@ struct CatalogueStart {
 //   aside; the file of the catalogue's name is whole again. Songs may be missing: ask as above.
 // - After Unreadable the table has no songs, and neither it nor the settings must be changed: the
 //   passes over the catalogue are to be left out in this run. clsMain::Save refuses.
-CatalogueStart LoadCatalogueAtStart(Outside& outside, clsINI& settings, clsMain& catalogue);
+CatalogueStart LoadCatalogueAtStart(Environment& environment, clsINI& settings, clsMain& catalogue);
 
 }  // namespace tobbin

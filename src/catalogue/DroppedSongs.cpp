@@ -26,8 +26,8 @@ std::string Shortened(const std::string& text) {
 
 }  // namespace
 
-DroppedSongs::DroppedSongs(Outside& outside, const std::vector<std::string>& dropped)
-    : m_outside(outside) {
+DroppedSongs::DroppedSongs(Environment& environment, const std::vector<std::string>& dropped)
+    : m_environment(environment) {
     for (const std::string& path : dropped) {
         if (SongListFile::IsListName(path))
             TakeList(path);
@@ -39,17 +39,17 @@ DroppedSongs::DroppedSongs(Outside& outside, const std::vector<std::string>& dro
 void DroppedSongs::TakeList(const std::string& listPath) {
     PathInfo info;
     std::string bytes;
-    DiskStatus status = m_outside.disk.Stat(listPath, info);
+    DiskStatus status = m_environment.disk.Stat(listPath, info);
     const bool tooLarge = status.Ok() && info.size > kLargestList;
     if (status.Ok() && !tooLarge)
-        status = ReadWholeFile(m_outside.disk, listPath, bytes);
+        status = ReadWholeFile(m_environment.disk, listPath, bytes);
     if (tooLarge || !status.Ok()) {
         m_unreadLists += "The list " + listPath + " could not be read: " +
                          (tooLarge ? "it is too large for a list of songs" : status.Reason()) +
                          ".\r\n";
         return;
     }
-    const SongListFile list(m_outside.text, listPath, bytes);
+    const SongListFile list(m_environment.text, listPath, bytes);
     m_listed += list.Entries().size();
     for (const auto& [text, path] : list.Entries()) {
         std::string found = MaybeFound(path);
@@ -66,7 +66,7 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
     const std::string root = RootOfPath(path);
     const auto [known, isNewRoot] = m_reachable.try_emplace(root, false);
     if (isNewRoot)
-        known->second = IsReachable(m_outside, root);
+        known->second = IsReachable(m_environment, root);
     if (!known->second)
         return {};
     const std::string name = FileNameOfPath(path);
@@ -77,20 +77,20 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
         names = NamesIn(folder);
     auto found = names.find(name);
     if (found == names.end())
-        found = names.find(m_outside.text.ToLower(name));
+        found = names.find(m_environment.text.ToLower(name));
     if (found != names.end())
         return folder + found->second;
-    return FileExists(m_outside.disk, path) ? path : std::string();
+    return FileExists(m_environment.disk, path) ? path : std::string();
 }
 
 DroppedSongs::Names DroppedSongs::NamesIn(const std::string& folder) {
     FolderListing listing;
     Names names;
-    if (!m_outside.disk.List(folder, listing).Ok())
+    if (!m_environment.disk.List(folder, listing).Ok())
         return names;
     for (const FolderEntry& entry : listing.entries) {
         names.insert_or_assign(entry.name, entry.name);
-        names.try_emplace(m_outside.text.ToLower(entry.name), entry.name);
+        names.try_emplace(m_environment.text.ToLower(entry.name), entry.name);
     }
     return names;
 }

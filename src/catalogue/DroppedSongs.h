@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -15,7 +15,7 @@ namespace tobbin {
 class DroppedSongs {
  public:
     // `dropped` are full paths.
-    DroppedSongs(Outside& outside, const std::vector<std::string>& dropped);
+    DroppedSongs(Environment& environment, const std::vector<std::string>& dropped);
 
     const std::vector<std::string>& Paths() const { return m_paths; }
 
@@ -33,7 +33,7 @@ class DroppedSongs {
     std::string MaybeFound(const std::string& path);
     Names NamesIn(const std::string& folder);
 
-    Outside& m_outside;
+    Environment& m_environment;
     std::map<std::string, bool> m_reachable;  // by drive or share: one that is away answers slowly
     std::map<std::string, Names> m_names;     // by folder
     std::vector<std::string> m_paths;

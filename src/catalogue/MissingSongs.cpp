@@ -11,8 +11,8 @@
 
 namespace tobbin {
 
-MissingSongs::MissingSongs(Outside& outside, const RecordTable& table)
-    : m_outside(outside), m_table(table) {}
+MissingSongs::MissingSongs(Environment& environment, const RecordTable& table)
+    : m_environment(environment), m_table(table) {}
 
 std::vector<std::int32_t> MissingSongs::Find() {
     std::vector<Song> songs;
@@ -34,7 +34,7 @@ std::vector<std::int32_t> MissingSongs::Find() {
         while (last != songs.data() + songs.size() && last->folder == first->folder)
             ++last;
         JudgeFolder(m_table.TextOf(first->folder), first, last);
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
         first = last;
     }
     std::sort(m_missing.begin(), m_missing.end());
@@ -46,7 +46,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     if (!root.empty() && !WasReachable(root))
         return;
     FolderListing listing;
-    const bool listed = !root.empty() && m_outside.disk.List(folder, listing).Ok();
+    const bool listed = !root.empty() && m_environment.disk.List(folder, listing).Ok();
     using Named = std::pair<std::string_view, std::size_t>;  // a file's name, and its entry
     std::vector<Named> files;
     for (std::size_t i = 0; listed && i < listing.entries.size(); ++i)
@@ -71,7 +71,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
             m_missing.push_back(song->record);
         constexpr int kAskedBetweenEvents = 64;
         if (++asked % kAskedBetweenEvents == 0)
-            m_outside.events.LetEventsThrough();
+            m_environment.events.LetEventsThrough();
     }
     if (listed) {
         std::vector<std::string>& others = m_listed[folder];
@@ -82,7 +82,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         }
     }
     // A drive that went away meanwhile took its files with it without their being gone.
-    if (m_missing.size() > before && !root.empty() && !IsReachable(m_outside, root)) {
+    if (m_missing.size() > before && !root.empty() && !IsReachable(m_environment, root)) {
         m_missing.resize(before);
         m_reachable[root] = false;
     }
@@ -90,13 +90,13 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
 
 bool MissingSongs::IsGone(const std::string& path) {
     PathInfo info;
-    return m_outside.disk.Stat(path, info).Ok() && info.kind != PathKind::File;
+    return m_environment.disk.Stat(path, info).Ok() && info.kind != PathKind::File;
 }
 
 bool MissingSongs::WasReachable(const std::string& root) {
     if (const auto known = m_reachable.find(root); known != m_reachable.end())
         return known->second;
-    return m_reachable[root] = IsReachable(m_outside, root);
+    return m_reachable[root] = IsReachable(m_environment, root);
 }
 
 }  // namespace tobbin

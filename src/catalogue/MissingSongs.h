@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "catalogue/RecordTable.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -19,7 +19,7 @@ using ListedFolders = std::unordered_map<std::string, std::vector<std::string>>;
 // can't be reached says nothing of its songs: they are no answer either way.
 class MissingSongs {
  public:
-    MissingSongs(Outside& outside, const RecordTable& table);
+    MissingSongs(Environment& environment, const RecordTable& table);
 
     // The records, ascending, that are not marked as present or whose file is gone, but for those
     // on a drive that can't be reached. Each folder is listed once, and the system is asked for a
@@ -38,7 +38,7 @@ class MissingSongs {
     bool IsGone(const std::string& path);
     bool WasReachable(const std::string& root);
 
-    Outside& m_outside;
+    Environment& m_environment;
     const RecordTable& m_table;
     std::vector<std::int32_t> m_missing;
     std::unordered_map<std::string, bool> m_reachable;  // by root, as first found

@@ -10,7 +10,7 @@
 
 namespace tobbin {
 
-DiskStatus WriteSongFolderList(Outside& outside, const std::string& path,
+DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,
                                const RecordTable& table) {
     std::unordered_set<RecordTable::CellId> ids;
     for (std::int32_t record = 1; record <= table.Size(); ++record)
@@ -19,22 +19,22 @@ DiskStatus WriteSongFolderList(Outside& outside, const std::string& path,
     for (const RecordTable::CellId id : ids) {
         std::string folder = table.TextOf(id);
         if (!folder.empty())
-            folders.emplace_back(outside.text.ToLower(folder), folder);
+            folders.emplace_back(environment.text.ToLower(folder), folder);
     }
     std::sort(folders.begin(), folders.end());
     std::string bytes;
     for (const auto& [lowered, folder] : folders)
-        bytes += EncodeDataText(outside.text, folder) + "\r\n";
-    return SaveWholeFileIfChanged(outside.disk, path, bytes);
+        bytes += EncodeDataText(environment.text, folder) + "\r\n";
+    return SaveWholeFileIfChanged(environment.disk, path, bytes);
 }
 
-DiskStatus ReadSongFolderList(Outside& outside, const std::string& path,
+DiskStatus ReadSongFolderList(Environment& environment, const std::string& path,
                               std::vector<std::string>& folders) {
     folders.clear();
     std::string bytes;
-    const DiskStatus status = ReadWholeFile(outside.disk, path, bytes);
+    const DiskStatus status = ReadWholeFile(environment.disk, path, bytes);
     for (const std::string_view line : SplitLines(bytes)) {
-        const std::string text = DecodeDataText(outside.text, TrimBlanks(line));
+        const std::string text = DecodeDataText(environment.text, TrimBlanks(line));
         const std::string folder = FolderWithSeparator(TrimBlanks(text));
         if (!RootOfPath(folder).empty())
             folders.push_back(folder);

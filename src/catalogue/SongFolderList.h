@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "catalogue/RecordTable.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -12,11 +12,12 @@ namespace tobbin {
 // docs/song-folder-list.md).
 
 // Writes every distinct folder of the table once, in ascending order of the lower-cased texts.
-DiskStatus WriteSongFolderList(Outside& outside, const std::string& path, const RecordTable& table);
+DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,
+                               const RecordTable& table);
 
 // The folders of the list that are full paths, each ending in "\". Other lines, such as the "0" of
 // songs that are gone, name no folder.
-DiskStatus ReadSongFolderList(Outside& outside, const std::string& path,
+DiskStatus ReadSongFolderList(Environment& environment, const std::string& path,
                               std::vector<std::string>& folders);
 
 }  // namespace tobbin

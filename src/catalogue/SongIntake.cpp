@@ -12,7 +12,7 @@ namespace tobbin {
 std::vector<std::int32_t> SongIntake::RecordsOf(const std::vector<std::string>& paths) {
     std::vector<std::string> songs;
     for (const std::string& path : paths)
-        if (IsSongName(FileNameOfPath(path)) && FileExists(m_outside.disk, path))
+        if (IsSongName(FileNameOfPath(path)) && FileExists(m_environment.disk, path))
             songs.push_back(path);
 
     std::unordered_map<std::string, std::int32_t> byName;

@@ -5,14 +5,15 @@
 #include <vector>
 
 #include "catalogue/clsMain.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
 // Takes single song files into the catalogue.
 class SongIntake {
  public:
-    SongIntake(Outside& outside, clsMain& catalogue) : m_outside(outside), m_catalogue(catalogue) {}
+    SongIntake(Environment& environment, clsMain& catalogue)
+        : m_environment(environment), m_catalogue(catalogue) {}
 
     // The record numbers of the MP3 files among these full paths, in their order. A file whose name
     // the catalogue has for a present song (case counts) is that song, as in every search; the
@@ -21,7 +22,7 @@ class SongIntake {
     std::vector<std::int32_t> RecordsOf(const std::vector<std::string>& paths);
 
  private:
-    Outside& m_outside;
+    Environment& m_environment;
     clsMain& m_catalogue;
 };
 

@@ -24,8 +24,8 @@ const char* BooleanLine(bool value) {
 
 }  // namespace
 
-clsINI::clsINI(Outside& outside, std::string applicationFolder)
-    : m_outside(outside),
+clsINI::clsINI(Environment& environment, std::string applicationFolder)
+    : m_environment(environment),
       m_applicationFolder(std::move(applicationFolder)),
       m_targetDirectories(m_applicationFolder + "Grouping\\System\\LocOfMainTargetFiles.lmz"),
       m_groupingDir(m_applicationFolder + "Grouping\\") {}
@@ -57,11 +57,11 @@ bool clsINI::Save(const std::string& path) {
          {m_targetDirectories, m_groupingDir, NumberLine(m_records), m_player, m_last,
           m_secondToLast, m_thirdToLast, std::string(BooleanLine(m_isThereAPicture)),
           std::string(BooleanLine(m_isItTiled)), m_pictureLocation})
-        bytes += EncodeDataText(m_outside.text, line) + "\r\n";
-    const DiskStatus status = SaveWholeFile(m_outside.disk, path, bytes);
+        bytes += EncodeDataText(m_environment.text, line) + "\r\n";
+    const DiskStatus status = SaveWholeFile(m_environment.disk, path, bytes);
     if (!status.Ok())
-        m_outside.statusLine.Say("The settings \"" + path +
-                                 "\" were not saved: " + status.Reason() + ".");
+        m_environment.statusLine.Say("The settings \"" + path +
+                                     "\" were not saved: " + status.Reason() + ".");
     return status.Ok();
 }
 
@@ -70,7 +70,7 @@ bool clsINI::CreateNewIniFile(const std::string& path) {
     m_groupingDir = m_applicationFolder + "Grouping\\";
     m_records = 0;
     std::string catalogue;
-    if (ReadWholeFile(m_outside.disk, m_groupingDir + "FileLocNames.lmz", catalogue).Ok()) {
+    if (ReadWholeFile(m_environment.disk, m_groupingDir + "FileLocNames.lmz", catalogue).Ok()) {
         const CatalogueSummary summary = SummariseCatalogue(catalogue);
         m_records = MaybeToLong(summary.lastNumber).value_or(-1);
         if (m_records < 0)  // The last number is none: the songs are counted instead.
@@ -90,7 +90,7 @@ bool clsINI::CreateNewIniFile(const std::string& path) {
 
 LoadResult clsINI::GetandLoadIniInfo(const std::string& path) {
     std::string bytes;
-    if (const DiskStatus status = ReadWholeFile(m_outside.disk, path, bytes); !status.Ok()) {
+    if (const DiskStatus status = ReadWholeFile(m_environment.disk, path, bytes); !status.Ok()) {
         const bool notThere = status.Error() == DiskError::NotFound;
         return {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
                 "The settings \"" + path + "\" can't be read: " + status.Reason() + "."};
@@ -98,7 +98,7 @@ LoadResult clsINI::GetandLoadIniInfo(const std::string& path) {
     int lineNumber = 0;
     for (const std::string_view line : SplitLines(bytes)) {
         ++lineNumber;
-        const std::string text = DecodeDataText(m_outside.text, TrimBlanks(line));
+        const std::string text = DecodeDataText(m_environment.text, TrimBlanks(line));
         try {
             TakeLine(lineNumber, TrimBlanks(text));
         } catch (const std::runtime_error&) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "catalogue/LoadResult.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -14,7 +14,7 @@ namespace tobbin {
 class clsINI {
  public:
     // `applicationFolder` ends in "\".
-    clsINI(Outside& outside, std::string applicationFolder);
+    clsINI(Environment& environment, std::string applicationFolder);
 
     // The path of the background picture in use, whether it is tiled, whether one is shown.
     const std::string& PictureLocation() const { return m_pictureLocation; }
@@ -75,7 +75,7 @@ class clsINI {
  private:
     void TakeLine(int lineNumber, std::string_view line);
 
-    Outside& m_outside;
+    Environment& m_environment;
     std::string m_applicationFolder;
     std::function<void()> m_recentListChanged = [] {};
     std::string m_pictureLocation;

@@ -21,8 +21,8 @@ constexpr std::int32_t kBestRank = 7;
 
 }  // namespace
 
-clsMain::clsMain(Outside& outside, clsINI& settings, SortCity& sorter, Progress& progress)
-    : m_outside(outside), m_settings(settings), m_sorter(sorter), m_progress(progress) {}
+clsMain::clsMain(Environment& environment, clsINI& settings, SortCity& sorter, Progress& progress)
+    : m_environment(environment), m_settings(settings), m_sorter(sorter), m_progress(progress) {}
 
 std::string clsMain::CataloguePath() const {
     return m_settings.LocOfGroupingDir() + "FileLocNames.lmz";
@@ -77,7 +77,7 @@ bool clsMain::Save() {
 bool clsMain::FileHoldsTable() {
     PathInfo now;
     return !m_dirty && m_fileState == FileState::InTable &&
-           m_outside.disk.Stat(CataloguePath(), now).Ok() && now.kind == PathKind::File &&
+           m_environment.disk.Stat(CataloguePath(), now).Ok() && now.kind == PathKind::File &&
            now == m_fileInfo;
 }
 
@@ -87,15 +87,15 @@ bool clsMain::SaveTable() {
         return false;
     PathInfo old;
     if (m_fileState == FileState::Unknown &&
-        (!m_outside.disk.Stat(CataloguePath(), old).Ok() || old.size > 0)) {
+        (!m_environment.disk.Stat(CataloguePath(), old).Ok() || old.size > 0)) {
         std::string keptAs;
-        if (const DiskStatus status = KeepCopyAside(m_outside.disk, CataloguePath(), keptAs);
+        if (const DiskStatus status = KeepCopyAside(m_environment.disk, CataloguePath(), keptAs);
             !status.Ok())
             return SayNotSaved("the old one could not be kept aside, " + status.Reason());
     }
-    StatusLineProgress progress(m_outside.statusLine);
+    StatusLineProgress progress(m_environment.statusLine);
     progress.Show("Saving the song catalogue . . .");
-    if (const DiskStatus status = SaveWholeFileIfChanged(m_outside.disk, CataloguePath(), file);
+    if (const DiskStatus status = SaveWholeFileIfChanged(m_environment.disk, CataloguePath(), file);
         !status.Ok())
         return SayNotSaved(status.Reason());
     m_fileState = FileState::InTable;
@@ -106,13 +106,13 @@ bool clsMain::SaveTable() {
 }
 
 void clsMain::RememberFile() {
-    if (!m_outside.disk.Stat(CataloguePath(), m_fileInfo).Ok())
+    if (!m_environment.disk.Stat(CataloguePath(), m_fileInfo).Ok())
         m_fileInfo = {};
 }
 
 // The bytes of the catalogue file; false, with the reason told, when a text is too long for it.
 bool clsMain::MakeFile(std::string& file) {
-    const auto tooLong = WriteRecords(m_table, m_outside.text, file);
+    const auto tooLong = WriteRecords(m_table, m_environment.text, file);
     return !tooLong ||
            SayNotSaved("the text in field " + std::to_string(tooLong->field) + " of record " +
                        std::to_string(tooLong->record) + " is longer than " +
@@ -120,8 +120,8 @@ bool clsMain::MakeFile(std::string& file) {
 }
 
 bool clsMain::SayNotSaved(const std::string& why) {
-    m_outside.statusLine.Say("The song catalogue \"" + CataloguePath() +
-                             "\" was not saved: " + why + ".");
+    m_environment.statusLine.Say("The song catalogue \"" + CataloguePath() +
+                                 "\" was not saved: " + why + ".");
     return false;
 }
 
@@ -130,7 +130,7 @@ bool clsMain::LoadMain() {
     m_table.Resize(std::max(m_settings.NumerOfRecordsInTheMain(), 0));
     m_recordsInFile = 0;
     std::string file;
-    if (const DiskStatus status = ReadWholeFile(m_outside.disk, CataloguePath(), file);
+    if (const DiskStatus status = ReadWholeFile(m_environment.disk, CataloguePath(), file);
         status.Ok()) {
         m_lastLoad = ReadRecords(std::move(file));
         m_fileState =
@@ -151,7 +151,7 @@ bool clsMain::LoadMain() {
 }
 
 LoadResult clsMain::ReadRecords(std::string file) {
-    const RecordsTaken taken = TakeRecords(std::move(file), m_outside.text, m_table);
+    const RecordsTaken taken = TakeRecords(std::move(file), m_environment.text, m_table);
     if (taken.tooMany)
         return {LoadOutcome::Damaged,
                 "The song catalogue \"" + CataloguePath() + "\" holds more than the " +
@@ -163,11 +163,11 @@ LoadResult clsMain::ReadRecords(std::string file) {
 }
 
 bool clsMain::KeepBackup() {
-    return CatalogueBackup(m_outside, CataloguePath()).Keep();
+    return CatalogueBackup(m_environment, CataloguePath()).Keep();
 }
 
 ListedFolders clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
-    MissingSongs check(m_outside, m_table);
+    MissingSongs check(m_environment, m_table);
     const std::vector<std::int32_t> missing = check.Find();
     const bool losesSongs =
         std::any_of(missing.begin(), missing.end(), [this](std::int32_t record) {
@@ -216,7 +216,7 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     for (const std::int32_t record : dropped)
         if (mayDropOldOnes || !isInFile(record))
             Mp3Info(kFileName, record, "");
-    m_outside.events.LetWindowsAnswer();
+    m_environment.events.PumpWithoutInput();
     const std::int32_t sizeBefore = UBoundOfMp3Array();
     m_table.RemoveRecordsWithEmpty(kFileName);
     if (UBoundOfMp3Array() != sizeBefore)
@@ -225,9 +225,9 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     bool inOrder = true;
     for (std::int32_t record = 2; inOrder && record <= UBoundOfMp3Array(); ++record)
         inOrder = NumberOrLargest(record - 1) <= NumberOrLargest(record);
-    m_outside.events.LetWindowsAnswer();
+    m_environment.events.PumpWithoutInput();
     const bool sorted = inOrder || Sort(true, 0, kNumber);
-    m_outside.events.LetWindowsAnswer();
+    m_environment.events.PumpWithoutInput();
     return RenumberBasedOnArrayNumber() && Save() && sorted;
 }
 
@@ -260,8 +260,8 @@ bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
 
 bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
-    SongSearch(m_outside, m_progress, *this).SearchHardDrives();
-    m_outside.events.LetWindowsAnswer();
+    SongSearch(m_environment, m_progress, *this).SearchHardDrives();
+    m_environment.events.PumpWithoutInput();
     return !Mp3MainHasSomeMembers() ||
            (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
 }
@@ -271,15 +271,16 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& l
         return SearchHardDrives();
     const std::string list = m_settings.FileContainingTargetDirectories();
     std::vector<std::string> folders;
-    DiskStatus status = ReadSongFolderList(m_outside, list, folders);
-    if (status.Error() == DiskError::NotFound && WriteSongFolderList(m_outside, list, m_table).Ok())
-        status = ReadSongFolderList(m_outside, list, folders);
+    DiskStatus status = ReadSongFolderList(m_environment, list, folders);
+    if (status.Error() == DiskError::NotFound &&
+        WriteSongFolderList(m_environment, list, m_table).Ok())
+        status = ReadSongFolderList(m_environment, list, folders);
     if (!status.Ok())
-        m_outside.statusLine.Say("The list of song folders \"" + list +
-                                 "\" can't be read: " + status.Reason() + ".");
+        m_environment.statusLine.Say("The list of song folders \"" + list +
+                                     "\" can't be read: " + status.Reason() + ".");
     // The songs known already are appended again and dropped as duplicates of a larger number.
     RenumberBasedOnArrayNumber();
-    SongSearch search(m_outside, m_progress, *this);
+    SongSearch search(m_environment, m_progress, *this);
     for (const std::string& folder : folders) {
         if (m_progress.StopRequested())
             break;
@@ -287,7 +288,7 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& l
             search.HandOverSongs(folder, listed->second);
         else
             search.SearchFolder(folder);
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
     }
     return DeleteIdenticalFileNamesAndPaths() && status.Ok();
 }
@@ -295,10 +296,10 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& l
 bool clsMain::WriteOutMp3DirectoryLocations() {
     const bool saved = Save();
     const std::string list = m_settings.FileContainingTargetDirectories();
-    const DiskStatus status = WriteSongFolderList(m_outside, list, m_table);
+    const DiskStatus status = WriteSongFolderList(m_environment, list, m_table);
     if (!status.Ok())
-        m_outside.statusLine.Say("The list of song folders \"" + list +
-                                 "\" was not saved: " + status.Reason() + ".");
+        m_environment.statusLine.Say("The list of song folders \"" + list +
+                                     "\" was not saved: " + status.Reason() + ".");
     return saved && status.Ok();
 }
 

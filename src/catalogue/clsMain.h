@@ -8,7 +8,7 @@
 #include "catalogue/clsINI.h"
 #include "catalogue/MissingSongs.h"
 #include "catalogue/RecordTable.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "search/SongSearch.h"
 #include "util/SortCity.h"
 
@@ -19,7 +19,7 @@ namespace tobbin {
 // UBoundOfMp3Array without a gap; each has the twelve text fields of Field.
 class clsMain : public SongSink {
  public:
-    clsMain(Outside& outside, clsINI& settings, SortCity& sorter, Progress& progress);
+    clsMain(Environment& environment, clsINI& settings, SortCity& sorter, Progress& progress);
 
     enum Field : int {
         kFolder = 1,    // ends in "\"; "0" when the file is gone
@@ -125,7 +125,7 @@ class clsMain : public SongSink {
     bool SayNotSaved(const std::string& why);
     std::int32_t NumberOrLargest(std::int32_t record) const;
 
-    Outside& m_outside;
+    Environment& m_environment;
     clsINI& m_settings;
     SortCity& m_sorter;
     Progress& m_progress;

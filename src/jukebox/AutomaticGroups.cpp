@@ -29,7 +29,7 @@ class SongsToAdd {
     void AppendTo(Jukebox& jukebox, EventPump& events) const {
         for (const auto& [folder, songs] : m_folders) {
             jukebox.AppendSongs(*folder, songs);
-            events.LetWindowsAnswer();
+            events.PumpWithoutInput();
         }
     }
 
@@ -101,8 +101,9 @@ class DecadeFolders {
 
 }  // namespace
 
-AutomaticGroups::AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes)
-    : m_outside(outside), m_catalogue(catalogue), m_jukeboxes(jukeboxes) {}
+AutomaticGroups::AutomaticGroups(Environment& environment, clsMain& catalogue,
+                                 OpenJukeboxes& jukeboxes)
+    : m_environment(environment), m_catalogue(catalogue), m_jukeboxes(jukeboxes) {}
 
 void AutomaticGroups::CleanBrackets(std::string& text) {
     std::ranges::replace_if(
@@ -180,7 +181,7 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
 
 // Returns whether all were read.
 bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
-    MP3TagEditor editor(m_outside.disk, m_outside.text);
+    MP3TagEditor editor(m_environment.disk, m_environment.text);
     const auto all = static_cast<std::size_t>(std::ranges::count(selection, true));
     std::size_t reached = 0;
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
@@ -201,7 +202,7 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
             tag.year = tags.texts.Add(FolderTextOf(editor.Year()));
             tag.genre = editor.Genra();
         }
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
         if (m_progress != nullptr && m_progress->StopRequested())
             return false;
     }
@@ -213,7 +214,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         Folder* const group = jukebox.MaybeFind(text);
         return group == nullptr
                    ? std::nullopt
-                   : std::make_optional<GroupFiling>(jukebox, *group, match, m_outside.text);
+                   : std::make_optional<GroupFiling>(jukebox, *group, match, m_environment.text);
     };
     Folder* const maybeNew = fillNew ? jukebox.MaybeFind(kNew) : nullptr;
     const bool newIsTopLevel = maybeNew != nullptr && maybeNew->Level() == 0;
@@ -229,7 +230,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         const auto tag = tags.byRecord.find(record);
         if (!selection[static_cast<std::size_t>(record)] || tag == tags.byRecord.end())
             continue;
-        m_outside.events.LetWindowsAnswer();
+        m_environment.events.PumpWithoutInput();
         const std::int32_t number =
             MaybeToLong(m_catalogue.Mp3Info(clsMain::kNumber, record)).value_or(0);
         const SongItem song =
@@ -252,7 +253,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         if (genres && !genre.empty() && genre != "None")
             additions.Add(genres->FolderFor(genre), song);
     }
-    additions.AppendTo(jukebox, m_outside.events);
+    additions.AppendTo(jukebox, m_environment.events);
 }
 
 }  // namespace tobbin

@@ -9,7 +9,7 @@
 #include "catalogue/clsMain.h"
 #include "catalogue/TextPool.h"
 #include "jukebox/Jukebox.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "tags/MP3TagEditor.h"
 
 namespace tobbin {
@@ -18,7 +18,7 @@ namespace tobbin {
 // with the catalogue's songs that their "All Songs" does not hold yet, by the songs' ID3v1 tags.
 class AutomaticGroups {
  public:
-    AutomaticGroups(Outside& outside, clsMain& catalogue, OpenJukeboxes& jukeboxes);
+    AutomaticGroups(Environment& environment, clsMain& catalogue, OpenJukeboxes& jukeboxes);
 
     // Whether a run is at work, and this is one of the events that it lets through.
     bool IsBuilding() const { return m_building; }
@@ -69,7 +69,7 @@ class AutomaticGroups {
     bool ReadTags(const std::vector<bool>& selection, TagsRead& tags);
     void Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags);
 
-    Outside& m_outside;
+    Environment& m_environment;
     clsMain& m_catalogue;
     OpenJukeboxes& m_jukeboxes;
     Progress* m_progress = nullptr;

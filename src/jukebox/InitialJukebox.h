@@ -2,7 +2,7 @@
 
 #include "jukebox/AutomaticGroups.h"
 #include "jukebox/Jukebox.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

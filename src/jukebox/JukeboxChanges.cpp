@@ -23,34 +23,34 @@ std::vector<std::size_t> Inverse(const std::vector<std::size_t>& order) {
     return inverse;
 }
 
-class FolderInOrOut : public JukeboxChange {
+class FolderInsertion : public JukeboxChange {
  public:
-    FolderInOrOut(std::unique_ptr<Folder> maybeOutside, Folder& folder, Folder* parent,
-                  std::size_t index)
-        : m_maybeOutside(std::move(maybeOutside)),
+    FolderInsertion(std::unique_ptr<Folder> maybeEnvironment, Folder& folder, Folder* parent,
+                    std::size_t index)
+        : m_maybeEnvironment(std::move(maybeEnvironment)),
           m_folder(folder),
           m_parent(parent),
           m_index(index) {}
 
-    ChangedPlace Flip(Jukebox& jukebox) override {
-        if (m_maybeOutside != nullptr)
-            return {&jukebox.Insert(m_parent, m_index, std::move(m_maybeOutside)), {}, {}};
-        m_maybeOutside = jukebox.Detach(m_folder);
+    EditResult Flip(Jukebox& jukebox) override {
+        if (m_maybeEnvironment != nullptr)
+            return {&jukebox.Insert(m_parent, m_index, std::move(m_maybeEnvironment)), {}, {}};
+        m_maybeEnvironment = jukebox.Detach(m_folder);
         return {SiblingOrParent(jukebox, m_parent, m_index), {}, {}};
     }
 
  private:
-    std::unique_ptr<Folder> m_maybeOutside;
+    std::unique_ptr<Folder> m_maybeEnvironment;
     Folder& m_folder;
     Folder* m_parent;
     std::size_t m_index;
 };
 
-class FolderElsewhere : public JukeboxChange {
+class CopyOfFolder : public JukeboxChange {
  public:
-    FolderElsewhere(Folder& folder, Folder* parent) : m_folder(folder), m_parent(parent) {}
+    CopyOfFolder(Folder& folder, Folder* parent) : m_folder(folder), m_parent(parent) {}
 
-    ChangedPlace Flip(Jukebox& jukebox) override {
+    EditResult Flip(Jukebox& jukebox) override {
         Folder* const from = m_folder.Parent();
         const std::size_t fromIndex = m_folder.Index();
         std::unique_ptr<Folder> folder = jukebox.Detach(m_folder);
@@ -70,7 +70,7 @@ class FolderElsewhere : public JukeboxChange {
 class FolderText : public JukeboxChange {
  public:
     FolderText(Folder& folder, std::string text) : m_folder(folder), m_text(std::move(text)) {}
-    ChangedPlace Flip(Jukebox& jukebox) override {
+    EditResult Flip(Jukebox& jukebox) override {
         std::string old = m_folder.Text();
         jukebox.SetText(m_folder, std::exchange(m_text, std::move(old)));
         return {&m_folder, {}, {}};
@@ -85,7 +85,7 @@ class ChildOrder : public JukeboxChange {
  public:
     ChildOrder(Folder* parent, std::vector<std::size_t> order)
         : m_parent(parent), m_order(std::move(order)) {}
-    ChangedPlace Flip(Jukebox& jukebox) override {
+    EditResult Flip(Jukebox& jukebox) override {
         jukebox.ReorderChildren(m_parent, m_order);
         m_order = Inverse(m_order);
         return {m_parent, {}, {}};
@@ -98,28 +98,28 @@ class ChildOrder : public JukeboxChange {
 
 class SongsInOrOut : public JukeboxChange {
  public:
-    SongsInOrOut(Folder& folder, std::vector<std::size_t> rows, std::vector<SongItem> outside)
-        : m_folder(folder), m_rows(std::move(rows)), m_outside(std::move(outside)) {}
-    ChangedPlace Flip(Jukebox& jukebox) override {
-        if (m_outside.empty()) {
-            m_outside = jukebox.TakeSongs(m_folder, m_rows);
+    SongsInOrOut(Folder& folder, std::vector<std::size_t> rows, std::vector<SongItem> environment)
+        : m_folder(folder), m_rows(std::move(rows)), m_environment(std::move(environment)) {}
+    EditResult Flip(Jukebox& jukebox) override {
+        if (m_environment.empty()) {
+            m_environment = jukebox.TakeSongs(m_folder, m_rows);
             return {&m_folder, {}, {}};
         }
-        jukebox.PutSongs(m_folder, m_rows, std::exchange(m_outside, {}));
+        jukebox.PutSongs(m_folder, m_rows, std::exchange(m_environment, {}));
         return {&m_folder, m_rows, {}};
     }
 
  private:
     Folder& m_folder;
     std::vector<std::size_t> m_rows;
-    std::vector<SongItem> m_outside;
+    std::vector<SongItem> m_environment;
 };
 
 class SongOrder : public JukeboxChange {
  public:
     SongOrder(Folder& folder, std::vector<std::size_t> order)
         : m_folder(folder), m_order(std::move(order)) {}
-    ChangedPlace Flip(Jukebox& jukebox) override {
+    EditResult Flip(Jukebox& jukebox) override {
         jukebox.ReorderSongs(m_folder, m_order);
         std::vector<std::size_t> back = Inverse(m_order);
         return {&m_folder, {}, std::exchange(m_order, std::move(back))};
@@ -134,7 +134,7 @@ class Heading : public JukeboxChange {
  public:
     Heading(std::size_t column, std::string heading)
         : m_column(column), m_heading(std::move(heading)) {}
-    ChangedPlace Flip(Jukebox& jukebox) override {
+    EditResult Flip(Jukebox& jukebox) override {
         std::string old = jukebox.Columns()[m_column];
         jukebox.SetColumn(m_column, std::exchange(m_heading, std::move(old)));
         return {};
@@ -149,7 +149,7 @@ class Heading : public JukeboxChange {
 class Value : public JukeboxChange {
  public:
     Value(int& variable, int value) : m_variable(variable), m_value(value) {}
-    ChangedPlace Flip(Jukebox& /*jukebox*/) override {
+    EditResult Flip(Jukebox& /*jukebox*/) override {
         std::swap(m_variable, m_value);
         return {};
     }
@@ -165,15 +165,15 @@ class Value : public JukeboxChange {
 std::unique_ptr<JukeboxChange> PutFolder(std::unique_ptr<Folder> folder, Folder* parent,
                                          std::size_t index) {
     Folder& inside = *folder;
-    return std::make_unique<FolderInOrOut>(std::move(folder), inside, parent, index);
+    return std::make_unique<FolderInsertion>(std::move(folder), inside, parent, index);
 }
 
 std::unique_ptr<JukeboxChange> TakeFolder(Folder& folder) {
-    return std::make_unique<FolderInOrOut>(nullptr, folder, folder.Parent(), folder.Index());
+    return std::make_unique<FolderInsertion>(nullptr, folder, folder.Parent(), folder.Index());
 }
 
 std::unique_ptr<JukeboxChange> MoveFolder(Folder& folder, Folder* newParent) {
-    return std::make_unique<FolderElsewhere>(folder, newParent);
+    return std::make_unique<CopyOfFolder>(folder, newParent);
 }
 
 std::unique_ptr<JukeboxChange> RenameFolder(Folder& folder, std::string text) {

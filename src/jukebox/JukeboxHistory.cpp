@@ -17,13 +17,13 @@ JukeboxHistory::~JukeboxHistory() {
     m_jukebox.RemoveListener(*this);
 }
 
-ChangedPlace JukeboxHistory::Do(std::string name, std::unique_ptr<JukeboxChange> change) {
+EditResult JukeboxHistory::Do(std::string name, std::unique_ptr<JukeboxChange> change) {
     Changes changes;
     changes.push_back(std::move(change));
     return Do(std::move(name), std::move(changes));
 }
 
-ChangedPlace JukeboxHistory::Do(std::string name, Changes changes) {
+EditResult JukeboxHistory::Do(std::string name, Changes changes) {
     m_undone.clear();
     if (m_savedAt > m_place)
         m_savedAt = kNowhere;
@@ -43,7 +43,7 @@ const std::string& JukeboxHistory::RedoName() const {
     return m_undone.back().name;
 }
 
-ChangedPlace JukeboxHistory::Undo() {
+EditResult JukeboxHistory::Undo() {
     CHECK(CanUndo());
     const std::shared_ptr<Pair> pair = m_done.back().maybePair;
     JukeboxHistory* const partner = MaybePartner(m_done.back());
@@ -52,7 +52,7 @@ ChangedPlace JukeboxHistory::Undo() {
     return UndoHere();
 }
 
-ChangedPlace JukeboxHistory::Redo() {
+EditResult JukeboxHistory::Redo() {
     CHECK(CanRedo());
     const std::shared_ptr<Pair> pair = m_undone.back().maybePair;
     JukeboxHistory* const partner = MaybePartner(m_undone.back());
@@ -74,31 +74,31 @@ JukeboxHistory* JukeboxHistory::MaybePartner(const Step& step) const {
     return step.maybePair->first == this ? step.maybePair->second : step.maybePair->first;
 }
 
-ChangedPlace JukeboxHistory::UndoHere() {
+EditResult JukeboxHistory::UndoHere() {
     Step step = std::move(m_done.back());
     m_done.pop_back();
     m_place -= step.changesJukebox ? 1 : 0;
-    ChangedPlace place = FlipStep(step, true);
+    EditResult place = FlipStep(step, true);
     m_undone.push_back(std::move(step));
     return place;
 }
 
-ChangedPlace JukeboxHistory::RedoHere() {
+EditResult JukeboxHistory::RedoHere() {
     Step step = std::move(m_undone.back());
     m_undone.pop_back();
     m_place += step.changesJukebox ? 1 : 0;
-    ChangedPlace place = FlipStep(step, false);
+    EditResult place = FlipStep(step, false);
     m_done.push_back(std::move(step));
     return place;
 }
 
-ChangedPlace JukeboxHistory::FlipStep(Step& step, bool backwards) {
-    ChangedPlace last;
+EditResult JukeboxHistory::FlipStep(Step& step, bool backwards) {
+    EditResult last;
     m_working = true;
     if (backwards)
         std::ranges::reverse(step.changes);
     for (const auto& change : step.changes) {
-        ChangedPlace place = change->Flip(m_jukebox);
+        EditResult place = change->Flip(m_jukebox);
         if (place.maybeFolder != nullptr)
             last = std::move(place);
     }

@@ -26,16 +26,16 @@ class JukeboxHistory : private JukeboxListener {
 
     // Does the changes in order, as one step of that name ("Cut Folder"). What was undone before
     // can no longer be done again.
-    ChangedPlace Do(std::string name, Changes changes);
-    ChangedPlace Do(std::string name, std::unique_ptr<JukeboxChange> change);
+    EditResult Do(std::string name, Changes changes);
+    EditResult Do(std::string name, std::unique_ptr<JukeboxChange> change);
 
     bool CanUndo() const { return !m_done.empty(); }
     bool CanRedo() const { return !m_undone.empty(); }
     // The name of the step that would be next; CHECK that there is one.
     const std::string& UndoName() const;
     const std::string& RedoName() const;
-    ChangedPlace Undo();
-    ChangedPlace Redo();
+    EditResult Undo();
+    EditResult Redo();
     void Clear();
 
     // Makes the last steps of two jukeboxes one, as for what was dragged from the one to the other:
@@ -56,9 +56,9 @@ class JukeboxHistory : private JukeboxListener {
     using Steps = std::vector<Step>;
 
     JukeboxHistory* MaybePartner(const Step& step) const;
-    ChangedPlace UndoHere();
-    ChangedPlace RedoHere();
-    ChangedPlace FlipStep(Step& step, bool backwards);
+    EditResult UndoHere();
+    EditResult RedoHere();
+    EditResult FlipStep(Step& step, bool backwards);
 
     void OnFolderAdded(Folder& folder) override;
     void OnFolderRemoving(Folder& folder) override;

@@ -38,7 +38,7 @@ SongRank RankChange::RankOf(const Jukebox& jukebox, std::int32_t record) const {
     return {m_catalogue.Mp3Info(clsMain::kRank, record), jukebox.IsShownAsWorst(record)};
 }
 
-ChangedPlace RankChange::Flip(Jukebox& jukebox) {
+EditResult RankChange::Flip(Jukebox& jukebox) {
     for (Group& group : m_groups) {
         if (m_done)
             Write(jukebox, group, m_rank, group.before);

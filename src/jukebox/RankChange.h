@@ -26,7 +26,7 @@ class RankChange : public JukeboxChange {
                std::vector<std::int32_t> records, SongRank rank);
 
     bool IsEmpty() const { return m_groups.empty(); }
-    ChangedPlace Flip(Jukebox& jukebox) override;
+    EditResult Flip(Jukebox& jukebox) override;
     bool ChangesJukebox() const override { return false; }
 
  private:

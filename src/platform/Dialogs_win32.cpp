@@ -102,7 +102,7 @@ std::optional<std::string> MaybeShow(IFileDialog* dialog, HWND owner, DWORD opti
     SetFilter(*dialog, texts);
     SetFolder(*dialog, folder);
     dialog->SetOptions(FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR | FOS_PATHMUSTEXIST | options);
-    if (FAILED(dialog->Show(owner)))  // cancelled
+    if (FAILED(dialog->Show(owner)))  // canceled
         return std::nullopt;
     return MaybeResult(*dialog);
 }

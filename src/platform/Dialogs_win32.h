@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

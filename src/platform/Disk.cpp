@@ -11,7 +11,7 @@ constexpr char kUnfinished[] = ".new";  // follows the name of the file to be
 // or a backup lets go soon. On a busy computer a try may take long, so that the time counts as
 // well.
 template <typename Operation>
-DiskStatus Patiently(Disk& disk, Operation operation) {
+DiskStatus WithRetries(Disk& disk, Operation operation) {
     using Clock = std::chrono::steady_clock;
     constexpr int kTries = 100;
     const Clock::time_point end = Clock::now() + std::chrono::milliseconds(1'800);
@@ -45,7 +45,7 @@ bool Holds(File& file, std::string_view bytes) {
 DiskStatus WriteNewFile(Disk& disk, const std::string& path, std::string_view bytes) {
     std::unique_ptr<File> file;
     const auto open = [&] { return disk.Open(path, OpenMode::Create, file); };
-    if (DiskStatus status = Patiently(disk, open); !status.Ok())
+    if (DiskStatus status = WithRetries(disk, open); !status.Ok())
         return status;
     if (DiskStatus status = file->Write(0, bytes); !status.Ok())
         return status;
@@ -114,7 +114,7 @@ bool FolderExists(Disk& disk, const std::string& path) {
 DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes) {
     std::unique_ptr<File> file;
     const auto open = [&] { return disk.Open(path, OpenMode::Read, file); };
-    const DiskStatus status = Patiently(disk, open);
+    const DiskStatus status = WithRetries(disk, open);
     return status.Ok() ? ReadAll(*file, bytes) : status;
 }
 
@@ -122,7 +122,7 @@ DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view b
     const std::string newPath = path + kUnfinished;
     DiskStatus status = WriteNewFile(disk, newPath, bytes);
     if (status.Ok())
-        status = Patiently(disk, [&] { return disk.Replace(newPath, path); });
+        status = WithRetries(disk, [&] { return disk.Replace(newPath, path); });
     if (!status.Ok())
         static_cast<void>(disk.Remove(newPath));  // The first error is the one to tell.
     return status;

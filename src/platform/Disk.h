@@ -74,7 +74,7 @@ struct FolderListing {
 };
 
 // What a listing shall tell besides the entries.
-struct ListingWish {
+struct ListOptions {
     bool id = false;
     // The volume that the folder is on, where the caller knows it: a folder that is no link is on
     // that of the folder around it. Asking the system for it takes longer than the listing.
@@ -114,7 +114,7 @@ class Disk {
     // means that the question could not be answered.
     virtual DiskStatus Stat(const std::string& path, PathInfo& info) = 0;
 
-    virtual DiskStatus List(const std::string& folder, const ListingWish& wish,
+    virtual DiskStatus List(const std::string& folder, const ListOptions& wish,
                             FolderListing& listing) = 0;
     DiskStatus List(const std::string& folder, FolderListing& listing) {
         return List(folder, {}, listing);

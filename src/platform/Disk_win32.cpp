@@ -93,7 +93,7 @@ DiskStatus SystemDisk::Stat(const std::string& path, PathInfo& info) {
     return status;
 }
 
-DiskStatus SystemDisk::List(const std::string& folder, const ListingWish& wish,
+DiskStatus SystemDisk::List(const std::string& folder, const ListOptions& wish,
                             FolderListing& listing) {
     listing = {};
     const std::wstring longFolder = LongPath(folder);
@@ -150,7 +150,7 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
     if (replaces && (old & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0)
         return StatusOf(ERROR_ACCESS_DENIED);
     DWORD error = ERROR_SUCCESS;
-    RunAside([&] {
+    RunOnWorker([&] {
         if (!MoveFileExW(source.c_str(), target.c_str(),
                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             error = GetLastError();
@@ -165,7 +165,7 @@ DiskStatus SystemDisk::Replace(const std::string& from, const std::string& to) {
 
 // No input: a command in the middle of a save could change what is being saved.
 void SystemDisk::PauseForOthers() {
-    LetWindowsAnswerFor(10);
+    PumpWithoutInputFor(10);
 }
 
 std::optional<std::string> SystemDisk::MaybeShortPath(const std::string& path) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

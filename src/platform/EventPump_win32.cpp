@@ -30,10 +30,10 @@ void SystemEventPump::LetEventsThrough() {
     m_lastLook = GetTickCount64();
 }
 
-void SystemEventPump::LetWindowsAnswer() {
+void SystemEventPump::PumpWithoutInput() {
     if (GetTickCount64() - m_lastLook < kRestMilliseconds)
         return;
-    tobbin::LetWindowsAnswer();
+    tobbin::PumpWithoutInput();
     m_lastLook = GetTickCount64();
 }
 

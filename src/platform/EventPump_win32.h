@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -24,7 +24,7 @@ class SystemEventPump : public EventPump {
     // Looks at the queue no more often than every few milliseconds. Once the program is asked to
     // quit it stops there; the request stays in the queue for the main loop.
     void LetEventsThrough() override;
-    void LetWindowsAnswer() override;
+    void PumpWithoutInput() override;
 
     // The main loop: handles messages until the program is asked to quit and returns the exit code.
     int RunUntilQuit();

@@ -78,7 +78,7 @@ DiskStatus SystemFile::Size(std::uint64_t& bytes) {
 
 DiskStatus SystemFile::Flush() {
     DiskStatus status;
-    RunAside([&] { status = FlushFileBuffers(m_handle.Get()) ? DiskStatus() : LastStatus(); });
+    RunOnWorker([&] { status = FlushFileBuffers(m_handle.Get()) ? DiskStatus() : LastStatus(); });
     return status;
 }
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "platform/Twips_win32.h"
+#include "platform/Dpi_win32.h"
 
 namespace tobbin {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 

@@ -33,7 +33,7 @@ bool WindowsOnlyAnswer() {
     return OnlyAnswers();
 }
 
-void LetWindowsAnswer() {
+void PumpWithoutInput() {
     const ScopeGuard putBack(
         [before = std::exchange(OnlyAnswers(), true)] { OnlyAnswers() = before; });
     MSG message = {};
@@ -41,15 +41,15 @@ void LetWindowsAnswer() {
         DispatchMessageW(&message);
 }
 
-void LetWindowsAnswerFor(unsigned milliseconds) {
+void PumpWithoutInputFor(unsigned milliseconds) {
     const ULONGLONG end = GetTickCount64() + milliseconds;
     for (ULONGLONG now = end - milliseconds; now < end; now = GetTickCount64()) {
         WaitForQuestions(0, nullptr, static_cast<DWORD>(end - now));
-        LetWindowsAnswer();
+        PumpWithoutInput();
     }
 }
 
-void RunAside(const std::function<void()>& work) {
+void RunOnWorker(const std::function<void()>& work) {
     const UniqueKernelObject done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     std::thread thread;
     try {
@@ -71,7 +71,7 @@ void RunAside(const std::function<void()>& work) {
         if (woken == WAIT_TIMEOUT)
             maybeCursor = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
         else if (woken == WAIT_OBJECT_0 + 1)
-            LetWindowsAnswer();
+            PumpWithoutInput();
         else
             break;
     }

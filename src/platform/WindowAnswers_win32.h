@@ -6,17 +6,17 @@ namespace tobbin {
 
 // Lets the thread's windows be painted and answer other programs, but take no input: for work in
 // the middle of which no command may run.
-void LetWindowsAnswer();
+void PumpWithoutInput();
 
 // Whether the thread is in there now. A window puts off what asks it for a command until the work
 // is done, and does not let the session end.
 bool WindowsOnlyAnswer();
 
 // The same until some milliseconds have gone.
-void LetWindowsAnswerFor(unsigned milliseconds);
+void PumpWithoutInputFor(unsigned milliseconds);
 
 // Does a part of a thread's work that may take long and touches no window, such as waiting for a
 // slow disk, on a thread of its own; the windows answer meanwhile.
-void RunAside(const std::function<void()>& work);
+void RunOnWorker(const std::function<void()>& work);
 
 }  // namespace tobbin

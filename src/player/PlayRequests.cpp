@@ -2,9 +2,10 @@
 
 namespace tobbin {
 
-PlayRequests::PlayRequests(Outside& outside, PlayerLocation& location, PlayerDiscovery& discovery,
-                           WinAMP_Control& control, PlayList& playList, PlayHost& host)
-    : m_outside(outside),
+PlayRequests::PlayRequests(Environment& environment, PlayerLocation& location,
+                           PlayerDiscovery& discovery, WinAMP_Control& control, PlayList& playList,
+                           PlayHost& host)
+    : m_environment(environment),
       m_location(location),
       m_discovery(discovery),
       m_control(control),
@@ -23,12 +24,12 @@ bool PlayRequests::PlayerCheck() {
     m_control.PlayerProgramPath(m_location.PlayerPath());
     if (!m_location.PlayerPath().empty())
         return true;
-    const Answer answer = m_outside.dialogs.Ask(
+    const Answer answer = m_environment.dialogs.Ask(
         "WinAmp is not installed on your system.  You need Winamp to play music.  Would you like "
         "to have a free copy of WinAmp installed on you system now?",
         Buttons::YesNoCancel, BoxIcon::Question);
     if (answer == Answer::Yes) {
-        m_outside.dialogs.Tell(
+        m_environment.dialogs.Tell(
             "WinAmp will now be installed on your system.  After WinAmp is installed, close down "
             "both WinAmp and Tobbin.  Then just open Tobbin.  When you request to play songs "
             "WinAmp will then automatically open.");

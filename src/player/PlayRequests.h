@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "player/PlayList.h"
 #include "player/WinAMP_Control.h"
 #include "search/PlayerDiscovery.h"
@@ -34,7 +34,7 @@ class PlayHost {
 // Turns what the person asks to hear into the play list, and hands that to the player panel.
 class PlayRequests {
  public:
-    PlayRequests(Outside& outside, PlayerLocation& location, PlayerDiscovery& discovery,
+    PlayRequests(Environment& environment, PlayerLocation& location, PlayerDiscovery& discovery,
                  WinAMP_Control& control, PlayList& playList, PlayHost& host);
 
     // `songs` are all items of the list pane in its order. Nothing is played when there is none
@@ -49,7 +49,7 @@ class PlayRequests {
  private:
     void Play(std::vector<std::int32_t> records);
 
-    Outside& m_outside;
+    Environment& m_environment;
     PlayerLocation& m_location;
     PlayerDiscovery& m_discovery;
     WinAMP_Control& m_control;

@@ -50,9 +50,9 @@ class Flag {
 
 }  // namespace
 
-PlayerPanel::PlayerPanel(Outside& outside, WinAMP_Control& control, const PlayList& playList,
-                         SongPathOf songPathOf, PlayerPanelView& view)
-    : m_outside(outside),
+PlayerPanel::PlayerPanel(Environment& environment, WinAMP_Control& control,
+                         const PlayList& playList, SongPathOf songPathOf, PlayerPanelView& view)
+    : m_environment(environment),
       m_control(control),
       m_playList(playList),
       m_songPathOf(std::move(songPathOf)),
@@ -81,10 +81,10 @@ void PlayerPanel::StartAndAwaitWindow(Stage stage) {
     OfferNoStop();
     if (!m_control.StartPlayer()) {
         m_stage = Stage::Idle;
-        m_outside.dialogs.Tell(kNoStart);
+        m_environment.dialogs.Tell(kNoStart);
         return;
     }
-    m_deadline = m_outside.clock.Milliseconds() + kWindowPatience;
+    m_deadline = m_environment.clock.Milliseconds() + kWindowPatience;
     m_stage = stage;
     Work();
 }
@@ -95,10 +95,11 @@ void PlayerPanel::Work() {
     int wait = kAtOnce;
     {
         const Flag working(m_working);
-        const std::int64_t end = m_outside.clock.Milliseconds() + kSlice;
+        const std::int64_t end = m_environment.clock.Milliseconds() + kSlice;
         do
             wait = Advance();
-        while (m_stage != Stage::Idle && wait == kAtOnce && m_outside.clock.Milliseconds() < end);
+        while (m_stage != Stage::Idle && wait == kAtOnce &&
+               m_environment.clock.Milliseconds() < end);
     }
     if (m_stage == Stage::AddSongs && m_control.IsAnswering()) {
         const StepsDone steps = {
@@ -108,7 +109,7 @@ void PlayerPanel::Work() {
             " " + GroupedNumber(steps.done) + " of " + GroupedNumber(steps.all);
         m_view.OfferStop(true);
         ShowStatus("Song" + number);
-        m_outside.statusLine.ShowProgress(
+        m_environment.statusLine.ShowProgress(
             "Adding song" + number + " to the player's list.  Esc stops it.", steps);
     }
     if (m_stage != Stage::Idle)
@@ -134,11 +135,11 @@ int PlayerPanel::AwaitWindow() {
         m_stage = m_stage == Stage::AwaitWindowToLoad ? Stage::AskVersion : Stage::CheckFirstSong;
         return kAtOnce;
     }
-    if (m_outside.clock.Milliseconds() < m_deadline)
+    if (m_environment.clock.Milliseconds() < m_deadline)
         return kWindowInterval;
     m_stage = Stage::Idle;
     m_view.SetTimer(false);  // There is no one left to ask.
-    m_outside.dialogs.Tell(kAdvice);
+    m_environment.dialogs.Tell(kAdvice);
     return kAtOnce;
 }
 
@@ -211,7 +212,8 @@ void PlayerPanel::CheckFirstSong() {
         return;
     m_firstPath = m_songPathOf(m_playList.Song(1));
     if (const std::string problem = ProblemOf(m_firstPath); !problem.empty())
-        m_outside.statusLine.Say("Nothing is played, as the first song can't be: " + problem + ".");
+        m_environment.statusLine.Say("Nothing is played, as the first song can't be: " + problem +
+                                     ".");
     else
         m_stage = Stage::SendStop;
 }
@@ -236,7 +238,7 @@ void PlayerPanel::FinishPlaystuff() {
     SetButtonCaption(kPause);
     m_view.SetTimer(true);
     if (m_leftOut > 0)
-        m_outside.statusLine.Say(
+        m_environment.statusLine.Say(
             (m_leftOut == 1 ? "1 song was left out: "
                             : GroupedNumber(m_leftOut) + " songs were left out. The first: ") +
             m_whyLeftOut + ".");
@@ -299,7 +301,7 @@ void PlayerPanel::OnStopAdding() {
 
 void PlayerPanel::OfferNoStop() {
     m_view.OfferStop(false);
-    m_outside.statusLine.ShowProgress({}, {});
+    m_environment.statusLine.ShowProgress({}, {});
 }
 
 void PlayerPanel::OnTimer() {

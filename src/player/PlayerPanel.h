@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "player/PlayerPanelView.h"
 #include "player/PlayList.h"
 #include "player/WinAMP_Control.h"
@@ -26,7 +26,7 @@ class PlayerPanel {
     static constexpr int kWidthTwips = 4740;
     static constexpr int kHeightTwips = 2100;
 
-    PlayerPanel(Outside& outside, WinAMP_Control& control, const PlayList& playList,
+    PlayerPanel(Environment& environment, WinAMP_Control& control, const PlayList& playList,
                 SongPathOf songPathOf, PlayerPanelView& view);
 
     // Starts the player, shows its version, sets volume and balance, then plays. Called once, when
@@ -88,7 +88,7 @@ class PlayerPanel {
     void ShowStatus(const std::string& text);
     BarState& Bar(PlayerBar bar) { return m_bars[static_cast<int>(bar)]; }
 
-    Outside& m_outside;
+    Environment& m_environment;
     WinAMP_Control& m_control;
     const PlayList& m_playList;
     SongPathOf m_songPathOf;

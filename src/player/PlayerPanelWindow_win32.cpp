@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Dpi_win32.h"
 #include "platform/SystemFont_win32.h"
-#include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 
@@ -63,9 +63,9 @@ int TargetOf(const SCROLLINFO& info, const BarLook& look, int code) {
 
 }  // namespace
 
-PlayerPanelWindow::PlayerPanelWindow(Outside& outside, WinAMP_Control& control,
+PlayerPanelWindow::PlayerPanelWindow(Environment& environment, WinAMP_Control& control,
                                      const PlayList& playList, PlayerPanel::SongPathOf songPathOf)
-    : m_panel(outside, control, playList, std::move(songPathOf), *this) {}
+    : m_panel(environment, control, playList, std::move(songPathOf), *this) {}
 
 PlayerPanelWindow::~PlayerPanelWindow() {
     Destroy();

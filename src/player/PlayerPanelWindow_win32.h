@@ -27,7 +27,7 @@ class PlayerPanelWindow : public WindowBase, private PlayerPanelView {
         hscrlBalance,
     };
 
-    PlayerPanelWindow(Outside& outside, WinAMP_Control& control, const PlayList& playList,
+    PlayerPanelWindow(Environment& environment, WinAMP_Control& control, const PlayList& playList,
                       PlayerPanel::SongPathOf songPathOf);
     ~PlayerPanelWindow() override;
 

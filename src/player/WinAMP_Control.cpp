@@ -30,7 +30,7 @@ constexpr int kLimitOfThree = 180;
 }  // namespace
 
 bool WinAMP_Control::FindPlayerWindow() {
-    const PlayerWindow::Handle found = m_outside.player.Find();
+    const PlayerWindow::Handle found = m_environment.player.Find();
     if (found != m_window)
         m_answering = true;
     m_window = found;
@@ -39,12 +39,12 @@ bool WinAMP_Control::FindPlayerWindow() {
 
 bool WinAMP_Control::StartPlayer() {
     return !m_programPath.empty() &&
-           m_outside.programs.Start(m_programPath, "", ShowProgram::MinimisedInactive);
+           m_environment.programs.Start(m_programPath, "", ShowProgram::MinimizedInactive);
 }
 
 bool WinAMP_Control::WindowOrBox() {
     if (m_window == 0) {
-        m_outside.dialogs.Tell(
+        m_environment.dialogs.Tell(
             "You have to first play a song to use this function.  Try selecting some songs you "
             "wish to play and hitting 'Enter'",
             BoxIcon::Stop, "First Play a Song");
@@ -55,13 +55,14 @@ bool WinAMP_Control::WindowOrBox() {
 void WinAMP_Control::Note(const PlayerReply& reply) {
     const bool answering = reply.outcome != PlayerReply::Outcome::TimedOut;
     if (m_answering && !answering)
-        m_outside.statusLine.Say("The player doesn't answer. Nothing is sent to it until it does.");
+        m_environment.statusLine.Say(
+            "The player doesn't answer. Nothing is sent to it until it does.");
     m_answering = answering;
 }
 
 bool WinAMP_Control::AnswersAgain() {
     if (!m_answering)
-        Note(m_outside.player.Send(m_window, kNull, 0, 0, kQuestionLimit));
+        Note(m_environment.player.Send(m_window, kNull, 0, 0, kQuestionLimit));
     return m_answering;
 }
 
@@ -69,7 +70,7 @@ std::int32_t WinAMP_Control::Send(std::uint32_t message, std::int32_t wParam, st
                                   int limit, std::int32_t noReply) {
     if (!AnswersAgain())
         return noReply;
-    const PlayerReply reply = m_outside.player.Send(m_window, message, wParam, lParam, limit);
+    const PlayerReply reply = m_environment.player.Send(m_window, message, wParam, lParam, limit);
     Note(reply);
     return m_answering ? reply.value : noReply;
 }
@@ -89,8 +90,8 @@ void WinAMP_Control::StopAndClose() {
     if (!WindowOrBox() || !AnswersAgain())
         return;
     const auto send = [this](std::uint32_t message, PlayerCommand command, std::int32_t operation) {
-        Note(m_outside.player.Send(m_window, message, static_cast<std::int32_t>(command), operation,
-                                   kLimitOfThree));
+        Note(m_environment.player.Send(m_window, message, static_cast<std::int32_t>(command),
+                                       operation, kLimitOfThree));
     };
     send(kCommand, PlayerCommand::Stop, 0);
     send(kUser, PlayerCommand{}, kClearPlaylist);
@@ -98,10 +99,10 @@ void WinAMP_Control::StopAndClose() {
 }
 
 std::optional<std::string> WinAMP_Control::MaybePathForPlayer(const std::string& path) const {
-    if (auto bytes = m_outside.text.MaybeToAnsi(path))
+    if (auto bytes = m_environment.text.MaybeToAnsi(path))
         return bytes;
-    const auto shortPath = m_outside.disk.MaybeShortPath(path);
-    return shortPath ? m_outside.text.MaybeToAnsi(*shortPath) : std::nullopt;
+    const auto shortPath = m_environment.disk.MaybeShortPath(path);
+    return shortPath ? m_environment.text.MaybeToAnsi(*shortPath) : std::nullopt;
 }
 
 void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
@@ -109,7 +110,8 @@ void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
     if (m_window == 0 || !bytes || !AnswersAgain())
         return;
     bytes->push_back('\0');
-    const PlayerReply reply = m_outside.player.SendData(m_window, kAddFile, *bytes, kMessageLimit);
+    const PlayerReply reply =
+        m_environment.player.SendData(m_window, kAddFile, *bytes, kMessageLimit);
     Note(reply);
     m_lastAddResult = reply.value;
 }
@@ -170,7 +172,7 @@ std::string WinAMP_Control::GetPlayerVersion() {
 
 bool WinAMP_Control::FileExists(const std::string& path) {
     PathInfo info;
-    const DiskStatus status = m_outside.disk.Stat(path, info);
+    const DiskStatus status = m_environment.disk.Stat(path, info);
     switch (status.Error()) {
         case DiskError::None:
             return info.kind == PathKind::File;
@@ -180,9 +182,9 @@ bool WinAMP_Control::FileExists(const std::string& path) {
         default:
             break;
     }
-    m_outside.dialogs.Tell("Error Number: " + std::to_string(status.SystemCode()) + "  " +
-                               DiskStatus(status.Error()).Reason() + "\n\n" + path,
-                           BoxIcon::None, "Error");
+    m_environment.dialogs.Tell("Error Number: " + std::to_string(status.SystemCode()) + "  " +
+                                   DiskStatus(status.Error()).Reason() + "\n\n" + path,
+                               BoxIcon::None, "Error");
     return false;
 }
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -31,7 +31,7 @@ enum class PlayerCommand : std::int32_t {
 // again; meanwhile the operations return at once.
 class WinAMP_Control {
  public:
-    explicit WinAMP_Control(Outside& outside) : m_outside(outside) {}
+    explicit WinAMP_Control(Environment& environment) : m_environment(environment) {}
 
     // The player program's full path; empty when no player is known.
     const std::string& PlayerProgramPath() const { return m_programPath; }
@@ -41,7 +41,7 @@ class WinAMP_Control {
     bool FindPlayerWindow();
     bool IsWindowKnown() const { return m_window != 0; }
 
-    // Starts the player minimised and does not wait for its window. False without a program path
+    // Starts the player minimized and does not wait for its window. False without a program path
     // or when it can't be started.
     bool StartPlayer();
 
@@ -88,7 +88,7 @@ class WinAMP_Control {
     std::int32_t TrackLength(int limit);
     void Note(const PlayerReply& reply);
 
-    Outside& m_outside;
+    Environment& m_environment;
     std::string m_programPath;
     PlayerWindow::Handle m_window = 0;
     std::int32_t m_lastAddResult = 0;

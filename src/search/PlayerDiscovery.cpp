@@ -21,21 +21,21 @@ PlayerDiscovery::Outcome PlayerDiscovery::Search(Progress& progress) {
 
 PlayerDiscovery::Outcome PlayerDiscovery::SearchDrives(Progress& progress) {
     const auto keepOn = [&] {
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
         return !progress.StopRequested();
     };
-    for (const std::string& root : m_outside.drives.Roots()) {
+    for (const std::string& root : m_environment.drives.Roots()) {
         progress.Show("Looking for WinAmp in " + root);
         std::optional<std::string> found;
-        if (IsHardDrive(m_outside, root))
-            found = m_outside.drives.MaybeFindBelow(root, "winamp.exe", keepOn);
+        if (IsHardDrive(m_environment, root))
+            found = m_environment.drives.MaybeFindBelow(root, "winamp.exe", keepOn);
         if (found && !found->empty()) {
             progress.Show("Found WinAmp!!");
-            m_location.OnPlayerFound(m_outside.text.ToLower(*found));
+            m_location.OnPlayerFound(m_environment.text.ToLower(*found));
             return Outcome::Found;
         }
         for (int i = 0; i < kYieldsAfterADrive; ++i)
-            m_outside.events.LetEventsThrough();
+            m_environment.events.LetEventsThrough();
         if (progress.StopRequested())
             return Outcome::Stopped;
     }
@@ -44,10 +44,10 @@ PlayerDiscovery::Outcome PlayerDiscovery::SearchDrives(Progress& progress) {
 
 bool PlayerDiscovery::RunInstaller(const std::string& applicationFolder) {
     const std::string installer = applicationFolder + "winamp265_lite.exe";
-    const bool isThere = FileExists(m_outside.disk, installer);
-    if (isThere && m_outside.programs.Start(installer, "", ShowProgram::Normal))
+    const bool isThere = FileExists(m_environment.disk, installer);
+    if (isThere && m_environment.programs.Start(installer, "", ShowProgram::Normal))
         return true;
-    m_outside.dialogs.Tell(
+    m_environment.dialogs.Tell(
         "The player's installer can't be started:\n\n" + installer + "\n\n" +
             (isThere ? "The system refused to run it. Try to start it yourself."
                      : "It does not exist. Put it there, or install the player yourself; Tobbin "

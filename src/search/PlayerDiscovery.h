@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -29,8 +29,8 @@ class SearchingWindow : public Progress {
 // Finds the external player's program on the hard drives and runs its installer.
 class PlayerDiscovery {
  public:
-    PlayerDiscovery(Outside& outside, PlayerLocation& location)
-        : m_outside(outside), m_location(location) {}
+    PlayerDiscovery(Environment& environment, PlayerLocation& location)
+        : m_environment(environment), m_location(location) {}
 
     enum class Outcome { Found, NotFound, Stopped };
 
@@ -51,7 +51,7 @@ class PlayerDiscovery {
  private:
     Outcome SearchDrives(Progress& progress);
 
-    Outside& m_outside;
+    Environment& m_environment;
     PlayerLocation& m_location;
     bool m_searchPending = false;
 };

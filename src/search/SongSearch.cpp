@@ -65,18 +65,18 @@ std::string DriveTypeText(unsigned type, const std::string& root) {
     }
 }
 
-bool IsHardDrive(const Outside& outside, const std::string& root) {
-    return MatchesPattern(outside.text.ToLower(DriveTypeText(outside.drives.Type(root), root)),
-                          "*hard*");
+bool IsHardDrive(const Environment& environment, const std::string& root) {
+    return MatchesPattern(
+        environment.text.ToLower(DriveTypeText(environment.drives.Type(root), root)), "*hard*");
 }
 
-bool IsReachable(const Outside& outside, const std::string& root) {
-    return root.starts_with('\\') ? FolderExists(outside.disk, root)
-                                  : outside.drives.IsReachable(root);
+bool IsReachable(const Environment& environment, const std::string& root) {
+    return root.starts_with('\\') ? FolderExists(environment.disk, root)
+                                  : environment.drives.IsReachable(root);
 }
 
-SongSearch::SongSearch(Outside& outside, Progress& progress, SongSink& sink)
-    : m_outside(outside), m_progress(progress), m_sink(sink) {}
+SongSearch::SongSearch(Environment& environment, Progress& progress, SongSink& sink)
+    : m_environment(environment), m_progress(progress), m_sink(sink) {}
 
 std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
     return std::hash<std::uint64_t>()(id.index * 0x9E3779B97F4A7C15U ^ id.volume);
@@ -84,11 +84,11 @@ std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
 
 void SongSearch::SearchHardDrives() {
     m_entered.clear();
-    for (const std::string& root : m_outside.drives.Roots()) {
+    for (const std::string& root : m_environment.drives.Roots()) {
         for (int i = 0; i < kYieldsBeforeADrive; ++i)
-            m_outside.events.LetEventsThrough();
+            m_environment.events.LetEventsThrough();
         m_progress.Show("Looking for Mp3s in " + root);
-        if (IsHardDrive(m_outside, root))
+        if (IsHardDrive(m_environment, root))
             WalkTree(root);
         if (m_progress.StopRequested())
             return;
@@ -98,7 +98,7 @@ void SongSearch::SearchHardDrives() {
 void SongSearch::SearchFolder(const std::string& folder) {
     FolderListing listing;
     const std::string withSeparator = FolderWithSeparator(folder);
-    if (m_outside.disk.List(withSeparator, listing).Ok())
+    if (m_environment.disk.List(withSeparator, listing).Ok())
         HandOverSongs(withSeparator, SongsIn(listing));
 }
 
@@ -113,13 +113,13 @@ void SongSearch::WalkTree(const std::string& root) {
     while (!waiting.empty() && !m_progress.StopRequested()) {
         const auto [folder, volume] = std::move(waiting.back());
         waiting.pop_back();
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
         // All that lies below has the same words in its path. Not entering it leaves what a link in
         // there leads to for another path.
-        if (IsSkippedFolder(m_outside.text, folder))
+        if (IsSkippedFolder(m_environment.text, folder))
             continue;
         FolderListing listing;
-        if (!m_outside.disk.List(folder, {true, volume}, listing).Ok())
+        if (!m_environment.disk.List(folder, {true, volume}, listing).Ok())
             continue;
         // A link may lead back to a folder above it, or to one that was searched already.
         if (listing.id && !m_entered.insert(*listing.id).second)
@@ -136,14 +136,14 @@ void SongSearch::WalkTree(const std::string& root) {
 }
 
 void SongSearch::HandOverSongs(const std::string& folder, const std::vector<std::string>& songs) {
-    if (IsSkippedFolder(m_outside.text, folder))
+    if (IsSkippedFolder(m_environment.text, folder))
         return;
     for (const std::string& song : songs) {
         if (m_progress.StopRequested())
             return;
         const std::int32_t count = m_sink.OnSongFound(folder, song);
         m_progress.Show("Found " + std::to_string(count) + " Mp3s");
-        m_outside.events.LetEventsThrough();
+        m_environment.events.LetEventsThrough();
     }
 }
 

@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -25,10 +25,10 @@ std::string DriveTypeText(unsigned type, const std::string& root);
 
 // Whether songs and programs are looked for on this drive: its type text, lower-cased, matches
 // "*hard*".
-bool IsHardDrive(const Outside& outside, const std::string& root);
+bool IsHardDrive(const Environment& environment, const std::string& root);
 
 // Whether a drive or a network share (see RootOfPath) can be asked for its files now.
-bool IsReachable(const Outside& outside, const std::string& root);
+bool IsReachable(const Environment& environment, const std::string& root);
 
 // Whether a file of this name is taken for a song: it ends in ".mp3" in any case.
 bool IsSongName(std::string_view name);
@@ -37,7 +37,7 @@ bool IsSongName(std::string_view name);
 // can't be listed is passed over.
 class SongSearch {
  public:
-    SongSearch(Outside& outside, Progress& progress, SongSink& sink);
+    SongSearch(Environment& environment, Progress& progress, SongSink& sink);
 
     // Searches every hard drive with all folders. A stop request ends the search; what was found
     // so far has been handed over.
@@ -55,7 +55,7 @@ class SongSearch {
     };
 
     void WalkTree(const std::string& root);
-    Outside& m_outside;
+    Environment& m_environment;
     Progress& m_progress;
     SongSink& m_sink;
     std::unordered_set<FolderId, FolderIdHash> m_entered;  // each folder is entered once at most

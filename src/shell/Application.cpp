@@ -7,17 +7,17 @@
 
 namespace tobbin {
 
-Application::Application(Outside& outside, ProgramFolders folders)
-    : m_outside(outside),
+Application::Application(Environment& environment, ProgramFolders folders)
+    : m_environment(environment),
       m_folders(std::move(folders)),
-      m_settings(outside, m_folders.application),
-      m_sorter(outside.text),
-      m_catalogue(outside, m_settings, m_sorter, m_longWork),
-      m_groups(outside, m_catalogue, *this),
-      m_windows(outside.text),
+      m_settings(environment, m_folders.application),
+      m_sorter(environment.text),
+      m_catalogue(environment, m_settings, m_sorter, m_longWork),
+      m_groups(environment, m_catalogue, *this),
+      m_windows(environment.text),
       m_playerPlace(m_settings),
-      m_discovery(outside, m_playerPlace),
-      m_player(outside) {}
+      m_discovery(environment, m_playerPlace),
+      m_player(environment) {}
 
 Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
     return *m_jukeboxes.emplace_back(std::move(jukebox));
@@ -25,13 +25,13 @@ Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
 
 Jukebox* Application::MaybeLoadJukebox(const std::string& path) {
     std::unique_ptr<Jukebox> loaded;
-    StatusLineProgress progress(m_outside.statusLine);
+    StatusLineProgress progress(m_environment.statusLine);
     progress.Show("Opening " + path + " . . .");
     const LoadResult result =
-        LoadJukeboxFile(m_outside.disk, path, m_catalogue, m_outside.text, loaded);
+        LoadJukeboxFile(m_environment.disk, path, m_catalogue, m_environment.text, loaded);
     if (loaded != nullptr)
         return &AddJukebox(std::move(loaded));
-    m_outside.statusLine.Say(result.message);
+    m_environment.statusLine.Say(result.message);
     return nullptr;
 }
 

@@ -9,7 +9,7 @@
 #include "jukebox/AutomaticGroups.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/SongClipboard.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "platform/ProgressRelay.h"
 #include "player/PlayList.h"
 #include "player/SettingsPlayerLocation.h"
@@ -33,9 +33,9 @@ struct ProgramFolders {
 // hands it, or parts of it, down by reference.
 class Application : public OpenJukeboxes {
  public:
-    Application(Outside& outside, ProgramFolders folders);
+    Application(Environment& environment, ProgramFolders folders);
 
-    Outside& TheOutside() { return m_outside; }
+    Environment& TheEnvironment() { return m_environment; }
     const ProgramFolders& Folders() const { return m_folders; }
     // The data folder beside the program; ends in "\".
     std::string DataFolder() const { return m_folders.application + "Grouping\\"; }
@@ -57,7 +57,7 @@ class Application : public OpenJukeboxes {
     // What was last cut or copied, and all that jukebox windows work with.
     SongClipboard& Clipboard() { return m_clipboard; }
     EditingTools Tools() {
-        return {m_outside, m_catalogue, m_settings, m_sorter, m_clipboard, *this};
+        return {m_environment, m_catalogue, m_settings, m_sorter, m_clipboard, *this};
     }
 
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
@@ -69,7 +69,7 @@ class Application : public OpenJukeboxes {
     Jukebox& At(std::size_t index) const override { return *m_jukeboxes[index]; }
 
  private:
-    Outside& m_outside;
+    Environment& m_environment;
     ProgramFolders m_folders;
     ProgressRelay m_longWork;
     clsINI m_settings;

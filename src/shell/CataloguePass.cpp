@@ -9,7 +9,7 @@ bool RunCataloguePass(Application& application, const std::function<bool()>& pas
         return false;
     RecordMoves moves(application.Catalogue());
     const bool result = pass();
-    if (moves.Find(application.TheOutside().text)) {
+    if (moves.Find(application.TheEnvironment().text)) {
         for (std::size_t i = 0; i < application.Count(); ++i)
             moves.Apply(application.At(i));
         if (Jukebox* const held = application.Clipboard().MaybeStore())

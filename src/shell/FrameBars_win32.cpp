@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
+#include "platform/AccessibleNames_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/ProgressBar_win32.h"
-#include "platform/SpokenNames_win32.h"
 #include "platform/SystemFont_win32.h"
-#include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "shell/FrameCommands.h"

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "platform/UniqueHandle_win32.h"
 
 namespace tobbin {

@@ -157,7 +157,7 @@ FrameCommands::FrameCommands(Application& application, FrameView& view)
       m_view(view),
       m_files(application, view),
       m_newSongs(application, view),
-      m_find(application.TheOutside(), application.Catalogue(),
+      m_find(application.TheEnvironment(), application.Catalogue(),
              [&view] { return view.MaybeActiveJukebox(); }) {}
 
 bool FrameCommands::IsEnabled(FrameCommand command) const {
@@ -193,7 +193,7 @@ bool FrameCommands::IsEnabled(FrameCommand command) const {
         case FrameCommand::Tile:
             return m_view.HasChildren();
         case FrameCommand::ArrangeIcons:
-            return m_view.HasMinimisedChildren();
+            return m_view.HasMinimizedChildren();
         default:  // A command to a player that isn't there tells how to get it.
             return MaybePlayerCommand(command) || IsJukeboxCommandEnabled(command);
     }
@@ -256,11 +256,11 @@ void FrameCommands::Do(FrameCommand command) {
             m_newSongs.SearchWholeComputer();
             break;
         case FrameCommand::Cascade:
-            m_view.MinimisePlayerPanel();
+            m_view.MinimizePlayerPanel();
             m_view.Arrange(Arrangement::Cascade);
             break;
         case FrameCommand::Tile:
-            m_view.MinimisePlayerPanel();
+            m_view.MinimizePlayerPanel();
             m_view.Arrange(Arrangement::TileHorizontally);
             break;
         case FrameCommand::ArrangeIcons:
@@ -319,7 +319,7 @@ bool FrameCommands::DoJukeboxCommand(FrameCommand command) {
 }
 
 bool FrameCommands::MayCutFolder() {
-    return m_application.TheOutside().dialogs.Ask(
+    return m_application.TheEnvironment().dialogs.Ask(
                "Are you sure you want to cut this folder and all it's contents?",
                Buttons::YesNoCancel, BoxIcon::Question) == Answer::Yes;
 }
@@ -341,15 +341,15 @@ void FrameCommands::NewJukeboxWindow() {
 // The help program lies in the folder above the system's own. It tells of a missing help file
 // itself. Newer systems have no such program: they get the manual.
 void FrameCommands::StartHelp() {
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     std::string_view folder = m_application.Folders().system;
     folder.remove_suffix(std::min<std::size_t>(folder.size(), 1));
-    if (outside.programs.Start(FolderOfPath(folder) + "WinHelp.exe", m_application.HelpFile(),
-                               ShowProgram::Normal))
+    if (environment.programs.Start(FolderOfPath(folder) + "WinHelp.exe", m_application.HelpFile(),
+                                   ShowProgram::Normal))
         return;
     const std::string manual = m_application.Folders().application + "Help\\index.html";
-    if (!FileExists(outside.disk, manual) || !outside.programs.Open(manual))
-        outside.statusLine.Say("The manual " + manual + " could not be opened.");
+    if (!FileExists(environment.disk, manual) || !environment.programs.Open(manual))
+        environment.statusLine.Say("The manual " + manual + " could not be opened.");
 }
 
 }  // namespace tobbin

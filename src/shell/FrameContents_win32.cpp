@@ -91,7 +91,7 @@ bool FrameContents::HasChildren() const {
     return ActiveChild() != nullptr;
 }
 
-bool FrameContents::HasMinimisedChildren() const {
+bool FrameContents::HasMinimizedChildren() const {
     for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT))
         if (IsIconic(child))
@@ -110,14 +110,14 @@ bool FrameContents::PlayerCheck() {
     return m_player.Requests().PlayerCheck();
 }
 
-void FrameContents::MinimisePlayerPanel() {
-    m_player.MinimisePanel();
+void FrameContents::MinimizePlayerPanel() {
+    m_player.MinimizePanel();
 }
 
-void FrameContents::MinimiseActivePlayerPanel() {
+void FrameContents::MinimizeActivePlayerPanel() {
     if (ActiveChild() == nullptr || ActiveChild() != m_player.Panel())
         return;
-    m_player.MinimisePanel();
+    m_player.MinimizePanel();
     for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT))
         if (m_children.MaybeAt(child) != nullptr) {
@@ -145,7 +145,7 @@ void FrameContents::ShowAbout() {
 }
 
 void FrameContents::ShowTips() {
-    Tips tips(m_application.TheOutside(), m_application.Folders().application);
+    Tips tips(m_application.TheEnvironment(), m_application.Folders().application);
     tips.OpenNoMatterWhat(true);
     TipDialog(tips).Show(m_frame);
 }
@@ -155,7 +155,7 @@ void FrameContents::ShowFind() {
 }
 
 void FrameContents::ShowTipsAtStartUp() {
-    Tips tips(m_application.TheOutside(), m_application.Folders().application);
+    Tips tips(m_application.TheEnvironment(), m_application.Folders().application);
     TipDialog(tips).Show(m_frame);
 }
 
@@ -176,7 +176,7 @@ void FrameContents::PlaySelectedSongs(JukeboxWindow& window) {
 }
 
 void FrameContents::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {
-    PictureChoice choice(m_application.TheOutside(), m_application.Settings(),
+    PictureChoice choice(m_application.TheEnvironment(), m_application.Settings(),
                          [this] { return MaybeActiveJukebox(); });
     PictureDialog(choice, m_children.Pictures()).Show(m_frame);
 }

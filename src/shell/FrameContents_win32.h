@@ -42,7 +42,7 @@ class FrameContents : private FrameView, private JukeboxWindowHost {
     void OpenFiles(const std::vector<std::string>& paths) override;
     void OpenWaitingFiles();
 
-    // The screen or the colours have changed: windows that don't fill the frame keep their share of
+    // The screen or the colors have changed: windows that don't fill the frame keep their share of
     // it.
     void UseLook(int oldDpi, int dpi);
 
@@ -54,12 +54,12 @@ class FrameContents : private FrameView, private JukeboxWindowHost {
     JukeboxWindow* MaybeVisibleJukebox(
         const std::function<bool(const JukeboxWindow&)>& which) const override;
     bool HasChildren() const override;
-    bool HasMinimisedChildren() const override;
+    bool HasMinimizedChildren() const override;
     void OpenJukeboxWindow(Jukebox& jukebox) override;
     int JukeboxWindowsOpened() const override { return m_children.OpenedSoFar(); }
     bool PlayerCheck() override;
-    void MinimisePlayerPanel() override;
-    void MinimiseActivePlayerPanel() override;
+    void MinimizePlayerPanel() override;
+    void MinimizeActivePlayerPanel() override;
     void Arrange(Arrangement arrangement) override;
     void ShowAbout() override;
     void ShowTips() override;

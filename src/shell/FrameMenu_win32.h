@@ -22,7 +22,7 @@ class FrameMenu {
     // The menu that carries the list of open windows.
     HMENU WindowList() const { return m_windowList; }
 
-    // Greys what can't act in a menu that is about to open. A recent jukebox can be opened when any
+    // Grays what can't act in a menu that is about to open. A recent jukebox can be opened when any
     // can.
     void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
 
@@ -38,7 +38,7 @@ class FrameMenu {
 
  private:
     UniqueMenu m_menu;
-    HMENU m_file;  // found by its place once: a maximised child puts its own menu before it
+    HMENU m_file;  // found by its place once: a maximized child puts its own menu before it
     HMENU m_windowList;
     UniqueAccelerators m_keys;
     std::size_t m_recentShown = 0;

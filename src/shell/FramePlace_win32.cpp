@@ -28,7 +28,7 @@ bool PlaceFrame(HWND frame, UserSettings& settings) {
     SetRect(&placement.rcNormalPosition, place.left, place.top, place.left + place.width,
             place.top + place.height);
     SetWindowPlacement(frame, &placement);
-    return state.maximised;
+    return state.maximized;
 }
 
 void KeepFramePlace(HWND frame, UserSettings& settings) {

@@ -10,7 +10,7 @@ namespace tobbin {
 
 FramePlayer::FramePlayer(Application& application)
     : m_application(application),
-      m_requests(application.TheOutside(), application.PlayerPlace(), application.Discovery(),
+      m_requests(application.TheEnvironment(), application.PlayerPlace(), application.Discovery(),
                  application.Player(), application.SongsToPlay(), *this) {}
 
 FramePlayer::~FramePlayer() = default;
@@ -20,7 +20,7 @@ void FramePlayer::SetWindows(HWND frame, HWND mdiClient) {
     m_mdiClient = mdiClient;
 }
 
-void FramePlayer::MinimisePanel() {
+void FramePlayer::MinimizePanel() {
     if (Panel() != nullptr)
         ShowWindow(Panel(), SW_MINIMIZE);
 }
@@ -59,7 +59,7 @@ void FramePlayer::PlayInPanel() {
 void FramePlayer::OpenPanel() {
     MakeRoomForPanel();
     m_panel = std::make_unique<PlayerPanelWindow>(
-        m_application.TheOutside(), m_application.Player(), m_application.SongsToPlay(),
+        m_application.TheEnvironment(), m_application.Player(), m_application.SongsToPlay(),
         SongPathsOf(m_application.Catalogue()));
     if (!m_panel->Open(m_mdiClient, [this] { OnPanelClosed(); })) {
         m_panel.reset();
@@ -69,13 +69,13 @@ void FramePlayer::OpenPanel() {
                                                  [this] { SendMessageW(Panel(), WM_CLOSE, 0, 0); });
 }
 
-// A child that opens over a maximised one is maximised too. The jukebox window gets all of the room
+// A child that opens over a maximized one is maximized too. The jukebox window gets all of the room
 // but a strip for the panel instead, so that the panel stays small and both are seen.
 void FramePlayer::MakeRoomForPanel() {
-    BOOL maximised = FALSE;
+    BOOL maximized = FALSE;
     const auto active = reinterpret_cast<HWND>(
-        SendMessageW(m_mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximised)));
-    if (active == nullptr || !maximised)
+        SendMessageW(m_mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximized)));
+    if (active == nullptr || !maximized)
         return;
     SendMessageW(m_mdiClient, WM_MDIRESTORE, reinterpret_cast<WPARAM>(active), 0);
     RECT room = {};

@@ -24,8 +24,8 @@ class FramePlayer : private PlayHost {
 
     // The panel's window; null when it is not open.
     HWND Panel() const { return m_panel ? m_panel->Handle() : nullptr; }
-    void MinimisePanel();
-    // The jukebox window that was maximised before the panel opened is so again.
+    void MinimizePanel();
+    // The jukebox window that was maximized before the panel opened is so again.
     void GiveRoomBack();
 
     // For the message loop: the keys of the panel, and the moment between two messages.

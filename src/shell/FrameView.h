@@ -25,9 +25,9 @@ class FrameView {
     virtual JukeboxWindow* MaybeVisibleJukebox(
         const std::function<bool(const JukeboxWindow&)>& which) const = 0;
 
-    // Whether any child window is open, and whether one of them is minimised.
+    // Whether any child window is open, and whether one of them is minimized.
     virtual bool HasChildren() const = 0;
-    virtual bool HasMinimisedChildren() const = 0;
+    virtual bool HasMinimizedChildren() const = 0;
 
     // Opens a window on a jukebox, shows it and makes it the active one.
     virtual void OpenJukeboxWindow(Jukebox& jukebox) = 0;
@@ -38,9 +38,9 @@ class FrameView {
     // the player when it is not.
     virtual bool PlayerCheck() = 0;
 
-    // Minimises the player panel if it is loaded; the second: only if it is the active child.
-    virtual void MinimisePlayerPanel() = 0;
-    virtual void MinimiseActivePlayerPanel() = 0;
+    // Minimizes the player panel if it is loaded; the second: only if it is the active child.
+    virtual void MinimizePlayerPanel() = 0;
+    virtual void MinimizeActivePlayerPanel() = 0;
     virtual void Arrange(Arrangement arrangement) = 0;
 
     // Modal dialogs.

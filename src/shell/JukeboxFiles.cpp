@@ -53,7 +53,7 @@ bool JukeboxFiles::IsOpen(std::string_view title) const {
 
 void JukeboxFiles::Open() {
     const std::optional<std::string> path =
-        m_application.TheOutside().dialogs.MaybeFileToOpen(kFilter, m_application.DataFolder());
+        m_application.TheEnvironment().dialogs.MaybeFileToOpen(kFilter, m_application.DataFolder());
     if (path)
         OpenPath(*path);
 }
@@ -65,7 +65,7 @@ void JukeboxFiles::OpenRecent(int number) {
 }
 
 void JukeboxFiles::OpenFromOutside(const std::vector<std::string>& paths) {
-    const SystemText& text = m_application.TheOutside().text;
+    const SystemText& text = m_application.TheEnvironment().text;
     for (const std::string& path : paths) {
         JukeboxWindow* const open = m_view.MaybeVisibleJukebox([&](const JukeboxWindow& window) {
             return !window.FileLocation().empty() &&
@@ -81,11 +81,11 @@ void JukeboxFiles::OpenFromOutside(const std::vector<std::string>& paths) {
 
 bool JukeboxFiles::OpenPath(const std::string& chosen) {
     const std::string path(TrimBlanks(chosen));
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     if (m_application.Groups().IsBuilding())
         return false;
-    if (IsOpen(JukeboxTitle(outside.text, path))) {
-        outside.dialogs.Tell(kAlreadyOpen);
+    if (IsOpen(JukeboxTitle(environment.text, path))) {
+        environment.dialogs.Tell(kAlreadyOpen);
         return false;
     }
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
@@ -125,13 +125,13 @@ void JukeboxFiles::BuildSample(Jukebox& sample) {
 void JukeboxFiles::Refresh(const std::function<bool()>& hasClosed,
                            const std::function<void(Progress&)>& build) {
     m_stopRefreshing = false;
-    RebuildProgress progress(m_application.TheOutside().statusLine,
+    RebuildProgress progress(m_application.TheEnvironment().statusLine,
                              [&] { return m_stopRefreshing || hasClosed(); });
     m_refreshing = true;
     m_application.Groups().ShowProgressIn(progress, [&] { build(progress); });
     m_refreshing = false;
     if (m_stopRefreshing)
-        m_application.TheOutside().statusLine.Say(AutomaticGroups::kStopped);
+        m_application.TheEnvironment().statusLine.Say(AutomaticGroups::kStopped);
 }
 
 bool JukeboxFiles::StopRefreshing() {
@@ -147,7 +147,7 @@ void JukeboxFiles::NoteAsRecent(const std::string& path) {
 
 // The player panel steps aside, so that a jukebox window becomes the active one.
 JukeboxWindow* JukeboxFiles::MaybeWindowToSave() {
-    m_view.MinimiseActivePlayerPanel();
+    m_view.MinimizeActivePlayerPanel();
     return m_view.MaybeActiveJukebox();
 }
 
@@ -159,7 +159,7 @@ void JukeboxFiles::Save() {
         SaveAs();
         return;
     }
-    const SystemText& text = m_application.TheOutside().text;
+    const SystemText& text = m_application.TheEnvironment().text;
     SaveTo(window->FileLocation() + text.ToLower(window->DaCaption()) + kExtension, *window);
 }
 
@@ -167,22 +167,23 @@ void JukeboxFiles::SaveAs() {
     JukeboxWindow* const window = MaybeWindowToSave();
     if (window == nullptr)
         return;
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     const std::optional<std::string> chosen =
-        outside.dialogs.MaybeFileToSave(kFilter, m_application.DataFolder());
+        environment.dialogs.MaybeFileToSave(kFilter, m_application.DataFolder());
     if (!chosen)
         return;
-    const std::string path = NormalPath(outside.text, *chosen);
-    const std::string title = JukeboxTitle(outside.text, path);
+    const std::string path = NormalPath(environment.text, *chosen);
+    const std::string title = JukeboxTitle(environment.text, path);
     if (!MatchesPattern(window->DaCaption(), title) && IsOpen(title)) {
-        outside.dialogs.Tell(title +
-                             " is already open.  Close the file then you can save this Juke box "
-                             "with that file name.");
+        environment.dialogs.Tell(
+            title +
+            " is already open.  Close the file then you can save this Juke box "
+            "with that file name.");
         return;
     }
-    if (FileExists(outside.disk, path) &&
-        outside.dialogs.Ask("File already exists, do you wish to replace this file?",
-                            Buttons::YesNoCancel, BoxIcon::Warning) != Answer::Yes)
+    if (FileExists(environment.disk, path) &&
+        environment.dialogs.Ask("File already exists, do you wish to replace this file?",
+                                Buttons::YesNoCancel, BoxIcon::Warning) != Answer::Yes)
         return;
     if (!SaveTo(path, *window))
         return;
@@ -191,14 +192,14 @@ void JukeboxFiles::SaveAs() {
 }
 
 bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
-    Outside& outside = m_application.TheOutside();
-    StatusLineProgress progress(outside.statusLine);
+    Environment& environment = m_application.TheEnvironment();
+    StatusLineProgress progress(environment.statusLine);
     progress.Show("Saving " + path + " . . .");
     const DiskStatus status =
-        SaveJukeboxFile(outside.disk, path, window.Model(), m_application.Catalogue());
+        SaveJukeboxFile(environment.disk, path, window.Model(), m_application.Catalogue());
     if (!status.Ok()) {
-        outside.statusLine.Say("The jukebox was not saved to \"" + path + "\": " + status.Reason() +
-                               ".");
+        environment.statusLine.Say("The jukebox was not saved to \"" + path +
+                                   "\": " + status.Reason() + ".");
         return false;
     }
     WritePictureSettings(path, window);
@@ -208,16 +209,16 @@ bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
 }
 
 void JukeboxFiles::WritePictureSettings(const std::string& path, const JukeboxWindow& window) {
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     std::string name = FileNameOfPath(path);
     name.resize(name.size() - std::min<std::size_t>(name.size(), 4));
     const std::string file = m_application.Settings().LocOfGroupingDir() + name + ".poc";
     const DiskStatus status = SavePictureSettings(
-        outside, file, {window.LastPicFileLocation(), window.BeItTiled(), window.ShowPictt()},
+        environment, file, {window.LastPicFileLocation(), window.BeItTiled(), window.ShowPictt()},
         FlagText::TruthValue);
     if (!status.Ok())
-        outside.statusLine.Say("The jukebox is saved, but not its picture settings \"" + file +
-                               "\": " + status.Reason() + ".");
+        environment.statusLine.Say("The jukebox is saved, but not its picture settings \"" + file +
+                                   "\": " + status.Reason() + ".");
 }
 
 void JukeboxFiles::SaveBeforeClosing(JukeboxWindow& window) {
@@ -238,18 +239,19 @@ std::vector<std::string> JukeboxFiles::RecoveredFolders() const {
 
 // Under the first name that is free.
 bool JukeboxFiles::KeepRecovered(JukeboxWindow& window) {
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     for (const std::string& folder : RecoveredFolders()) {
-        if (!FolderExists(outside.disk, folder) && !outside.disk.CreateFolder(folder).Ok())
+        if (!FolderExists(environment.disk, folder) && !environment.disk.CreateFolder(folder).Ok())
             continue;
-        const std::string name = folder + outside.text.ToLower(window.DaCaption());
+        const std::string name = folder + environment.text.ToLower(window.DaCaption());
         std::string path = name + kExtension;
-        for (int i = 2; FileExists(outside.disk, path); ++i)
+        for (int i = 2; FileExists(environment.disk, path); ++i)
             path = name + " (" + std::to_string(i) + ")" + kExtension;
-        if (!SaveJukeboxFile(outside.disk, path, window.Model(), m_application.Catalogue()).Ok())
+        if (!SaveJukeboxFile(environment.disk, path, window.Model(), m_application.Catalogue())
+                 .Ok())
             continue;
-        outside.statusLine.Say("The jukebox \"" + window.DaCaption() + "\" was put aside as \"" +
-                               path + "\".");
+        environment.statusLine.Say("The jukebox \"" + window.DaCaption() +
+                                   "\" was put aside as \"" + path + "\".");
         return true;
     }
     return false;
@@ -257,11 +259,11 @@ bool JukeboxFiles::KeepRecovered(JukeboxWindow& window) {
 
 // What is offered is renamed first, so that a file which can't be opened is not offered for ever.
 void JukeboxFiles::OfferRecovered() {
-    Outside& outside = m_application.TheOutside();
+    Environment& environment = m_application.TheEnvironment();
     std::vector<std::string> paths;
     for (const std::string& folder : RecoveredFolders()) {
         FolderListing listing;
-        if (!outside.disk.List(folder, listing).Ok())
+        if (!environment.disk.List(folder, listing).Ok())
             continue;
         for (const FolderEntry& entry : listing.entries)
             if (!entry.isFolder && entry.name.ends_with(kExtension))
@@ -274,7 +276,7 @@ void JukeboxFiles::OfferRecovered() {
         question += "\r\n    " + FileNameOfPath(path);
     question += "\r\n\r\nIt has kept what they held.  Do you want to open them now?";
     const bool open =
-        outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes;
+        environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes;
     for (const std::string& path : paths) {
         Jukebox* const jukebox = open ? m_application.MaybeLoadJukebox(path) : nullptr;
         if (jukebox != nullptr) {
@@ -283,7 +285,7 @@ void JukeboxFiles::OfferRecovered() {
             m_view.OpenJukeboxWindow(*jukebox);
         }
         if (jukebox != nullptr || !open)
-            (void)outside.disk.Replace(path, path.substr(0, path.size() - 4) + ".bak");
+            (void)environment.disk.Replace(path, path.substr(0, path.size() - 4) + ".bak");
     }
 }
 

@@ -34,11 +34,11 @@ void TellDescendants(HWND window, UINT message) {
 
 }  // namespace
 
-MainFrame::MainFrame(Application& application, WindowsOutside& outside)
-    : m_application(application), m_outside(outside), m_contents(application) {}
+MainFrame::MainFrame(Application& application, WindowsEnvironment& environment)
+    : m_application(application), m_environment(environment), m_contents(application) {}
 
 MainFrame::~MainFrame() {
-    m_outside.Status().SetListener({});
+    m_environment.Status().SetListener({});
     Destroy();
     m_contents.ReleaseClosed();
 }
@@ -55,7 +55,7 @@ bool MainFrame::Open() {
         return false;
     SetMenu(Handle(), m_menu.Handle());
     m_dpi = static_cast<int>(GetDpiForWindow(Handle()));
-    m_maximised = PlaceFrame(Handle(), m_outside.Interfaces().userSettings);
+    m_maximized = PlaceFrame(Handle(), m_environment.Interfaces().userSettings);
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
     m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
@@ -64,11 +64,11 @@ bool MainFrame::Open() {
 
 void MainFrame::SaveDatForm() {
     if (IsWindowVisible(Handle()))
-        KeepFramePlace(Handle(), m_outside.Interfaces().userSettings);
+        KeepFramePlace(Handle(), m_environment.Interfaces().userSettings);
 }
 
 void MainFrame::Appear() {
-    ShowWindow(Handle(), m_maximised ? SW_SHOWMAXIMIZED : SW_SHOWDEFAULT);
+    ShowWindow(Handle(), m_maximized ? SW_SHOWMAXIMIZED : SW_SHOWDEFAULT);
     UpdateWindow(Handle());
     SetForegroundWindow(Handle());
     UpdateBars();
@@ -112,7 +112,7 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COPYDATA:
             return OnCopyData(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
         case WM_DROPFILES:
-            m_outside.Status().Clear();
+            m_environment.Status().Clear();
             m_contents.OpenFiles(TakeDroppedFiles(reinterpret_cast<HDROP>(wParam)));
             return 0;
         case WM_QUERYENDSESSION:
@@ -131,8 +131,8 @@ bool MainFrame::OnCreate() {
         !m_contents.CreateIn(Handle(), m_menu.WindowList()))
         return false;
     m_contents.onChanged = [this] { m_barsOutdated = true; };
-    m_outside.Boxes().SetMainWindow(Handle());
-    m_outside.Status().SetListener([this](const std::string& line, const StepsDone& steps) {
+    m_environment.Boxes().SetMainWindow(Handle());
+    m_environment.Status().SetListener([this](const std::string& line, const StepsDone& steps) {
         m_statusBar.ShowLine(line, steps);
     });
     return true;
@@ -155,7 +155,7 @@ void MainFrame::OnDpiChanged(const RECT& place) {
     UseLook();
 }
 
-// Takes the fonts, the pictures and the measures for the screen and the colours there are now.
+// Takes the fonts, the pictures and the measures for the screen and the colors there are now.
 void MainFrame::UseLook() {
     const auto dpi = static_cast<int>(GetDpiForWindow(Handle()));
     const auto icon = [&](int measure) {
@@ -171,7 +171,7 @@ void MainFrame::UseLook() {
 }
 
 void MainFrame::OnCommand(int command) {
-    m_outside.Status().Clear();
+    m_environment.Status().Clear();
     if (command > IDM_TOOLBAR && command <= IDM_TOOLBAR + kToolbarButtons)
         m_contents.Commands().ClickButton(command - IDM_TOOLBAR);
     else if (const auto recent = FrameMenu::MaybeRecent(command))
@@ -200,7 +200,7 @@ bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
         ShowWindow(Handle(), SW_RESTORE);
     if (IsWindowVisible(Handle()))
         SetForegroundWindow(GetLastActivePopup(Handle()));
-    m_outside.Status().Clear();
+    m_environment.Status().Clear();
     m_contents.OpenFiles(*files);
     return true;
 }
@@ -230,7 +230,7 @@ void MainFrame::UpdateBars() {
     m_barsOutdated = false;
     if (Handle() == nullptr)
         return;
-    // Not every system puts a maximised window's title into the frame's caption as it opens.
+    // Not every system puts a maximized window's title into the frame's caption as it opens.
     if (const HWND active = m_contents.ActiveChild(); std::exchange(m_barsOf, active) != active)
         SetWindowTextW(Handle(), Wide(kCaption).c_str());
     m_toolbar.Update([this](int button) { return m_contents.Commands().IsButtonEnabled(button); });
@@ -262,8 +262,8 @@ void MainFrame::OnClose() {
 void MainFrame::OnDestroy() {
     m_application.Settings().OnRecentListChanged([] {});
     m_application.Windows().Remove(m_loadedNumber);
-    m_outside.Status().SetListener({});
-    m_outside.Boxes().SetMainWindow(nullptr);
+    m_environment.Status().SetListener({});
+    m_environment.Boxes().SetMainWindow(nullptr);
     PostQuitMessage(0);
 }
 

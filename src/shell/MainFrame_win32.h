@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "platform/WindowBase_win32.h"
-#include "platform/WindowsOutside_win32.h"
+#include "platform/WindowsEnvironment_win32.h"
 #include "shell/Application.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameContents_win32.h"
@@ -18,7 +18,7 @@ class MainFrame : public WindowBase {
  public:
     static constexpr wchar_t kClassName[] = L"frmMDIForm1";
 
-    MainFrame(Application& application, WindowsOutside& outside);
+    MainFrame(Application& application, WindowsEnvironment& environment);
     ~MainFrame() override;
 
     // Creates the frame, not yet to be seen.
@@ -53,7 +53,7 @@ class MainFrame : public WindowBase {
     void UpdateTheMenuControlArray();
 
     Application& m_application;
-    WindowsOutside& m_outside;
+    WindowsEnvironment& m_environment;
     FrameContents m_contents;
     FrameMenu m_menu;
     RecentMenu m_recent;
@@ -61,7 +61,7 @@ class MainFrame : public WindowBase {
     FrameStatusBar m_statusBar;
     int m_loadedNumber = 0;
     int m_dpi = 96;            // of the screen that the frame's look is for
-    bool m_maximised = false;  // as it was left
+    bool m_maximized = false;  // as it was left
     bool m_barsOutdated = true;
     HWND m_barsOf = nullptr;  // the active child of which the bars tell
     bool m_closing = false;

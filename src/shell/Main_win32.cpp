@@ -8,7 +8,7 @@
 
 #include "platform/Process_win32.h"
 #include "platform/Wide_win32.h"
-#include "platform/WindowsOutside_win32.h"
+#include "platform/WindowsEnvironment_win32.h"
 #include "shell/Application.h"
 #include "shell/MainFrame_win32.h"
 #include "shell/Searching_win32.h"
@@ -54,31 +54,32 @@ int Run() {
     if (outcome == SingleInstance::Outcome::HandedOver)
         return 0;
 
-    WindowsOutside outside;
+    WindowsEnvironment environment;
     if (outcome == SingleInstance::Outcome::NoAnswer) {  // two must not write to one folder
-        outside.Interfaces().dialogs.Tell(
+        environment.Interfaces().dialogs.Tell(
             "Tobbin is running already, but doesn't answer.  Wait until it does, or end it in the "
             "Task Manager, and start Tobbin again.",
             BoxIcon::Stop);
         return 1;
     }
-    Application application(outside.Interfaces(), {folder, SystemFolder(), TemporaryFilesFolder()});
-    MainFrame frame(application, outside);
+    Application application(environment.Interfaces(),
+                            {folder, SystemFolder(), TemporaryFilesFolder()});
+    MainFrame frame(application, environment);
     if (!frame.Open())
         return 1;
     instance.MarkWindow(frame.Handle());
     StartUpWindows windows(application, frame);
-    outside.Events().SetFilter([&](MSG& message) {
+    environment.Events().SetFilter([&](MSG& message) {
         const HWND splash = windows.SplashHandle();
         return (splash != nullptr && IsDialogMessageW(splash, &message)) ||
                SearchingPopup::TranslateKeys(message) || frame.TranslateKeys(message);
     });
-    outside.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
+    environment.Events().SetBetweenMessages([&] { frame.BetweenMessages(); });
     if (!StartUp(application, windows).Run())
         return 1;
     frame.Contents().Commands().Files().OfferRecovered();
     frame.Contents().OpenFiles(files);
-    return outside.Events().RunUntilQuit();
+    return environment.Events().RunUntilQuit();
 }
 
 }  // namespace

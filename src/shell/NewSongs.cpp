@@ -46,7 +46,7 @@ void NewSongs::Search(bool wholeComputer) {
                (found == 1 ? "song was found." : "songs were found.");
     if (window->StopRequested())
         line += "  " + std::string(AutomaticGroups::kStopped);
-    m_application.TheOutside().statusLine.Say(line);
+    m_application.TheEnvironment().statusLine.Say(line);
 }
 
 }  // namespace tobbin

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/Dpi_win32.h"
 #include "platform/SystemFont_win32.h"
-#include "platform/Twips_win32.h"
 
 namespace tobbin {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
+#include "platform/Dpi_win32.h"
 #include "platform/ProgressBar_win32.h"
 #include "platform/SystemFont_win32.h"
-#include "platform/Twips_win32.h"
 #include "resource.h"
 
 namespace tobbin {

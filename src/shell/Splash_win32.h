@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "platform/PacedLabel_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"

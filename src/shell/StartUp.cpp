@@ -55,7 +55,7 @@ DiskStatus TryToWriteIn(Disk& disk, const std::string& folder) {
 }  // namespace
 
 StartUp::StartUp(Application& application, StartUpView& view)
-    : m_application(application), m_view(view), m_outside(application.TheOutside()) {}
+    : m_application(application), m_view(view), m_environment(application.TheEnvironment()) {}
 
 bool StartUp::Run() {
     CheckRuntimeLibrary();
@@ -78,31 +78,31 @@ bool StartUp::Run() {
 
 void StartUp::CheckRuntimeLibrary() {
     const ProgramFolders& folders = m_application.Folders();
-    if (m_outside.userSettings.MaybeRead(kRuntimeCheckKey) == "0" ||
-        FileExists(m_outside.disk, folders.system + kRuntimeLibrary))
+    if (m_environment.userSettings.MaybeRead(kRuntimeCheckKey) == "0" ||
+        FileExists(m_environment.disk, folders.system + kRuntimeLibrary))
         return;
-    m_outside.dialogs.Tell(kRuntimeMessage);
-    m_outside.programs.Start(folders.system + "notepad.exe",
-                             "\"" + folders.application + "readme.txt\"", ShowProgram::Normal);
+    m_environment.dialogs.Tell(kRuntimeMessage);
+    m_environment.programs.Start(folders.system + "notepad.exe",
+                                 "\"" + folders.application + "readme.txt\"", ShowProgram::Normal);
 }
 
 bool StartUp::PrepareDataFolders() {
     const std::string dataFolder = m_application.DataFolder();
     for (const std::string& folder : {dataFolder, dataFolder + "System\\"}) {
         DiskStatus status;
-        if (!FolderExists(m_outside.disk, folder))
-            status = m_outside.disk.CreateFolder(folder);
+        if (!FolderExists(m_environment.disk, folder))
+            status = m_environment.disk.CreateFolder(folder);
         if (status.Ok())
-            status = TryToWriteIn(m_outside.disk, folder);
+            status = TryToWriteIn(m_environment.disk, folder);
         if (!status.Ok()) {
-            m_outside.dialogs.Tell(
+            m_environment.dialogs.Tell(
                 "Tobbin can't write to its data folder \"" + folder + "\": " + status.Reason() +
                     ".  Move Tobbin's own folder to a place where you may write, or get the right "
                     "to write there, and start Tobbin again.",
                 BoxIcon::Stop);
             return false;
         }
-        RemoveUnfinishedFiles(m_outside.disk, folder);
+        RemoveUnfinishedFiles(m_environment.disk, folder);
     }
     return true;
 }
@@ -120,9 +120,9 @@ bool StartUp::PrepareSettings() {
     std::string keptAs;
     DiskStatus status;
     if (result.outcome == LoadOutcome::Damaged)
-        status = KeepDamagedFileAside(m_outside.disk, path, keptAs);
+        status = KeepDamagedFileAside(m_environment.disk, path, keptAs);
     if (result.outcome == LoadOutcome::Unreadable || !status.Ok()) {
-        m_outside.dialogs.Tell(
+        m_environment.dialogs.Tell(
             result.message +
                 (status.Ok() ? "" : "  The file can't be kept aside: " + status.Reason() + ".") +
                 "  Tobbin leaves it as it is and ends.  Close the program that uses the file, or "
@@ -132,14 +132,14 @@ bool StartUp::PrepareSettings() {
     }
     settings.CreateNewIniFile(path);
     if (result.outcome == LoadOutcome::Damaged)
-        m_outside.dialogs.Tell(
+        m_environment.dialogs.Tell(
             result.message + "  The file is kept as \"" + keptAs + "\", and new settings are made.",
             BoxIcon::Warning);
     return true;
 }
 
 bool StartUp::HasFolder(const std::string& folder) {
-    return !RootOfPath(folder).empty() && FolderExists(m_outside.disk, folder);
+    return !RootOfPath(folder).empty() && FolderExists(m_environment.disk, folder);
 }
 
 // The program's folder was moved, or copied to another computer, with its data; or the settings
@@ -159,7 +159,7 @@ void StartUp::UseOwnDataWhereTheirsIsGone() {
 
 bool StartUp::PlayerIsThere() {
     const std::string& player = m_application.Settings().LocOfWinAmpExe();
-    return !player.empty() && FileExists(m_outside.disk, player);
+    return !player.empty() && FileExists(m_environment.disk, player);
 }
 
 void StartUp::FindPlayer() {
@@ -178,8 +178,8 @@ bool StartUp::PlayerIsGone() {
         return true;
     PathInfo info;
     const std::string root = RootOfPath(player);
-    return m_outside.disk.Stat(player, info).Ok() && info.kind != PathKind::File &&
-           (root.empty() || IsReachable(m_outside, root));
+    return m_environment.disk.Stat(player, info).Ok() && info.kind != PathKind::File &&
+           (root.empty() || IsReachable(m_environment, root));
 }
 
 void StartUp::ForgetMissingPlayer() {
@@ -194,7 +194,7 @@ void StartUp::PrepareCatalogue() {
     clsMain& catalogue = m_application.Catalogue();
     ShowWork("Opening the song catalogue . . .");
     const CatalogueStart start =
-        LoadCatalogueAtStart(m_outside, m_application.Settings(), catalogue);
+        LoadCatalogueAtStart(m_environment, m_application.Settings(), catalogue);
     m_view.ShowProgressArea(false);
     switch (start.finding) {
         case CatalogueFinding::FirstRun:
@@ -207,13 +207,13 @@ void StartUp::PrepareCatalogue() {
             BringCatalogueUpToDate();
             [[fallthrough]];
         case CatalogueFinding::Gone:
-            if (m_outside.dialogs.Ask(
+            if (m_environment.dialogs.Ask(
                     start.message + "  Do you want to search the hard drives for your songs now?",
                     Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
                 SearchForSongs();
             break;
         case CatalogueFinding::Unreadable:
-            m_outside.dialogs.Tell(
+            m_environment.dialogs.Tell(
                 start.message +
                     "  Tobbin goes on without it and leaves it as it is.  Close the "
                     "program that uses it, and start Tobbin again.",
@@ -230,7 +230,7 @@ void StartUp::BringCatalogueUpToDate() {
     catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
         catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
     m_view.ShowProgressArea(false);
-    m_outside.events.LetEventsThrough();
+    m_environment.events.LetEventsThrough();
 }
 
 // A piece of work of its own: an earlier wish to stop is not for it.
@@ -252,14 +252,14 @@ void StartUp::OpenFirstJukebox() {
         StandingText progress(m_application.LongWork());  // Building tells what it does.
         Group(progress, [&] { BuildInitialJukebox(*jukebox, m_application.Groups(), progress); });
     }
-    m_outside.events.LetEventsThrough();
+    m_environment.events.LetEventsThrough();
     m_view.OpenJukeboxWindow(*jukebox);
-    m_outside.events.LetEventsThrough();
+    m_environment.events.LetEventsThrough();
 }
 
 Jukebox* StartUp::MaybeLastJukebox() {
     const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
-    if (path.empty() || !FileExists(m_outside.disk, path))
+    if (path.empty() || !FileExists(m_environment.disk, path))
         return nullptr;
     ShowWork("Opening " + path + " . . .");
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
@@ -277,7 +277,7 @@ void StartUp::Group(Progress& progress, const std::function<void()>& build) {
     m_view.ShowProgressArea(true);
     m_application.Groups().ShowProgressIn(progress, build);
     if (progress.StopRequested())
-        m_outside.statusLine.Say(AutomaticGroups::kStopped);
+        m_environment.statusLine.Say(AutomaticGroups::kStopped);
     m_view.ShowProgressArea(false);
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "jukebox/Jukebox.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "shell/Application.h"
 
 namespace tobbin {
@@ -63,7 +63,7 @@ class StartUp {
 
     Application& m_application;
     StartUpView& m_view;
-    Outside& m_outside;
+    Environment& m_environment;
 };
 
 }  // namespace tobbin

@@ -21,18 +21,18 @@ std::string MissingFileText() {
 }  // namespace
 
 bool Tips::TipsAtStartUp() const {
-    return m_outside.userSettings.MaybeRead(kSetting).value_or("1") != "0";
+    return m_environment.userSettings.MaybeRead(kSetting).value_or("1") != "0";
 }
 
 void Tips::Load(TipView& view) {
     view.TickTipsAtStartUp(TipsAtStartUp());
     m_tips.clear();
     std::string bytes;
-    if (!ReadWholeFile(m_outside.disk, m_applicationFolder + kFile, bytes).Ok()) {
+    if (!ReadWholeFile(m_environment.disk, m_applicationFolder + kFile, bytes).Ok()) {
         view.ShowTip(MissingFileText());
         return;
     }
-    const std::string text = DecodeForeignText(m_outside.text, bytes);
+    const std::string text = DecodeForeignText(m_environment.text, bytes);
     for (const std::string_view line : SplitLines(text))
         m_tips.emplace_back(line);
     OnNextTip(view);
@@ -42,12 +42,12 @@ void Tips::OnNextTip(TipView& view) {
     if (m_tips.empty())
         return;
     const auto place =
-        static_cast<std::size_t>(m_outside.clock.Random() * static_cast<double>(m_tips.size()));
+        static_cast<std::size_t>(m_environment.clock.Random() * static_cast<double>(m_tips.size()));
     view.ShowTip(m_tips[std::min(place, m_tips.size() - 1)]);
 }
 
 void Tips::OnTipsAtStartUpClicked(bool ticked) {
-    m_outside.userSettings.Write(kSetting, ticked ? "1" : "0");
+    m_environment.userSettings.Write(kSetting, ticked ? "1" : "0");
 }
 
 }  // namespace tobbin

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -20,8 +20,8 @@ class TipView {
 class Tips {
  public:
     // `applicationFolder` ends in "\".
-    Tips(Outside& outside, std::string applicationFolder)
-        : m_outside(outside), m_applicationFolder(std::move(applicationFolder)) {}
+    Tips(Environment& environment, std::string applicationFolder)
+        : m_environment(environment), m_applicationFolder(std::move(applicationFolder)) {}
 
     // Whether the dialog opens at all: from the menu always, at start-up unless it is turned off.
     bool MayOpen() const { return m_openNoMatterWhat || TipsAtStartUp(); }
@@ -36,7 +36,7 @@ class Tips {
  private:
     bool TipsAtStartUp() const;
 
-    Outside& m_outside;
+    Environment& m_environment;
     std::string m_applicationFolder;
     bool m_openNoMatterWhat = false;
     std::vector<std::string> m_tips;

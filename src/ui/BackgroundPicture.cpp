@@ -14,20 +14,20 @@ constexpr char kToSwitch[] = "Once you've picked a picture you can use this func
 
 void BackgroundPicture::ReadInImageArray(const std::string& name) {
     const LoadResult result =
-        LoadPictureSettings(m_outside, m_settings.LocOfGroupingDir() + name, m_kept);
+        LoadPictureSettings(m_environment, m_settings.LocOfGroupingDir() + name, m_kept);
     if (result.outcome == LoadOutcome::Damaged || result.outcome == LoadOutcome::Unreadable)
-        m_outside.statusLine.Say(result.message);
-    m_list.Read(m_outside, m_sorter, m_kept.picture);
+        m_environment.statusLine.Say(result.message);
+    m_list.Read(m_environment, m_sorter, m_kept.picture);
     if (!m_list.IsEmpty()) {
         UpdatePictureStatus();
         return;
     }
     show({}, m_kept.tiled, {});
     if (m_kept.shown && !m_kept.picture.empty())
-        m_outside.statusLine.Say("The background picture \"" + m_kept.picture +
-                                 (FileExists(m_outside.disk, m_kept.picture)
-                                      ? "\" is no \".jpg\" file."
-                                      : "\" is not there any more."));
+        m_environment.statusLine.Say("The background picture \"" + m_kept.picture +
+                                     (FileExists(m_environment.disk, m_kept.picture)
+                                          ? "\" is no \".jpg\" file."
+                                          : "\" is not there any more."));
 }
 
 void BackgroundPicture::ChangePicture(bool forward) {
@@ -57,13 +57,14 @@ void BackgroundPicture::ShowCurrent(bool forward) {
 }
 
 void BackgroundPicture::AskToPick(const char* whatFor) {
-    m_outside.dialogs.Tell(std::string(kPickFirst) + whatFor);
+    m_environment.dialogs.Tell(std::string(kPickFirst) + whatFor);
     choose();
 }
 
 void BackgroundPicture::OnFailed(const std::string& path, const std::string& reason) {
     if (m_kept.shown && path == m_kept.picture)
-        m_outside.statusLine.Say("The picture \"" + path + "\" can't be shown: " + reason + ".");
+        m_environment.statusLine.Say("The picture \"" + path + "\" can't be shown: " + reason +
+                                     ".");
 }
 
 }  // namespace tobbin

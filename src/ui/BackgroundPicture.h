@@ -4,7 +4,7 @@
 #include <string>
 
 #include "catalogue/clsINI.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "ui/PictureList.h"
 #include "ui/PictureSettings.h"
 #include "util/SortCity.h"
@@ -15,8 +15,8 @@ namespace tobbin {
 // pictures of its folder. The picture list is empty until a picture-settings file is read.
 class BackgroundPicture {
  public:
-    BackgroundPicture(Outside& outside, const clsINI& settings, SortCity& sorter)
-        : m_outside(outside), m_settings(settings), m_sorter(sorter) {}
+    BackgroundPicture(Environment& environment, const clsINI& settings, SortCity& sorter)
+        : m_environment(environment), m_settings(settings), m_sorter(sorter) {}
 
     // Sets the background of the window's control. The address is "file:\\" with the full path
     // behind it; the empty text removes the picture. `next` is the path of the picture that will
@@ -55,7 +55,7 @@ class BackgroundPicture {
     void ShowCurrent(bool forward);
     void AskToPick(const char* whatFor);
 
-    Outside& m_outside;
+    Environment& m_environment;
     const clsINI& m_settings;
     SortCity& m_sorter;
     PictureSettings m_kept;

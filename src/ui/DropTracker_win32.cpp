@@ -1,6 +1,6 @@
 #include "ui/DropTracker_win32.h"
 
-#include "platform/Twips_win32.h"
+#include "platform/Dpi_win32.h"
 
 namespace tobbin {
 namespace {

@@ -4,14 +4,14 @@
 #include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/SongClipboard.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "util/SortCity.h"
 
 namespace tobbin {
 
 // What all jukebox windows work with; each lives as long as the program.
 struct EditingTools {
-    Outside& outside;
+    Environment& environment;
     clsMain& catalogue;
     const clsINI& settings;
     SortCity& sorter;

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/Dpi_win32.h"
 #include "platform/SystemFont_win32.h"
-#include "platform/Twips_win32.h"
 #include "ui/PopUpMenus_win32.h"
 
 namespace tobbin {

@@ -9,7 +9,7 @@ namespace tobbin {
 namespace {
 
 // The middle of the screen that the owner is on.
-void Centre(HWND dialog, HWND owner) {
+void Center(HWND dialog, HWND owner) {
     MONITORINFO screen = {};
     screen.cbSize = sizeof(screen);
     GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &screen);
@@ -64,7 +64,7 @@ bool FindDialog::OnCommand(int control, int notification) {
 HWND FindDialog::OnLoad() {
     SetIcon(Handle(), ICON_BIG, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
     SetIcon(Handle(), ICON_SMALL, GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
-    Centre(Handle(), GetParent(Handle()));
+    Center(Handle(), GetParent(Handle()));
     SetWindowSubclass(Item(IDCANCEL), &LeaveEnter, 0, 0);
     return nullptr;
 }

@@ -41,19 +41,19 @@ SongRank RankOfCommand(int command) {
 JukeboxEditor::JukeboxEditor(const EditingTools& tools, Jukebox& jukebox)
     : m_tools(tools), m_jukebox(jukebox), m_history(jukebox) {}
 
-ChangedPlace JukeboxEditor::AddFolder(Folder* parent) {
+EditResult JukeboxEditor::AddFolder(Folder* parent) {
     return m_history.Do("Add Folder", PutFolder(Jukebox::MakeFolder(kNewFolder), parent,
                                                 m_jukebox.ChildCount(parent)));
 }
 
-ChangedPlace JukeboxEditor::RenameFolder(Folder& folder, std::string text) {
+EditResult JukeboxEditor::RenameFolder(Folder& folder, std::string text) {
     return m_history.Do("Rename Folder", tobbin::RenameFolder(folder, std::move(text)));
 }
 
 bool JukeboxEditor::MayTakeFolder(const Folder& folder) {
     if (!IsSpecialFolder(folder))
         return true;
-    m_tools.outside.dialogs.Tell(
+    m_tools.environment.dialogs.Tell(
         "This is a special node that can not be cut.  It can be copied if you wish.");
     m_jukebox.IsFormDirty(true);
     return false;
@@ -62,13 +62,13 @@ bool JukeboxEditor::MayTakeFolder(const Folder& folder) {
 bool JukeboxEditor::MayTakeSongs(const Folder& folder) {
     if (!IsAllSongs(folder))
         return true;
-    m_tools.outside.dialogs.Tell(
+    m_tools.environment.dialogs.Tell(
         "Can not cut a song from 'All Songs.'  You can copy a song if you wish.");
     m_jukebox.IsFormDirty(true);
     return false;
 }
 
-ChangedPlace JukeboxEditor::CutFolder(Folder& folder) {
+EditResult JukeboxEditor::CutFolder(Folder& folder) {
     if (!MayTakeFolder(folder))
         return {};
     HoldFolder(folder);
@@ -92,7 +92,7 @@ void JukeboxEditor::HoldSongs(const Folder& folder, const std::vector<std::size_
 // What is held is also offered to other programs.
 void JukeboxEditor::OfferFiles(const std::vector<std::string>& paths) {
     if (!paths.empty())
-        m_tools.outside.clipboard.OfferFiles(paths);
+        m_tools.environment.clipboard.OfferFiles(paths);
 }
 
 std::vector<std::string> JukeboxEditor::PathsOf(const Folder& folder,
@@ -114,16 +114,16 @@ std::vector<std::string> JukeboxEditor::PathsOf(const Folder& folder,
     return paths;
 }
 
-ChangedPlace JukeboxEditor::DeleteFolder(Folder& folder) {
+EditResult JukeboxEditor::DeleteFolder(Folder& folder) {
     if (IsSpecialFolder(folder) ||
-        m_tools.outside.dialogs.Ask(
+        m_tools.environment.dialogs.Ask(
             "Are you sure you want to delete this folder and all it's contents?",
             Buttons::YesNoCancel, BoxIcon::Question) != Answer::Yes)
         return {};
     return m_history.Do("Delete Folder", TakeFolder(folder));
 }
 
-ChangedPlace JukeboxEditor::Paste(Folder& into) {
+EditResult JukeboxEditor::Paste(Folder& into) {
     const SongClipboard& clipboard = m_tools.clipboard;
     if (clipboard.HoldsFolder()) {
         if (clipboard.IsInsideOriginal(m_jukebox, into)) {
@@ -160,20 +160,20 @@ std::vector<SongItem> JukeboxEditor::Wanted(const Folder& into, std::vector<Song
     return songs;
 }
 
-ChangedPlace JukeboxEditor::SortNodes(Folder& parent) {
+EditResult JukeboxEditor::SortNodes(Folder& parent) {
     std::vector<std::u16string> keys;
     for (std::size_t i = 0; i < parent.ChildCount(); ++i)
-        keys.push_back(Utf8ToUtf16(m_tools.outside.text.ToLower(parent.Child(i).Text())));
+        keys.push_back(Utf8ToUtf16(m_tools.environment.text.ToLower(parent.Child(i).Text())));
     std::vector<std::size_t> order(keys.size());
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order,
                              [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
     return std::ranges::is_sorted(order)
-               ? ChangedPlace()
+               ? EditResult()
                : m_history.Do("Sort Nodes", OrderChildren(&parent, std::move(order)));
 }
 
-ChangedPlace JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
+EditResult JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
     if (!MayTakeSongs(folder))
         return {};
     HoldSongs(folder, rows);
@@ -198,7 +198,7 @@ void JukeboxEditor::RankSongs(int command, const Folder& folder,
         m_history.Do("Rank Songs", std::move(change));
 }
 
-ChangedPlace JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
+EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
     std::vector<std::size_t> order =
         SortedOrder(m_tools.sorter, m_tools.catalogue, m_jukebox, folder, state);
     JukeboxHistory::Changes changes;
@@ -209,10 +209,10 @@ ChangedPlace JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState)
     return m_history.Do("Sort Songs", std::move(changes));
 }
 
-ChangedPlace JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string>& paths) {
+EditResult JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string>& paths) {
     const clsMain& catalogue = m_tools.catalogue;
     const std::vector<std::int32_t> records =
-        SongIntake(m_tools.outside, m_tools.catalogue).RecordsOf(paths);
+        SongIntake(m_tools.environment, m_tools.catalogue).RecordsOf(paths);
     std::vector<SongItem> songs;
     songs.reserve(records.size());
     for (const std::int32_t record : records)
@@ -223,7 +223,7 @@ ChangedPlace JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::stri
         Say("There is no MP3 file among what was dropped.");
     else
         Say("Added " + CountedSongs(songs.size()) + " to \"" + folder.Text() + "\".");
-    return songs.empty() ? ChangedPlace()
+    return songs.empty() ? EditResult()
                          : m_history.Do("Add Files", AppendSongs(folder, std::move(songs)));
 }
 
@@ -238,8 +238,8 @@ bool JukeboxEditor::CanDrop(const JukeboxEditor& from, const Dragged& dragged,
     return !isThere && (target == nullptr || !target->IsInside(folder));
 }
 
-ChangedPlace JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
-                                 Folder* target, DropMode mode) {
+EditResult JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
+                               Folder* target, DropMode mode) {
     if (!CanDrop(from, dragged, to, target, mode)) {
         if (dragged.IsFolder() && target != nullptr && target->IsInside(*dragged.folder))
             to.Say(kNotIntoItself);
@@ -252,13 +252,13 @@ ChangedPlace JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, Ju
                               : to.DropSongs(from, dragged, *target, mode);
 }
 
-ChangedPlace JukeboxEditor::DropFolder(JukeboxEditor& from, Folder& folder, Folder* target,
-                                       DropMode mode) {
+EditResult JukeboxEditor::DropFolder(JukeboxEditor& from, Folder& folder, Folder* target,
+                                     DropMode mode) {
     if (mode == DropMode::Move && &from == this)
         return m_history.Do("Move Folder", MoveFolder(folder, target));
     const std::string name = mode == DropMode::Move ? "Move Folder" : "Copy Folder";
-    ChangedPlace place = m_history.Do(name, PutFolder(m_jukebox.CopyFolder(from.m_jukebox, folder),
-                                                      target, m_jukebox.ChildCount(target)));
+    EditResult place = m_history.Do(name, PutFolder(m_jukebox.CopyFolder(from.m_jukebox, folder),
+                                                    target, m_jukebox.ChildCount(target)));
     if (mode == DropMode::Move) {
         from.m_history.Do(name, TakeFolder(folder));
         JukeboxHistory::Join(m_history, from.m_history);
@@ -266,8 +266,8 @@ ChangedPlace JukeboxEditor::DropFolder(JukeboxEditor& from, Folder& folder, Fold
     return place;
 }
 
-ChangedPlace JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
-                                      DropMode mode) {
+EditResult JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
+                                    DropMode mode) {
     std::vector<SongItem> songs;
     for (const std::size_t row : dragged.rows)
         songs.push_back(m_jukebox.CopyItem(from.m_jukebox, dragged.folder->Songs()[row]));
@@ -294,7 +294,7 @@ ChangedPlace JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragge
     from.m_history.Do(name, std::move(taken));
     if (changes.empty())
         return {};
-    ChangedPlace place = m_history.Do(name, std::move(changes));
+    EditResult place = m_history.Do(name, std::move(changes));
     JukeboxHistory::Join(m_history, from.m_history);
     return place;
 }

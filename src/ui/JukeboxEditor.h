@@ -22,28 +22,28 @@ class JukeboxEditor {
     JukeboxHistory& History() { return m_history; }
     const JukeboxHistory& History() const { return m_history; }
 
-    ChangedPlace AddFolder(Folder* parent);
-    ChangedPlace RenameFolder(Folder& folder, std::string text);
+    EditResult AddFolder(Folder* parent);
+    EditResult RenameFolder(Folder& folder, std::string text);
     // Refused, with a message, for a folder that the program fills; the jukebox counts as changed
     // all the same.
-    ChangedPlace CutFolder(Folder& folder);
+    EditResult CutFolder(Folder& folder);
     void CopyFolder(const Folder& folder);
     // Asks first. A folder that the program fills stays, without a word.
-    ChangedPlace DeleteFolder(Folder& folder);
+    EditResult DeleteFolder(Folder& folder);
     // Puts what was cut or copied last at the end of a folder: songs to its songs, a folder to its
     // folders.
-    ChangedPlace Paste(Folder& into);
+    EditResult Paste(Folder& into);
     // By text, up. Folders of equal texts stay in their order.
-    ChangedPlace SortNodes(Folder& parent);
+    EditResult SortNodes(Folder& parent);
 
     // Refused, with a message, for "All Songs"; as above.
-    ChangedPlace CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
+    EditResult CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void CopySongs(const Folder& folder, const std::vector<std::size_t>& rows);
     // `command` is that of the song menu, 9 (best) to 14 (worst).
     void RankSongs(int command, const Folder& folder, const std::vector<std::size_t>& rows);
     // By a state of the sort cycle; `sortState` becomes the next one.
-    ChangedPlace SortSongs(Folder& folder, int state, int& sortState);
-    ChangedPlace AddFiles(Folder& folder, const std::vector<std::string>& paths);
+    EditResult SortSongs(Folder& folder, int state, int& sortState);
+    EditResult AddFiles(Folder& folder, const std::vector<std::string>& paths);
 
     // The full paths of the songs at these rows, or with none of all songs in the folder and those
     // in it, each once. Songs whose file is missing are left out.
@@ -53,8 +53,8 @@ class JukeboxEditor {
     // Dragging from one editor's jukebox to a folder of another's or its own.
     static bool CanDrop(const JukeboxEditor& from, const Dragged& dragged, const JukeboxEditor& to,
                         const Folder* target, DropMode mode);
-    static ChangedPlace Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
-                             Folder* target, DropMode mode);
+    static EditResult Drop(JukeboxEditor& from, const Dragged& dragged, JukeboxEditor& to,
+                           Folder* target, DropMode mode);
 
  private:
     bool MayTakeFolder(const Folder& folder);
@@ -64,10 +64,10 @@ class JukeboxEditor {
     void HoldFolder(const Folder& folder);
     void HoldSongs(const Folder& folder, const std::vector<std::size_t>& rows);
     void OfferFiles(const std::vector<std::string>& paths);
-    ChangedPlace DropFolder(JukeboxEditor& from, Folder& folder, Folder* target, DropMode mode);
-    ChangedPlace DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
-                           DropMode mode);
-    void Say(const std::string& line) { m_tools.outside.statusLine.Say(line); }
+    EditResult DropFolder(JukeboxEditor& from, Folder& folder, Folder* target, DropMode mode);
+    EditResult DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
+                         DropMode mode);
+    void Say(const std::string& line) { m_tools.environment.statusLine.Say(line); }
 
     EditingTools m_tools;
     Jukebox& m_jukebox;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/Twips_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PopUpMenus_win32.h"
@@ -34,7 +34,7 @@ JukeboxMdiChild::~JukeboxMdiChild() {
     m_controller.SetView(nullptr);
 }
 
-bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, const WindowState* remembered,
+bool JukeboxMdiChild::Open(HWND mdiClient, bool maximized, const WindowState* remembered,
                            std::function<void()> closed) {
     m_closed = std::move(closed);
     ClassLook look;
@@ -45,7 +45,7 @@ bool JukeboxMdiChild::Open(HWND mdiClient, bool maximised, const WindowState* re
     look.background = GetSysColorBrush(COLOR_BTNFACE);
     Placement placement;
     placement.style = WS_CHILD | WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN |
-                      WS_CLIPSIBLINGS | (maximised ? WS_MAXIMIZE : 0);
+                      WS_CLIPSIBLINGS | (maximized ? WS_MAXIMIZE : 0);
     placement.exStyle = WS_EX_MDICHILD;
     placement.parent = mdiClient;
     if (remembered != nullptr) {
@@ -81,7 +81,7 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             return 0;
         case WM_CLOSE:
             m_controller.AskBeforeClosing();
-            m_lastState = State();  // Some systems restore a maximised child before it goes.
+            m_lastState = State();  // Some systems restore a maximized child before it goes.
             break;
         case kFilesDropped:
             OnFilesDropped();
@@ -364,8 +364,8 @@ std::optional<std::size_t> JukeboxMdiChild::MaybeRowBeginningWith(const std::str
     return m_controller.MaybeRowBeginningWith(text, start);
 }
 
-std::string JukeboxMdiChild::RowSpoken(std::size_t row) const {
-    return m_controller.RowSpoken(row);
+std::string JukeboxMdiChild::AccessibleRowText(std::size_t row) const {
+    return m_controller.AccessibleRowText(row);
 }
 
 std::string JukeboxMdiChild::EmptyText() const {

@@ -34,7 +34,7 @@ class JukeboxMdiChild : public WindowBase,
     // `closed` is called when the window is gone; the owner then releases this object and its
     // controller from its message loop.
     // With a remembered state it opens as it was left; `closed` may still ask for the state.
-    bool Open(HWND mdiClient, bool maximised, const WindowState* remembered,
+    bool Open(HWND mdiClient, bool maximized, const WindowState* remembered,
               std::function<void()> closed);
 
     JukeboxWindow& Controller() const { return m_controller; }
@@ -89,7 +89,7 @@ class JukeboxMdiChild : public WindowBase,
     int RowImage(std::size_t row) const override;
     std::optional<std::size_t> MaybeRowBeginningWith(const std::string& text,
                                                      std::size_t start) const override;
-    std::string RowSpoken(std::size_t row) const override;
+    std::string AccessibleRowText(std::size_t row) const override;
     std::string EmptyText() const override;
     void OnRowsSelected() override;
     void OnListFocused() override;

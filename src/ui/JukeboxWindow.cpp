@@ -46,7 +46,7 @@ JukeboxWindow::JukeboxWindow(const EditingTools& tools, Jukebox& jukebox, Jukebo
       m_jukebox(jukebox),
       m_host(host),
       m_editor(tools, jukebox),
-      m_picture(tools.outside, tools.settings, tools.sorter) {
+      m_picture(tools.environment, tools.settings, tools.sorter) {
     m_jukebox.AddListener(*this);
     m_picture.show = [this](const std::string& address, bool tiled, const std::string& next) {
         if (HasView())
@@ -159,7 +159,7 @@ void JukeboxWindow::ActOnSongs(int command, Folder& node) {
 
 // A new folder's text is open for editing at once.
 void JukeboxWindow::AddFolder(Folder* parent) {
-    const ChangedPlace place = m_editor.AddFolder(parent);
+    const EditResult place = m_editor.AddFolder(parent);
     Show(place);
     if (HasView())
         View().EditFolderText(*place.maybeFolder);
@@ -182,14 +182,14 @@ void JukeboxWindow::ShowWithout(const Folder& folder, std::size_t firstRow) {
 // What was pasted is shown, but the selected folder stays the selected one: the next paste goes
 // there, too.
 void JukeboxWindow::Paste(Folder& into) {
-    const ChangedPlace place = m_editor.Paste(into);
+    const EditResult place = m_editor.Paste(into);
     if (place.maybeFolder == &into)
         Show(place);
     else if (place.maybeFolder != nullptr && HasView())
         View().ExpandFolder(into, true);
 }
 
-void JukeboxWindow::Show(const ChangedPlace& place) {
+void JukeboxWindow::Show(const EditResult& place) {
     if (!HasView() || place.maybeFolder == nullptr)
         return;
     if (place.maybeFolder != m_selected)
@@ -206,7 +206,7 @@ void JukeboxWindow::ShowWithSelection(Change change) {
     const Folder* const shown = m_selected;
     std::vector<std::size_t> rows = HasView() ? View().SelectedRows() : std::vector<std::size_t>();
     std::optional<std::size_t> focused = HasView() ? View().MaybeFocusedRow() : std::nullopt;
-    const ChangedPlace place = change();
+    const EditResult place = change();
     Show(place);
     if (!HasView() || place.order.empty() || place.maybeFolder != shown)
         return;
@@ -245,14 +245,14 @@ std::string JukeboxWindow::RedoText() const {
 void JukeboxWindow::Undo() {
     if (!CanUndo())
         return;
-    m_tools.outside.statusLine.Say("Undone: " + m_editor.History().UndoName() + ".");
+    m_tools.environment.statusLine.Say("Undone: " + m_editor.History().UndoName() + ".");
     ShowWithSelection([this] { return m_editor.History().Undo(); });
 }
 
 void JukeboxWindow::Redo() {
     if (!CanRedo())
         return;
-    m_tools.outside.statusLine.Say("Done again: " + m_editor.History().RedoName() + ".");
+    m_tools.environment.statusLine.Say("Done again: " + m_editor.History().RedoName() + ".");
     ShowWithSelection([this] { return m_editor.History().Redo(); });
 }
 
@@ -261,7 +261,7 @@ void JukeboxWindow::OnHeaderClicked() {
         return;
     const int state = std::max(m_sortState, 1);
     ShowWithSelection([&] { return m_editor.SortSongs(*m_selected, state, m_sortState); });
-    m_tools.outside.events.LetEventsThrough();
+    m_tools.environment.events.LetEventsThrough();
 }
 
 bool JukeboxWindow::CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const {
@@ -269,7 +269,7 @@ bool JukeboxWindow::CanDrop(const Dragged& dragged, const Folder* target, DropMo
 }
 
 void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) {
-    const ChangedPlace place =
+    const EditResult place =
         JukeboxEditor::Drop(dragged.from->m_editor, dragged, m_editor, target, mode);
     if (dragged.IsFolder())
         Show(place);
@@ -291,10 +291,10 @@ void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* tar
         m_host.OpenFiles(jukeboxes);
     if (target == nullptr || songs.empty())
         return;
-    const DroppedSongs dropped(m_tools.outside, songs);
+    const DroppedSongs dropped(m_tools.environment, songs);
     Show(m_editor.AddFiles(*target, dropped.Paths()));
     if (const std::string complaint = dropped.Complaint(); !complaint.empty())
-        m_tools.outside.dialogs.Tell(complaint, BoxIcon::Information);
+        m_tools.environment.dialogs.Tell(complaint, BoxIcon::Information);
 }
 
 void JukeboxWindow::OnFolderSelected(Folder* folder) {
@@ -325,7 +325,7 @@ void JukeboxWindow::AskBeforeClosing() {
             ? "You should save this initial Jukebox to speed up the program.  Do you want to save "
               "this Jukebox?"
             : "Do you want to save changes to " + DaCaption();
-    if (m_tools.outside.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
+    if (m_tools.environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
         m_host.SaveBeforeClosing(*this);
 }
 

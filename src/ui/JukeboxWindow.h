@@ -148,11 +148,11 @@ class JukeboxWindow : private JukeboxListener {
     std::size_t RowCount() const { return List().RowCount(); }
     std::string RowText(std::size_t row, int column) const { return List().RowText(row, column); }
     int RowImage(std::size_t row) const { return List().RowImage(row); }
-    std::string RowSpoken(std::size_t row) const { return List().RowSpoken(row); }
+    std::string AccessibleRowText(std::size_t row) const { return List().AccessibleRowText(row); }
     std::string EmptyText() const { return List().EmptyText(); }
     std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
                                                      std::size_t start) const {
-        return List().MaybeRowBeginningWith(m_tools.outside.text, text, start);
+        return List().MaybeRowBeginningWith(m_tools.environment.text, text, start);
     }
 
     // What the view reports. A text that stays as it is or is empty changes nothing; returns
@@ -174,7 +174,7 @@ class JukeboxWindow : private JukeboxListener {
     void CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void ShowWithout(const Folder& folder, std::size_t firstRow);
     void Paste(Folder& into);
-    void Show(const ChangedPlace& place);
+    void Show(const EditResult& place);
     template <typename Change>
     void ShowWithSelection(Change change);
 

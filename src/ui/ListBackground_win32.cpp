@@ -13,10 +13,10 @@ namespace {
 
 constexpr UINT kReady = WM_APP + 0x50;
 
-std::uint32_t SystemColour(int index) {
-    const COLORREF colour = GetSysColor(index);
-    return static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
-           static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour);
+std::uint32_t SystemColor(int index) {
+    const COLORREF color = GetSysColor(index);
+    return static_cast<std::uint32_t>(GetRValue(color)) << 16 |
+           static_cast<std::uint32_t>(GetGValue(color)) << 8 | GetBValue(color);
 }
 
 bool IsHighContrast() {
@@ -87,7 +87,7 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
     if (message == WM_SIZE)
         Request();
     else if (message == WM_SYSCOLORCHANGE)
-        UseColours();
+        UseColors();
     if (IsShown())
         if (const POINT after = Scrolled(); after.x != before.x || after.y != before.y)
             InvalidateRect(list, nullptr, FALSE);
@@ -125,7 +125,7 @@ void ListBackground::Show(const std::string& path, bool tiled, const std::string
     }
     m_loader.Forget(this);
     m_canvas.Reset();
-    UseColours();
+    UseColors();
 }
 
 void ListBackground::Request() {
@@ -137,7 +137,7 @@ void ListBackground::Request() {
     request.pane = {static_cast<int>(pane.right - pane.left),
                     static_cast<int>(pane.bottom - pane.top)};
     request.tiled = m_tiled;
-    request.veil = SystemColour(COLOR_WINDOW);
+    request.veil = SystemColor(COLOR_WINDOW);
     if (request == m_request)
         return;
     m_request = request;
@@ -152,7 +152,7 @@ void ListBackground::OnReady() {
         SetCanvas(picture->pixels);
     else
         m_canvas.Reset();
-    UseColours();
+    UseColors();
     if (!m_next.empty()) {
         PictureRequest next = m_request;
         next.path = m_next;
@@ -171,8 +171,8 @@ void ListBackground::SetCanvas(const PicturePixels& pixels) {
         std::ranges::copy(pixels.pixels, static_cast<std::uint32_t*>(bits));
 }
 
-// In high contrast each name gets a ground of the window's colour.
-void ListBackground::UseColours() {
+// In high contrast each name gets a ground of the window's color.
+void ListBackground::UseColors() {
     if (m_list == nullptr)
         return;
     const COLORREF window = GetSysColor(COLOR_WINDOW);

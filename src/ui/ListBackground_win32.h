@@ -11,7 +11,7 @@
 
 namespace tobbin {
 
-// The picture behind the rows of a list view, under a veil of the window's colour that keeps the
+// The picture behind the rows of a list view, under a veil of the window's color that keeps the
 // rows readable. It stays in its place while the rows scroll. The list's owner calls Paint when the
 // list asks how to draw itself.
 class ListBackground {
@@ -28,7 +28,7 @@ class ListBackground {
     // Shows a file, or nothing when the path is empty. `next` is decoded ahead.
     void Show(const std::string& path, bool tiled, const std::string& next);
 
-    // Whether there is a picture now: names are then drawn on it, not on the window's colour.
+    // Whether there is a picture now: names are then drawn on it, not on the window's color.
     bool IsShown() const { return m_canvas && !m_path.empty(); }
 
     // Paints the area behind the rows; then, before each row, the ground of a selected one, which
@@ -52,7 +52,7 @@ class ListBackground {
     void Request();
     void OnReady();
     void SetCanvas(const PicturePixels& pixels);
-    void UseColours();
+    void UseColors();
     RECT Pane() const;
     POINT Scrolled() const;
 

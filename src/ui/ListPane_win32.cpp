@@ -7,10 +7,10 @@
 #include <cwchar>
 #include <numeric>
 
+#include "platform/AccessibleNames_win32.h"
+#include "platform/AccessibleObjects_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/ImageStrip_win32.h"
-#include "platform/SpokenNames_win32.h"
-#include "platform/SpokenObjects_win32.h"
-#include "platform/Twips_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PaneColors_win32.h"
@@ -57,10 +57,11 @@ LRESULT ListPane::OnGetObject(WPARAM wParam) {
     if (m_handle == nullptr)
         return 0;
     if (m_spoken == nullptr)
-        m_spoken = SpokenList::Make(m_handle, kName,
-                                    {[this] { return m_delegate.RowCount(); },
-                                     [this](std::size_t row) { return m_delegate.RowSpoken(row); },
-                                     [this] { return m_delegate.EmptyText(); }});
+        m_spoken = AccessibleList::Make(
+            m_handle, kName,
+            {[this] { return m_delegate.RowCount(); },
+             [this](std::size_t row) { return m_delegate.AccessibleRowText(row); },
+             [this] { return m_delegate.EmptyText(); }});
     return m_spoken != nullptr ? AnswerWithObject(wParam, m_spoken.get()) : 0;
 }
 
@@ -398,7 +399,7 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
         if (m_background.IsShown())
             m_background.PaintRow(draw.nmcd.hdc, row);
         if (GetFocus() != m_handle && ListView_GetItemState(m_handle, row, LVIS_SELECTED) != 0) {
-            draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or its colours would win
+            draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or its colors would win
             draw.clrTextBk = QuietSelectionColor();
             draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
         }

@@ -11,8 +11,8 @@
 
 #include "platform/DrawingPause_win32.h"
 #include "platform/UniqueHandle_win32.h"
+#include "ui/AccessibleList_win32.h"
 #include "ui/ListBackground_win32.h"
-#include "ui/SpokenList_win32.h"
 
 namespace tobbin {
 
@@ -30,7 +30,7 @@ class ListPaneDelegate {
         return std::nullopt;
     }
     // A row as a screen reader says it.
-    virtual std::string RowSpoken(std::size_t row) const { return RowText(row, 0); }
+    virtual std::string AccessibleRowText(std::size_t row) const { return RowText(row, 0); }
     // What stands in the pane while it has no row.
     virtual std::string EmptyText() const { return {}; }
 
@@ -112,7 +112,7 @@ class ListPane {
     HWND m_handle = nullptr;
     UniqueImageList m_icons;
     ListBackground m_background;
-    ComPtr<SpokenList> m_spoken;  // made when a screen reader asks for it
+    ComPtr<AccessibleList> m_spoken;  // made when a screen reader asks for it
     int m_columns = 0;
     int m_dpi = 96;  // of the screen that the columns' widths are for
     bool m_controlShowsEmptyText = false;

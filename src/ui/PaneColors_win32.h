@@ -4,7 +4,7 @@
 
 namespace tobbin {
 
-// Two of the system's colours mixed, so many parts of each: whatever colours the person has chosen,
+// Two of the system's colors mixed, so many parts of each: whatever colors the person has chosen,
 // what they make goes with them.
 inline COLORREF MixedColor(int first, int firstParts, int second, int secondParts) {
     const COLORREF a = GetSysColor(first);
@@ -18,8 +18,8 @@ inline COLORREF MixedColor(int first, int firstParts, int second, int secondPart
 }
 
 // What is selected in a pane has to stand out while the other pane, or a dialog such as the one
-// that finds songs, has the focus. The grey that the controls take can't be told from the white
-// around it on many a screen. Goes with the colour of window text.
+// that finds songs, has the focus. The gray that the controls take can't be told from the white
+// around it on many a screen. Goes with the color of window text.
 inline COLORREF QuietSelectionColor() {
     const bool dark = GetGValue(GetSysColor(COLOR_WINDOW)) < 128;
     return MixedColor(COLOR_HIGHLIGHT, 1, COLOR_WINDOW, dark ? 1 : 2);

@@ -13,8 +13,8 @@ constexpr char kFilter[] = "JPEG (*.jpg) |*.jpg";
 
 }  // namespace
 
-PictureChoice::PictureChoice(Outside& outside, clsINI& settings, ActiveWindow activeWindow)
-    : m_outside(outside),
+PictureChoice::PictureChoice(Environment& environment, clsINI& settings, ActiveWindow activeWindow)
+    : m_environment(environment),
       m_settings(settings),
       m_activeWindow(std::move(activeWindow)),
       m_pictureBefore(settings.PictureLocation()) {}
@@ -27,8 +27,8 @@ void PictureChoice::Load(PictureChoiceView& view) {
 
 void PictureChoice::OnBrowse(PictureChoiceView& view) {
     const std::string& picture = m_settings.PictureLocation();
-    const std::optional<std::string> chosen = m_outside.dialogs.MaybeFileToOpen(
-        kFilter, FileExists(m_outside.disk, picture)
+    const std::optional<std::string> chosen = m_environment.dialogs.MaybeFileToOpen(
+        kFilter, FileExists(m_environment.disk, picture)
                      ? FolderOfPath(picture)
                      : m_settings.ApplicationFolder() + "Grouping\\");
     if (!chosen)
@@ -50,14 +50,14 @@ void PictureChoice::OnOk(const PictureChoiceView& view) {
     const std::string name = window->DaCaption() + ".poc";
     const std::string path = m_settings.LocOfGroupingDir() + name;
     const DiskStatus status = SavePictureSettings(
-        m_outside, path,
+        m_environment, path,
         {m_settings.PictureLocation(), view.IsTileTicked(), view.IsPictureTicked()},
         FlagText::CheckBox);
     if (!status.Ok())
-        m_outside.dialogs.Tell("The picture settings \"" + path +
-                                   "\" could not be written: " + status.Reason() +
-                                   ".  The jukebox keeps the picture that it had.",
-                               BoxIcon::Warning);
+        m_environment.dialogs.Tell("The picture settings \"" + path +
+                                       "\" could not be written: " + status.Reason() +
+                                       ".  The jukebox keeps the picture that it had.",
+                                   BoxIcon::Warning);
     window->ReadInImageArray(name);
 }
 

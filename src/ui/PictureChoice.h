@@ -4,7 +4,7 @@
 #include <string>
 
 #include "catalogue/clsINI.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "ui/JukeboxWindow.h"
 
 namespace tobbin {
@@ -27,7 +27,7 @@ class PictureChoice {
     // The window that a choice is for: the active one at that moment, null when that is no jukebox.
     using ActiveWindow = std::function<JukeboxWindow*()>;
 
-    PictureChoice(Outside& outside, clsINI& settings, ActiveWindow activeWindow);
+    PictureChoice(Environment& environment, clsINI& settings, ActiveWindow activeWindow);
 
     // The dialog opens.
     void Load(PictureChoiceView& view);
@@ -38,7 +38,7 @@ class PictureChoice {
     void OnCancel() { m_settings.PictureLocation(m_pictureBefore); }
 
  private:
-    Outside& m_outside;
+    Environment& m_environment;
     clsINI& m_settings;
     ActiveWindow m_activeWindow;
     std::string m_pictureBefore;

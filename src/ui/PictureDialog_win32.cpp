@@ -1,6 +1,6 @@
 #include "ui/PictureDialog_win32.h"
 
-#include "platform/Twips_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PicturePixels_win32.h"

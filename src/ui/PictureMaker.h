@@ -13,7 +13,7 @@ struct PictureRequest {
     std::string path;
     PictureSize pane;
     bool tiled = false;  // in its own size, side by side; or else covering the pane
-    std::optional<std::uint32_t> veil = {};  // the colour laid over it, 0x00RRGGBB
+    std::optional<std::uint32_t> veil = {};  // the color laid over it, 0x00RRGGBB
     bool operator==(const PictureRequest&) const = default;
 };
 

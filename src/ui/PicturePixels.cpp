@@ -25,13 +25,13 @@ int Brightness(std::uint32_t pixel) {
         ((pixel >> 16 & 0xFF) * 54 + (pixel >> 8 & 0xFF) * 183 + (pixel & 0xFF) * 19) / 256);
 }
 
-// Brings all pixels but one in a hundred within the distance from the colour that texts allow.
-int VeilShare(const PicturePixels& picture, std::uint32_t colour) {
+// Brings all pixels but one in a hundred within the distance from the color that texts allow.
+int VeilShare(const PicturePixels& picture, std::uint32_t color) {
     constexpr int kLeast = 25;
     constexpr int kAllowed = 102;
     std::array<std::size_t, 256> counts = {};
     for (const std::uint32_t pixel : picture.pixels)
-        ++counts[static_cast<std::size_t>(std::abs(Brightness(pixel) - Brightness(colour)))];
+        ++counts[static_cast<std::size_t>(std::abs(Brightness(pixel) - Brightness(color)))];
     std::size_t farther = 0;
     int distance = 255;
     while (distance > 0 &&
@@ -97,12 +97,12 @@ PicturePixels Tiled(const PicturePixels& tile, PictureSize pane) {
     return all;
 }
 
-int Veil(PicturePixels& picture, std::uint32_t colour) {
-    const int percent = VeilShare(picture, colour);
+int Veil(PicturePixels& picture, std::uint32_t color) {
+    const int percent = VeilShare(picture, color);
     const auto mix = [&](std::uint32_t pixel, int shift) {
         const auto of = static_cast<std::uint32_t>(100 - percent);
         const auto veil = static_cast<std::uint32_t>(percent);
-        return ((pixel >> shift & 0xFF) * of + (colour >> shift & 0xFF) * veil + 50) / 100 << shift;
+        return ((pixel >> shift & 0xFF) * of + (color >> shift & 0xFF) * veil + 50) / 100 << shift;
     };
     for (std::uint32_t& pixel : picture.pixels)
         pixel = mix(pixel, 16) | mix(pixel, 8) | mix(pixel, 0);

@@ -53,9 +53,9 @@ PicturePixels Turned(const PicturePixels& stored, int orientation);
 // Fills a pane with copies of a picture, from its upper left corner on.
 PicturePixels Tiled(const PicturePixels& tile, PictureSize pane);
 
-// Lays a colour over the picture, so that a text which can be read on the colour can be read on the
-// picture: the more of it, the more of the picture is far from the colour. On white, black texts
+// Lays a color over the picture, so that a text which can be read on the color can be read on the
+// picture: the more of it, the more of the picture is far from the color. On white, black texts
 // keep a contrast of 7 to 1 but for one pixel in a hundred. Returns the share in percent.
-int Veil(PicturePixels& picture, std::uint32_t colour);
+int Veil(PicturePixels& picture, std::uint32_t color);
 
 }  // namespace tobbin

@@ -7,11 +7,11 @@
 namespace tobbin {
 namespace {
 
-std::uint32_t Pixel(const float* colour) {
+std::uint32_t Pixel(const float* color) {
     const auto part = [](float value) {
         return static_cast<std::uint32_t>(std::clamp(value + 0.5F, 0.0F, 255.0F));
     };
-    return part(colour[0]) << 16 | part(colour[1]) << 8 | part(colour[2]);
+    return part(color[0]) << 16 | part(color[1]) << 8 | part(color[2]);
 }
 
 // Between which two places of `from` a place of `to` lies, and how far behind the first, in 256ths.
@@ -65,14 +65,14 @@ void PictureShrinker::AddRow(std::span<const std::uint32_t> row) {
     for (std::size_t x = 0; x < m_columns.size(); ++x) {
         const Shares& shares = m_columns[x];
         float* const to = &m_line[static_cast<std::size_t>(shares.at) * 3];
-        const float colour[3] = {static_cast<float>(row[x] >> 16 & 0xFF),
-                                 static_cast<float>(row[x] >> 8 & 0xFF),
-                                 static_cast<float>(row[x] & 0xFF)};
+        const float color[3] = {static_cast<float>(row[x] >> 16 & 0xFF),
+                                static_cast<float>(row[x] >> 8 & 0xFF),
+                                static_cast<float>(row[x] & 0xFF)};
         for (int i = 0; i < 3; ++i)
-            to[i] += colour[i] * shares.share;
+            to[i] += color[i] * shares.share;
         if (shares.rest > 0)
             for (int i = 0; i < 3; ++i)
-                to[i + 3] += colour[i] * shares.rest;
+                to[i + 3] += color[i] * shares.rest;
     }
     const Shares& shares = m_rows[static_cast<std::size_t>(m_row++)];
     while (m_done < shares.at)

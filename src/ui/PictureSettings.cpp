@@ -28,16 +28,16 @@ bool TakeFlag(std::string_view line, bool& flag) {
 
 }  // namespace
 
-LoadResult LoadPictureSettings(Outside& outside, const std::string& path,
+LoadResult LoadPictureSettings(Environment& environment, const std::string& path,
                                PictureSettings& settings) {
     std::string bytes;
-    if (const DiskStatus status = ReadWholeFile(outside.disk, path, bytes); !status.Ok())
+    if (const DiskStatus status = ReadWholeFile(environment.disk, path, bytes); !status.Ok())
         return {
             status.Error() == DiskError::NotFound ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
             "The picture settings \"" + path + "\" can't be read: " + status.Reason() + "."};
     const std::vector<std::string_view> lines = SplitLines(bytes);
     if (!lines.empty())
-        settings.picture = TrimBlanks(DecodeDataText(outside.text, TrimBlanks(lines[0])));
+        settings.picture = TrimBlanks(DecodeDataText(environment.text, TrimBlanks(lines[0])));
     bool* const flags[] = {&settings.tiled, &settings.shown};
     for (std::size_t i = 1; i <= 2; ++i)
         if (i >= lines.size() || !TakeFlag(lines[i], *flags[i - 1]))
@@ -47,10 +47,10 @@ LoadResult LoadPictureSettings(Outside& outside, const std::string& path,
     return {};
 }
 
-DiskStatus SavePictureSettings(Outside& outside, const std::string& path,
+DiskStatus SavePictureSettings(Environment& environment, const std::string& path,
                                const PictureSettings& settings, FlagText flags) {
-    return SaveWholeFile(outside.disk, path,
-                         EncodeDataText(outside.text, settings.picture) + "\r\n" +
+    return SaveWholeFile(environment.disk, path,
+                         EncodeDataText(environment.text, settings.picture) + "\r\n" +
                              PrintedFlag(settings.tiled, flags) + "\r\n" +
                              PrintedFlag(settings.shown, flags) + "\r\n");
 }

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "catalogue/clsINI.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -20,10 +20,10 @@ struct PictureSettings {
 enum class FlagText { TruthValue, CheckBox };
 
 // Reads a picture-settings file. What the file lacks, and a flag that is none, stays as it was.
-LoadResult LoadPictureSettings(Outside& outside, const std::string& path,
+LoadResult LoadPictureSettings(Environment& environment, const std::string& path,
                                PictureSettings& settings);
 
-DiskStatus SavePictureSettings(Outside& outside, const std::string& path,
+DiskStatus SavePictureSettings(Environment& environment, const std::string& path,
                                const PictureSettings& settings, FlagText flags);
 
 }  // namespace tobbin

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "platform/AccessibleNames_win32.h"
 #include "platform/ImageStrip_win32.h"
-#include "platform/SpokenNames_win32.h"
 #include "resource.h"
 #include "ui/JukeboxWindow.h"
 
@@ -15,7 +15,7 @@ constexpr int kBestEntry = 9;
 constexpr int kWorstEntry = 14;
 constexpr int kBestPicture = 7;
 
-// One picture of a list on the menu's own colour, and some room before the text: not every system
+// One picture of a list on the menu's own color, and some room before the text: not every system
 // blends pictures with alpha into its menus.
 UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
     RECT place = {};
@@ -101,11 +101,11 @@ void PopUpMenu::EnableEntries(const std::function<bool(int entry)>& isEnabled) {
     for (int entry = 1; entry <= m_entries; ++entry)
         EnableMenuItem(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry),
                        isEnabled(entry) ? MF_ENABLED : MF_GRAYED);
-    GreyEmptySubMenus();
+    GrayEmptySubMenus();
 }
 
 // The caption of a menu in which no entry can act can't act either.
-void PopUpMenu::GreyEmptySubMenus() const {
+void PopUpMenu::GrayEmptySubMenus() const {
     for (int place = 0; place < GetMenuItemCount(Handle()); ++place) {
         const HMENU inside = GetSubMenu(Handle(), place);
         bool canAct = false;

@@ -35,7 +35,7 @@ class PopUpMenu {
 
  private:
     void AddRankPictures(HWND window);
-    void GreyEmptySubMenus() const;
+    void GrayEmptySubMenus() const;
 
     int m_firstNumber;  // one less than the first entry's
     int m_entries;

@@ -44,7 +44,7 @@ std::string SongList::RankText(std::size_t row) const {
     return "rank " + std::to_string(kBestRankImage - image + 1) + " of 6";
 }
 
-std::string SongList::RowSpoken(std::size_t row) const {
+std::string SongList::AccessibleRowText(std::size_t row) const {
     return RowText(row, 0) + ", " + RankText(row) + ", " + GroupedNumber(row + 1) + " of " +
            GroupedNumber(RowCount());
 }

@@ -26,7 +26,7 @@ class SongList {
     // song whose file is missing.
     std::string RankText(std::size_t row) const;
     // The row as a screen reader says it: name, rank and place.
-    std::string RowSpoken(std::size_t row) const;
+    std::string AccessibleRowText(std::size_t row) const;
     // What is said while there is no song, and what can be done about it.
     std::string EmptyText() const;
 

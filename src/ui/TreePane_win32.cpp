@@ -3,9 +3,9 @@
 #include <uxtheme.h>
 
 #include "jukebox/SpecialFolders.h"
+#include "platform/AccessibleNames_win32.h"
 #include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
-#include "platform/SpokenNames_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PaneColors_win32.h"

@@ -34,7 +34,7 @@ std::string StateText(const WindowState& state) {
     std::string text;
     for (const int number :
          {state.place.left, state.place.top, state.place.width, state.place.height,
-          state.maximised ? 1 : 0, state.dpi, state.splitter})
+          state.maximized ? 1 : 0, state.dpi, state.splitter})
         text += std::to_string(number) + " ";
     for (const int width : state.columns)
         text += std::to_string(width) + " ";
@@ -56,7 +56,7 @@ std::optional<WindowState> MaybeState(std::string_view text) {
         return std::nullopt;
     WindowState state;
     state.place = {numbers[0], numbers[1], numbers[2], numbers[3]};
-    state.maximised = numbers[4] != 0;
+    state.maximized = numbers[4] != 0;
     state.dpi = numbers[5];
     state.splitter = std::max(numbers[6], 0);
     for (std::size_t i = kFixedNumbers; i < numbers.size(); ++i)

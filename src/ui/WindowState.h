@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -20,8 +20,8 @@ struct Area {
 
 // What is remembered of a window from one run of the program to the next.
 struct WindowState {
-    Area place;  // as a plain window, neither minimised nor maximised
-    bool maximised = false;
+    Area place;  // as a plain window, neither minimized nor maximized
+    bool maximized = false;
     int dpi = 96;              // of the screen that the place was measured on
     int splitter = 0;          // in pixels at 96 to the inch; 0 when the window has none
     std::vector<int> columns;  // widths, the same

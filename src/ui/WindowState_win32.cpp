@@ -24,7 +24,7 @@ WindowState StateOf(HWND window) {
     const RECT& place = placement.rcNormalPosition;
     WindowState state;
     state.place = {place.left, place.top, place.right - place.left, place.bottom - place.top};
-    state.maximised =
+    state.maximized =
         placement.showCmd == SW_SHOWMAXIMIZED ||
         (placement.showCmd == SW_SHOWMINIMIZED && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
     state.dpi = static_cast<int>(GetDpiForWindow(window));

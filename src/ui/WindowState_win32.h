@@ -8,7 +8,7 @@
 
 namespace tobbin {
 
-// A window's place as it is now, or would be were it neither minimised nor maximised.
+// A window's place as it is now, or would be were it neither minimized nor maximized.
 WindowState StateOf(HWND window);
 
 // The parts of the screens that windows may fill; the main screen first.

@@ -30,9 +30,11 @@ std::size_t PlaceOf(const Jukebox& jukebox, const Folder& wanted) {
 
 }  // namespace
 
-frmFind::frmFind(Outside& outside, const clsMain& catalogue,
+frmFind::frmFind(Environment& environment, const clsMain& catalogue,
                  std::function<JukeboxWindow*()> activeJukebox)
-    : m_outside(outside), m_catalogue(catalogue), m_activeJukebox(std::move(activeJukebox)) {}
+    : m_environment(environment),
+      m_catalogue(catalogue),
+      m_activeJukebox(std::move(activeJukebox)) {}
 
 void frmFind::Load() {
     m_firstRun = true;
@@ -71,7 +73,7 @@ void frmFind::FindNext() {
 
 // What is known of the songs serves as long as the text stays and the dialog is open.
 void frmFind::LookFor(const std::string& text) {
-    LowerCaseSearch search(m_outside.text, text);
+    LowerCaseSearch search(m_environment.text, text);
     if (m_firstRun || search.Wanted() != LastLookedFor())
         Forget();
     m_search.emplace(std::move(search));
@@ -93,7 +95,7 @@ void frmFind::Step(JukeboxWindow& window) {
         if (m_current == m_start) {
             if (std::exchange(m_lookingForTheLastNode, true)) {
                 window.View().SelectFolder(folder);
-                m_outside.dialogs.Tell("Can't find '" + LastLookedFor() + "'");
+                m_environment.dialogs.Tell("Can't find '" + LastLookedFor() + "'");
                 m_firstRun = true;
                 m_lookingForTheLastNode = false;
                 return;

@@ -9,7 +9,7 @@
 
 #include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 #include "ui/JukeboxWindow.h"
 #include "util/LowerCaseSearch.h"
 
@@ -20,7 +20,7 @@ namespace tobbin {
 class frmFind {
  public:
     // `activeJukebox` answers null while no jukebox window is the active one.
-    frmFind(Outside& outside, const clsMain& catalogue,
+    frmFind(Environment& environment, const clsMain& catalogue,
             std::function<JukeboxWindow*()> activeJukebox);
 
     // The dialog opens; its text is changed; it closes.
@@ -54,7 +54,7 @@ class frmFind {
 
     static constexpr std::ptrdiff_t kBeforeTheFirst = -1;
 
-    Outside& m_outside;
+    Environment& m_environment;
     const clsMain& m_catalogue;
     std::function<JukeboxWindow*()> m_activeJukebox;
 

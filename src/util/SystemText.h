@@ -8,7 +8,7 @@ namespace tobbin {
 
 // What the program asks of the system about text: its ANSI code page and its rules for capital and
 // small letters. All texts are UTF-8 unless they are called bytes. A file name that is not valid
-// UTF-16 on disk travels as generalised UTF-8 (each lone surrogate as its three bytes), so that no
+// UTF-16 on disk travels as generalized UTF-8 (each lone surrogate as its three bytes), so that no
 // name is ever damaged.
 class SystemText {
  public:

@@ -5,7 +5,7 @@
 
 namespace tobbin {
 
-// UTF-16 and UTF-8 in their generalised forms (as in the WTF-8 encoding): a lone surrogate, which
+// UTF-16 and UTF-8 in their generalized forms (as in the WTF-8 encoding): a lone surrogate, which
 // a Windows file name may hold, is kept as its own three bytes, so both directions lose nothing.
 
 // UTF-8 of UTF-16 code units.

@@ -119,7 +119,7 @@ class FirstRun(Case):
     def test_3_a_second_start_adds_nothing(self):
         before = [path.read_bytes() for path in (CATALOGUE, SETTINGS, FOLDERS)]
         with Program() as program:
-            driver("wait", "frmMDIForm1", "*- ?Jukebox One*", "20")  # still maximised
+            driver("wait", "frmMDIForm1", "*- ?Jukebox One*", "20")  # still maximized
             self.assertEqual(program.contents()["All Songs",], rows())
         self.assertEqual([path.read_bytes() for path in (CATALOGUE, SETTINGS, FOLDERS)], before)
 

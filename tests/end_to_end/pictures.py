@@ -24,7 +24,7 @@ def make(name, *words):
 
 
 def pixels(*crop):
-    """The colours of a part of the screen: width, height, left, top."""
+    """The colors of a part of the screen: width, height, left, top."""
     area = "{}x{}+{}+{}".format(*crop)
     return subprocess.run(["import", "-window", "root", "-crop", area, "-depth", "8", "rgb:-"],
                           check=True, capture_output=True).stdout
@@ -39,8 +39,8 @@ class Pictures(Case):
     def setUpClass(cls):
         cls.settings = SETTINGS.read_bytes()
         PICTURES.mkdir()
-        for name, colour in (("a.jpg", "red"), ("B.JPG", "lime"), ("c.jpg", "blue")):
-            make(name, "xc:" + colour)
+        for name, color in (("a.jpg", "red"), ("B.JPG", "lime"), ("c.jpg", "blue")):
+            make(name, "xc:" + color)
 
     @classmethod
     def tearDownClass(cls):
@@ -49,11 +49,11 @@ class Pictures(Case):
         shutil.rmtree(PICTURES, ignore_errors=True)
         SETTINGS.write_bytes(cls.settings)
 
-    def shows(self, colour):
-        """Waits for the colour behind the rows, which is lightened by the veil."""
+    def shows(self, color):
+        """Waits for the color behind the rows, which is lightened by the veil."""
         x, y = where("heading", "1")
         self.until(lambda: tuple(255 if part > 230 else 0 for part in
-                                 pixels(1, 1, x - 15, y + 30)), colour)
+                                 pixels(1, 1, x - 15, y + 30)), color)
 
     def choose(self, path, *boxes, button="OK"):
         driver("press", "frmPicture", "Browse...")
@@ -79,11 +79,11 @@ class Pictures(Case):
             self.shows((0, 255, 0))
             self.assertEqual(POC.read_bytes(), b"C:\\pics\\b.jpg\r\n 0 \r\n 1 \r\n")
             self.assertTrue(SETTINGS.read_bytes().endswith(b"True\r\nFalse\r\nC:\\pics\\b.jpg\r\n"))
-            for number, colour in ((NEXT, (0, 0, 255)), (NEXT, (255, 0, 0)), (TILE, (255, 0, 0)),
+            for number, color in ((NEXT, (0, 0, 255)), (NEXT, (255, 0, 0)), (TILE, (255, 0, 0)),
                                    (PREVIOUS, (0, 0, 255)), (SHOW, NONE), (NEXT, NONE),
                                    (SHOW, (255, 0, 0))):
                 command(number)
-                self.shows(colour)
+                self.shows(color)
             command(SAVE)
             command(CLOSE)
             driver("gone", "frmMain", "30")

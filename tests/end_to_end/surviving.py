@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The real program under Wine among hostile neighbours: surviving.py REPORT
+"""The real program under Wine among hostile neighbors: surviving.py REPORT
 
 Runs in a prefix in which the program has found its songs and the player before (first_run.py).
 """

@@ -231,7 +231,7 @@ DiskStatus FakeDisk::Stat(const std::string& path, PathInfo& info) {
     return {};
 }
 
-DiskStatus FakeDisk::List(const std::string& folder, const ListingWish& wish,
+DiskStatus FakeDisk::List(const std::string& folder, const ListOptions& wish,
                           FolderListing& listing) {
     listing = {};
     if (DiskStatus status = Step("list " + folder); !status.Ok())

@@ -50,7 +50,7 @@ class FakeDisk : public Disk {
 
     DiskStatus Stat(const std::string& path, PathInfo& info) override;
     using Disk::List;
-    DiskStatus List(const std::string& folder, const ListingWish& wish,
+    DiskStatus List(const std::string& folder, const ListOptions& wish,
                     FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
     DiskStatus CreateFolder(const std::string& folder) override;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "jukebox/JukeboxFile.h"
 #include "platform/Disk_win32.h"
 #include "tags/MP3TagEditor.h"
@@ -74,14 +74,14 @@ class MortalDisk : public SystemDisk {
 
 void Save(MortalDisk& disk, const std::string& kind, const std::string& folder, bool changed,
           const Death& death) {
-    FakeOutside fake;
-    Outside outside{fake.text,         disk,          fake.drives,   fake.dialogs,
-                    fake.userSettings, fake.programs, fake.events,   fake.clock,
-                    fake.statusLine,   fake.player,   fake.clipboard};
-    clsINI settings(outside, folder);
+    FakeEnvironment fake;
+    Environment environment{fake.text,         disk,          fake.drives,   fake.dialogs,
+                            fake.userSettings, fake.programs, fake.events,   fake.clock,
+                            fake.statusLine,   fake.player,   fake.clipboard};
+    clsINI settings(environment, folder);
     SortCity sorter(fake.text);
     FakeProgress progress;
-    clsMain catalogue(outside, settings, sorter, progress);
+    clsMain catalogue(environment, settings, sorter, progress);
     (void)settings.GetandLoadIniInfo(settings.SettingsPath());
     catalogue.LoadMain();
     settings.LocOfLastSavedJukeBox(changed ? "C:\\new.juk" : "C:\\old one.juk");
@@ -107,7 +107,7 @@ void Save(MortalDisk& disk, const std::string& kind, const std::string& folder, 
         saved = SaveJukeboxFile(disk, grouping + "mine.juk", jukebox, catalogue).Ok();
     } else if (kind == "pictures") {
         disk.death = death;
-        saved = SavePictureSettings(outside, grouping + "mine.poc",
+        saved = SavePictureSettings(environment, grouping + "mine.poc",
                                     {changed ? "C:\\n.jpg" : "C:\\the old one.jpg", true, changed},
                                     FlagText::CheckBox)
                     .Ok();

@@ -147,16 +147,16 @@ std::string KeysOf(int dialog, const wchar_t* windowClass) {
         GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), nullptr,
         [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
     std::string keys;
-    bool labelled = false;
+    bool labeled = false;
     for (HWND control = GetWindow(window, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
         const std::string before = keys;
         AddKey(Wide(WindowText(control)), keys);
         const int number = GetDlgCtrlID(control);
         const bool stops = (GetWindowLongPtrW(control, GWL_STYLE) & WS_TABSTOP) != 0;
-        EXPECT_TRUE(!stops || labelled || keys != before || number == IDOK || number == IDCANCEL)
+        EXPECT_TRUE(!stops || labeled || keys != before || number == IDOK || number == IDCANCEL)
             << dialog << ": " << number;
-        labelled = !stops && keys != before;
+        labeled = !stops && keys != before;
     }
     DestroyWindow(window);
     std::ranges::sort(keys);

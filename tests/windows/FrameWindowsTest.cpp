@@ -6,7 +6,7 @@
 #include <future>
 #include <thread>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "shell/FrameBars_win32.h"
@@ -97,7 +97,7 @@ TEST(SingleInstance, TakesThePlaceOfOneThatEndedBeforeItHadAWindow) {
     EXPECT_FALSE(SingleInstance::MaybeFiles({}));  // another program's data
 }
 
-TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
+TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {
     FrameMenu menu;
     const HMENU file = GetSubMenu(menu.Handle(), MENU_FILE);
     menu.EnableItems(file, [](FrameCommand command) { return command == FrameCommand::Open; });
@@ -108,7 +108,7 @@ TEST(FrameMenu, GreysWhatCannotActAndGrowsTheRecentList) {
     EXPECT_EQ(GetMenuItemCount(file), before);
     menu.ShowRecent({"&1.  C:\\R&B.juk"});
     InsertMenuW(menu.Handle(), 0, MF_BYPOSITION | MF_POPUP,
-                reinterpret_cast<UINT_PTR>(CreatePopupMenu()), L"a maximised child's");
+                reinterpret_cast<UINT_PTR>(CreatePopupMenu()), L"a maximized child's");
     menu.ShowRecent({"&1.  C:\\pop.juk", "&2.  C:\\R&B.juk"});
     EXPECT_EQ(GetMenuItemCount(file), before + 3);
     wchar_t text[100] = L"";

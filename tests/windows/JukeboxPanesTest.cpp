@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "fakes/FakeEnvironment.h"
 #include "fakes/FakeJukeboxView.h"
-#include "fakes/FakeOutside.h"
 #include "jukebox/InitialJukebox.h"
-#include "platform/Twips_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/Wide_win32.h"
 #include "shell/Application.h"
 #include "ui/JukeboxView_win32.h"
@@ -15,8 +15,8 @@ namespace {
 // A jukebox window in an MDI client window of a hidden frame.
 class JukeboxPanesTest : public testing::Test {
  protected:
-    FakeOutside fake;
-    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\"}};
+    FakeEnvironment fake;
+    Application application{fake.environment, {"C:\\App\\", "C:\\Windows\\System32\\"}};
     FakeJukeboxWindowHost host;
     Jukebox jukebox;
     JukeboxWindow controller{application.Tools(), jukebox, host};

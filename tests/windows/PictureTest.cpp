@@ -17,7 +17,7 @@ namespace {
 constexpr int kWidth = 320, kHeight = 200;
 constexpr std::uint32_t kQuarters[4] = {0xC02020, 0x20C020, 0x2020C0, 0xC0C0C0};
 
-// Writes a JPEG picture of four coloured quarters with the system's own encoder.
+// Writes a JPEG picture of four colored quarters with the system's own encoder.
 void WritePicture(const std::string& path) {
     const auto factory = MaybeCreate<IWICImagingFactory>(CLSID_WICImagingFactory);
     IWICStream* stream = nullptr;
@@ -58,10 +58,10 @@ class PictureTest : public testing::Test {
     std::unique_ptr<PictureMaker> maker = MakeSystemPictureMaker();
 
     void SetUp() override { WritePicture(path); }
-    static bool IsAbout(std::uint32_t pixel, std::uint32_t colour) {
+    static bool IsAbout(std::uint32_t pixel, std::uint32_t color) {
         for (int shift = 0; shift <= 16; shift += 8)
             if (std::abs(static_cast<int>(pixel >> shift & 0xFF) -
-                         static_cast<int>(colour >> shift & 0xFF)) > 12)
+                         static_cast<int>(color >> shift & 0xFF)) > 12)
                 return false;
         return true;
     }

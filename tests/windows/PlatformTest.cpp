@@ -12,7 +12,7 @@
 #include "platform/Wide_win32.h"
 #include "platform/WindowAnswers_win32.h"
 #include "platform/WindowBase_win32.h"
-#include "platform/WindowsOutside_win32.h"
+#include "platform/WindowsEnvironment_win32.h"
 #include "windows/TemporaryFolder.h"
 
 namespace tobbin {
@@ -99,7 +99,7 @@ TEST_F(SystemProgramsTest, AreStartedByTheirFullPathInTheirOwnFolder) {
     ASSERT_NO_FATAL_FAILURE(CopySelf(program));
     EXPECT_TRUE(programs.Start(
         program, "--report-start \"" + (folder / "report") + "\" \"first \xCE\xA9\" second",
-        ShowProgram::MinimisedInactive));
+        ShowProgram::MinimizedInactive));
     EXPECT_EQ(Report(), "first \xCE\xA9\nsecond\n" + (folder / "a folder"));
 }
 
@@ -184,7 +184,7 @@ TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndCommandsWaitForItsEnd) {
     PostMessageW(window.Handle(), WM_APP, 0, 0);
     int answered = 0;
     DWORD_PTR mayEnd = TRUE;
-    RunAside([&] {
+    RunOnWorker([&] {
         for (const UINT message : {WM_NULL, WM_COMMAND, WM_CLOSE, WM_QUERYENDSESSION})
             answered += SendMessageTimeoutW(window.Handle(), message, 0, 0, SMTO_NORMAL, 10'000,
                                             &mayEnd) != 0;
@@ -199,19 +199,19 @@ TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndCommandsWaitForItsEnd) {
     EXPECT_TRUE(SendMessageW(window.Handle(), WM_QUERYENDSESSION, 0, 0));
 }
 
-TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
-    WindowsOutside windows;
-    Outside& outside = windows.Interfaces();
-    const std::int64_t before = outside.clock.Milliseconds();
-    EXPECT_GE(outside.clock.Milliseconds(), before);
+TEST(WindowsEnvironment, HasClocksChanceAndAStatusLine) {
+    WindowsEnvironment windows;
+    Environment& environment = windows.Interfaces();
+    const std::int64_t before = environment.clock.Milliseconds();
+    EXPECT_GE(environment.clock.Milliseconds(), before);
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
     const ULONGLONG ticks = static_cast<ULONGLONG>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
-    EXPECT_NEAR(static_cast<double>(outside.clock.UnixTime()),
+    EXPECT_NEAR(static_cast<double>(environment.clock.UnixTime()),
                 static_cast<double>(ticks / 10'000'000 - 11'644'473'600), 2);
     double least = 1, most = 0;
     for (int i = 0; i < 1000; ++i) {
-        const double chance = outside.clock.Random();
+        const double chance = environment.clock.Random();
         ASSERT_TRUE(chance >= 0 && chance < 1);
         least = std::min(least, chance);
         most = std::max(most, chance);
@@ -219,7 +219,7 @@ TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
     EXPECT_LT(least, 0.1);
     EXPECT_GT(most, 0.9);
 
-    outside.statusLine.Say("said before there was a frame");
+    environment.statusLine.Say("said before there was a frame");
     std::string shown;
     StepsDone bar;
     windows.Status().SetListener([&](const std::string& line, const StepsDone& steps) {
@@ -229,7 +229,7 @@ TEST(WindowsOutside, HasClocksChanceAndAStatusLine) {
     EXPECT_EQ(shown, "said before there was a frame");
     EXPECT_EQ(bar, StepsDone{});
     {
-        StatusLineProgress progress(outside.statusLine);
+        StatusLineProgress progress(environment.statusLine);
         progress.ShowSteps("3 of 7", {3, 7});
         EXPECT_EQ(shown, "said before there was a frame");
         EXPECT_EQ(bar, (StepsDone{3, 7}));

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "catalogue/clsMain.h"
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 
@@ -27,11 +27,11 @@ inline std::string FileRecord(const std::string& name, const std::string& folder
 
 class Catalogue : public testing::Test {
  protected:
-    FakeOutside fake;
-    clsINI settings{fake.outside, "C:\\T\\"};
+    FakeEnvironment fake;
+    clsINI settings{fake.environment, "C:\\T\\"};
     SortCity sorter{fake.text};
     FakeProgress progress;
-    clsMain catalogue{fake.outside, settings, sorter, progress};
+    clsMain catalogue{fake.environment, settings, sorter, progress};
 
     void SetUp() override { fake.disk.AddFolder("C:\\T\\Grouping\\System"); }
 

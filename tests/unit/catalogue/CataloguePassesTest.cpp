@@ -98,7 +98,7 @@ TEST_F(Passes, DuplicatesMatchALiteralSearchOverRandomTables) {
         for (std::size_t i = 0; i < numbers.size(); ++i)
             numbers[i] = static_cast<int>(3 * i + 1);
         std::shuffle(numbers.begin(), numbers.end(), random);
-        clsMain table(fake.outside, settings, sorter, progress);
+        clsMain table(fake.environment, settings, sorter, progress);
         for (std::size_t i = 0; i < numbers.size(); ++i) {
             const Song song{names[random() % names.size()], random() % 4 == 0 ? "0" : "1",
                             std::to_string(random() % 6 + 2)};

@@ -16,10 +16,10 @@ class Repair : public Catalogue {
         fake.disk.AddFile(kCatalogue, file);
         settings.NumerOfRecordsInTheMain(count);
         settings.Save(settings.SettingsPath());
-        return LoadCatalogueAtStart(fake.outside, settings, catalogue);
+        return LoadCatalogueAtStart(fake.environment, settings, catalogue);
     }
     std::int32_t SavedCount() {
-        clsINI other(fake.outside, "C:\\T\\");
+        clsINI other(fake.environment, "C:\\T\\");
         other.GetandLoadIniInfo(settings.SettingsPath());
         return other.NumerOfRecordsInTheMain();
     }
@@ -39,14 +39,14 @@ TEST_F(Repair, TakesTheCountFromTheFileAndSaysNothing) {
 }
 
 TEST_F(Repair, KnowsAFirstRunFromALostFile) {
-    EXPECT_EQ(LoadCatalogueAtStart(fake.outside, settings, catalogue).finding,
+    EXPECT_EQ(LoadCatalogueAtStart(fake.environment, settings, catalogue).finding,
               CatalogueFinding::FirstRun);
     EXPECT_EQ(Start("", 0).finding, CatalogueFinding::FirstRun);
     EXPECT_EQ(Start("", 3).finding, CatalogueFinding::Gone);
     Start(three, 3);
     fake.disk.Erase(kCatalogue);
     fake.disk.AddFile(kBackup, three);
-    const CatalogueStart start = LoadCatalogueAtStart(fake.outside, settings, catalogue);
+    const CatalogueStart start = LoadCatalogueAtStart(fake.environment, settings, catalogue);
     EXPECT_EQ(start.finding, CatalogueFinding::Gone);
     EXPECT_EQ(start.message,
               "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is not there any more.  An "
@@ -86,13 +86,13 @@ TEST_F(Repair, LosesNothingWhereverAFaultStrikes) {
         settings.NumerOfRecordsInTheMain(3);
         settings.Save(settings.SettingsPath());
         fake.disk.StopDeadAt(operation);
-        LoadCatalogueAtStart(fake.outside, settings, catalogue);
+        LoadCatalogueAtStart(fake.environment, settings, catalogue);
         untouched = !fake.disk.HasFailed();
         fake.disk.Heal();
         const bool kept = fake.disk.Has(kBad) && fake.disk.Content(kBad) == damaged;
         EXPECT_TRUE(kept || fake.disk.Content(kCatalogue) == damaged) << operation;
         // The next start mends it.
-        LoadCatalogueAtStart(fake.outside, settings, catalogue);
+        LoadCatalogueAtStart(fake.environment, settings, catalogue);
         EXPECT_EQ(Rows(), (Texts{"C:\\M\\|b.mp3|1|2|7", "0|0|0|3|4"})) << operation;
         ASSERT_LT(operation, 60);
     }
@@ -103,7 +103,7 @@ TEST_F(Repair, DoesNotTouchAFileThatCouldNotBeReadUntilItCan) {
     for (const std::int32_t count : {0, 3}) {
         fake.disk.Lock(kCatalogue);
         settings.NumerOfRecordsInTheMain(count);
-        const CatalogueStart start = LoadCatalogueAtStart(fake.outside, settings, catalogue);
+        const CatalogueStart start = LoadCatalogueAtStart(fake.environment, settings, catalogue);
         EXPECT_EQ(start.finding, CatalogueFinding::Unreadable);
         EXPECT_NE(start.message.find("another program is using it"), std::string::npos);
         EXPECT_EQ(settings.NumerOfRecordsInTheMain(), count);

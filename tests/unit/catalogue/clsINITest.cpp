@@ -41,7 +41,7 @@ TEST_F(Settings, AreWrittenByteForByteAndReadBack) {
     EXPECT_TRUE(settings.Save(settings.SettingsPath()));
     EXPECT_EQ(fake.disk.Content(kPath), kGolden);
 
-    clsINI other(fake.outside, "D:\\");
+    clsINI other(fake.environment, "D:\\");
     other.IsItTiled(true);
     EXPECT_EQ(other.GetandLoadIniInfo(kPath).outcome, LoadOutcome::Loaded);
     EXPECT_TRUE(other.Save("C:\\T\\again.ini"));

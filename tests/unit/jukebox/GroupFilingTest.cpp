@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {

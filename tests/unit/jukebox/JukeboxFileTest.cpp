@@ -31,9 +31,9 @@ constexpr char kExample[] =
 class JukeboxFileTest : public JukeboxFixture {
  protected:
     std::unique_ptr<Jukebox> loaded;
-    FakeOutside otherFake;
-    clsINI otherSettings{otherFake.outside, "C:\\T\\"};
-    clsMain other{otherFake.outside, otherSettings, sorter, progress};
+    FakeEnvironment otherFake;
+    clsINI otherSettings{otherFake.environment, "C:\\T\\"};
+    clsMain other{otherFake.environment, otherSettings, sorter, progress};
 
     void MakeExample() {
         AddSong("a.mp3");

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "catalogue/clsMain.h"
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "fakes/TaggedSong.h"
 #include "jukebox/AutomaticGroups.h"
 #include "jukebox/Jukebox.h"
@@ -24,13 +24,13 @@ class SomeJukeboxes : public OpenJukeboxes {
 // A catalogue on a disk in memory, and one open jukebox.
 class JukeboxFixture : public testing::Test {
  protected:
-    FakeOutside fake;
-    clsINI settings{fake.outside, "C:\\T\\"};
+    FakeEnvironment fake;
+    clsINI settings{fake.environment, "C:\\T\\"};
     SortCity sorter{fake.text};
     FakeProgress progress;
-    clsMain catalogue{fake.outside, settings, sorter, progress};
+    clsMain catalogue{fake.environment, settings, sorter, progress};
     SomeJukeboxes jukeboxes;
-    AutomaticGroups groups{fake.outside, catalogue, jukeboxes};
+    AutomaticGroups groups{fake.environment, catalogue, jukeboxes};
     Jukebox jukebox;
 
     JukeboxFixture() { jukeboxes.open.push_back(&jukebox); }

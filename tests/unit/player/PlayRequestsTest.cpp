@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "player/SongPaths.h"
 
 namespace tobbin {
@@ -49,13 +49,13 @@ class Requests : public testing::Test {
         return records;
     }
 
-    FakeOutside fake;
+    FakeEnvironment fake;
     FakeLocation location;
     FakeHost host;
-    PlayerDiscovery discovery{fake.outside, location};
-    WinAMP_Control control{fake.outside};
+    PlayerDiscovery discovery{fake.environment, location};
+    WinAMP_Control control{fake.environment};
     PlayList playList;
-    PlayRequests requests{fake.outside, location, discovery, control, playList, host};
+    PlayRequests requests{fake.environment, location, discovery, control, playList, host};
     std::vector<ListedSong> songs;  // records 10 to 1; 9, 4 and 2 are selected
 };
 
@@ -109,11 +109,11 @@ TEST_F(Requests, RunAPendingSearchFirstUntilItHasEnded) {
 }
 
 TEST(SongPaths, AreFolderAndNameOfRecordsThatHaveBoth) {
-    FakeOutside fake;
-    clsINI settings(fake.outside, "C:\\Tobbin\\");
+    FakeEnvironment fake;
+    clsINI settings(fake.environment, "C:\\Tobbin\\");
     SortCity sorter(fake.text);
     Progress progress;
-    clsMain catalogue(fake.outside, settings, sorter, progress);
+    clsMain catalogue(fake.environment, settings, sorter, progress);
     const auto pathOf = SongPathsOf(catalogue);
     EXPECT_EQ(pathOf(1), "");
     catalogue.OnSongFound("C:\\M\\", "a.mp3");

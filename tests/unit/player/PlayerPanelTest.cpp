@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {
@@ -74,11 +74,11 @@ class Panel : public testing::Test {
         TakeLog();
     }
 
-    FakeOutside fake;
-    WinAMP_Control control{fake.outside};
+    FakeEnvironment fake;
+    WinAMP_Control control{fake.environment};
     PlayList playList;
     FakePanelView view;
-    PlayerPanel panel{fake.outside, control, playList, PathOf, view};
+    PlayerPanel panel{fake.environment, control, playList, PathOf, view};
 };
 
 // What the player gets when the panel loads with three songs.
@@ -112,7 +112,7 @@ TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
     ASSERT_EQ(fake.programs.started.size(), 2U);  // by the load and by Playstuff
     EXPECT_EQ(fake.programs.started[0].program, "c:\\winamp.exe");
     EXPECT_EQ(fake.programs.started[0].arguments, "");
-    EXPECT_EQ(fake.programs.started[0].show, ShowProgram::MinimisedInactive);
+    EXPECT_EQ(fake.programs.started[0].show, ShowProgram::MinimizedInactive);
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
@@ -250,27 +250,27 @@ TEST_F(Panel, AddingThousandsShowsProgressAndCanBeStopped) {
 TEST_F(Panel, GoesOnWhenThePlayerAnswersAgain) {
     for (int hangsAt = 0; hangsAt < 10; ++hangsAt) {
         SCOPED_TRACE(hangsAt);
-        FakeOutside outside;
-        outside.disk = fake.disk;
-        WinAMP_Control link(outside.outside);
+        FakeEnvironment environment;
+        environment.disk = fake.disk;
+        WinAMP_Control link(environment.environment);
         link.PlayerProgramPath("c:\\winamp.exe");
         PlayList songs;
         songs.Assign({3, 7, 5});
         FakePanelView window;
-        PlayerPanel hung(outside.outside, link, songs, PathOf, window);
-        outside.player.hangsAfter = hangsAt;
+        PlayerPanel hung(environment.environment, link, songs, PathOf, window);
+        environment.player.hangsAfter = hangsAt;
         hung.Load();
         for (int turn = 0; turn < 5; ++turn) {
             EXPECT_EQ(window.status, "The player doesn't answer");
             EXPECT_GE(window.workIn.value_or(0), 500);
             hung.Work();
         }
-        outside.player.hangs = false;
+        environment.player.hangs = false;
         for (int turn = 0; hung.IsBusy(); ++turn) {
             ASSERT_LT(turn, 10);
             hung.Work();
         }
-        Log sent = outside.player.log;
+        Log sent = environment.player.log;
         std::erase(sent, "0 0 0");  // the questions whether it answers
         Log expected = kLoading;
         if (expected[hangsAt].starts_with("copy"))

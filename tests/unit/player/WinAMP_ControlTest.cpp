@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {
@@ -14,8 +14,8 @@ class PlayerControl : public testing::Test {
     void FindPlayer() { ASSERT_TRUE(control.FindPlayerWindow()); }
     Log TakeLog() { return std::exchange(fake.player.log, {}); }
 
-    FakeOutside fake;
-    WinAMP_Control control{fake.outside};
+    FakeEnvironment fake;
+    WinAMP_Control control{fake.environment};
 };
 
 TEST_F(PlayerControl, AddsFilesByTheirAnsiOrShortPath) {

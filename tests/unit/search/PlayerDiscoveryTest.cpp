@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {
@@ -29,10 +29,10 @@ class Discovery : public testing::Test {
     Discovery() {
         fake.drives.drives = {{"A:\\", 2U}, {"C:\\", 3U}, {"D:\\", 5U}, {"E:\\", 3U}, {"F:\\", 3U}};
     }
-    FakeOutside fake;
+    FakeEnvironment fake;
     FakeLocation location;
     FakeProgress progress;
-    PlayerDiscovery discovery{fake.outside, location};
+    PlayerDiscovery discovery{fake.environment, location};
 };
 
 TEST_F(Discovery, TakesTheFirstHardDriveThatHoldsThePlayer) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {
@@ -18,10 +18,10 @@ class Search : public testing::Test, public SongSink {
             m_fake.disk.AddFile(path);
     }
 
-    FakeOutside m_fake;
+    FakeEnvironment m_fake;
     FakeProgress m_progress;
     std::vector<std::string> m_found;
-    SongSearch m_search{m_fake.outside, m_progress, *this};
+    SongSearch m_search{m_fake.environment, m_progress, *this};
 };
 
 using Paths = std::vector<std::string>;

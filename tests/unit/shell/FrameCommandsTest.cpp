@@ -51,13 +51,13 @@ TEST_F(FrameCommandsTest, TransportCommandsReachThePlayerWithoutAJukeboxAndUnPau
                                       "273 40044 0", "273 40046 0", "273 40157 0", "273 40045 0"}));
 }
 
-TEST_F(FrameCommandsTest, ArrangingMinimisesTheOpenPlayerPanelButForIcons) {
+TEST_F(FrameCommandsTest, ArrangingMinimizesTheOpenPlayerPanelButForIcons) {
     frame.panelOpen = true;
     for (const FrameCommand command :
          {FrameCommand::ArrangeIcons, FrameCommand::Cascade, FrameCommand::Tile,
           FrameCommand::ArrangeIcons, FrameCommand::Tip, FrameCommand::About, FrameCommand::Exit})
         commands.Do(command);
-    EXPECT_EQ(frame.seen, (Lines{"minimise panel", "cascade", "minimise panel", "tile", "icons",
+    EXPECT_EQ(frame.seen, (Lines{"minimize panel", "cascade", "minimize panel", "tile", "icons",
                                  "tips", "about", "close frame"}));
 }
 

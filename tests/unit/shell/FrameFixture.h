@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FakeEnvironment.h"
 #include "fakes/FakeJukeboxView.h"
-#include "fakes/FakeOutside.h"
 #include "jukebox/InitialJukebox.h"
 #include "shell/Application.h"
 #include "shell/FrameCommands.h"
@@ -52,8 +52,8 @@ class FakeFrame : public FrameView {
         return nullptr;
     }
     bool HasChildren() const override { return panelOpen || MaybeActiveJukebox() != nullptr; }
-    bool HasMinimisedChildren() const override {
-        return std::ranges::count(seen, "minimise panel") > 0;
+    bool HasMinimizedChildren() const override {
+        return std::ranges::count(seen, "minimize panel") > 0;
     }
     void OpenJukeboxWindow(Jukebox& jukebox) override {
         Child& child = children.emplace_back();
@@ -69,13 +69,13 @@ class FakeFrame : public FrameView {
         return playerIsKnown;
     }
     int JukeboxWindowsOpened() const override { return static_cast<int>(children.size()); }
-    void MinimisePlayerPanel() override {
+    void MinimizePlayerPanel() override {
         if (panelOpen)
-            seen.push_back("minimise panel");
+            seen.push_back("minimize panel");
     }
-    void MinimiseActivePlayerPanel() override {
+    void MinimizeActivePlayerPanel() override {
         if (panelActive)
-            MinimisePlayerPanel();
+            MinimizePlayerPanel();
         panelActive = false;
     }
     void Arrange(Arrangement arrangement) override {
@@ -107,8 +107,9 @@ class FakeFrame : public FrameView {
 // The program behind its main frame, with the songs C:\M\a.mp3 to C:\M\c.mp3 and no jukebox.
 class FrameTest : public testing::Test {
  protected:
-    FakeOutside fake;
-    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Temp\\"}};
+    FakeEnvironment fake;
+    Application application{fake.environment,
+                            {"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Temp\\"}};
     FakeFrame frame{application};
     FrameCommands commands{application, frame};
 

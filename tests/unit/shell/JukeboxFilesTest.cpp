@@ -44,7 +44,7 @@ TEST_F(JukeboxFilesTest, TheSampleIsSavedUnderANameOfItsOwnOnly) {
     JukeboxWindow& window = OpenSample();
     window.LastPicFileLocation("C:\\p.jpg");
     window.ShowPictt(true);
-    commands.Do(FrameCommand::Save);  // its dialog is cancelled
+    commands.Do(FrameCommand::Save);  // its dialog is canceled
     commands.Do(FrameCommand::Open);  // likewise
     EXPECT_EQ(window.DaCaption(), kSampleCaption);
     EXPECT_EQ(frame.children.size(), 1U);
@@ -75,7 +75,7 @@ TEST_F(JukeboxFilesTest, ReplacesAnotherFileOnYesOnlyAndTheActivePlayerPanelStep
     fake.dialogs.answers.push_back(Answer::Yes);
     SaveAs("C:\\App\\Grouping\\old.juk");
     EXPECT_TRUE(fake.disk.Content("C:\\App\\Grouping\\old.juk").starts_with("Tobbin jukebox"));
-    EXPECT_EQ(frame.seen, std::vector<std::string>{"minimise panel"});
+    EXPECT_EQ(frame.seen, std::vector<std::string>{"minimize panel"});
 }
 
 TEST_F(JukeboxFilesTest, ATitleIsOpenOnceWhateverItsFolder) {

@@ -41,8 +41,9 @@ using Files = std::map<std::string, std::string>;
 // The program with everything saved once, and then changed.
 class World {
  public:
-    FakeOutside fake;
-    Application application{fake.outside, {"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Temp\\"}};
+    FakeEnvironment fake;
+    Application application{fake.environment,
+                            {"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Temp\\"}};
     FakeFrame frame{application};
     FrameCommands commands{application, frame};
     MP3TagEditor tag{fake.disk, fake.text};
@@ -243,7 +244,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{"pictures",
                          [](World& w) {
                              w.reported =
-                                 !SavePictureSettings(w.fake.outside, kPictures,
+                                 !SavePictureSettings(w.fake.environment, kPictures,
                                                       {"C:\\n.jpg", true, true}, FlagText::CheckBox)
                                       .Ok();
                          }},

@@ -6,7 +6,7 @@
 #include <iostream>
 #include <optional>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "fakes/TaggedSong.h"
 #include "jukebox/JukeboxFile.h"
 #include "unit/catalogue/CatalogueFixture.h"
@@ -52,7 +52,7 @@ class FakeStartUpView : public StartUpView, private Progress {
 
 class StartUpTest : public testing::Test {
  protected:
-    FakeOutside fake;
+    FakeEnvironment fake;
     FakeStartUpView view;
     std::optional<Application> application;
 
@@ -63,7 +63,8 @@ class StartUpTest : public testing::Test {
     }
     bool Run() {
         view.seen.clear();
-        application.emplace(fake.outside, ProgramFolders{"C:\\App\\", "C:\\Windows\\System32\\"});
+        application.emplace(fake.environment,
+                            ProgramFolders{"C:\\App\\", "C:\\Windows\\System32\\"});
         return StartUp(*application, view).Run();
     }
     std::string Songs(const std::string& folder, const std::string& child = "") const {

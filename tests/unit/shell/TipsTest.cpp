@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 namespace tobbin {
 namespace {
 
 class TipsTest : public testing::Test, protected TipView {
  protected:
-    FakeOutside fake;
-    Tips tips{fake.outside, "C:\\App\\"};
+    FakeEnvironment fake;
+    Tips tips{fake.environment, "C:\\App\\"};
     std::string text = "designed";
     bool ticked = false;
 

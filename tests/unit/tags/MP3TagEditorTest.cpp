@@ -5,7 +5,7 @@
 #include <iostream>
 #include <random>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "util/Errors.h"
 
 namespace tobbin {
@@ -26,7 +26,7 @@ std::string Tag(char padding) {
 
 class TagEditor : public testing::Test {
  protected:
-    FakeOutside m_fake;
+    FakeEnvironment m_fake;
     MP3TagEditor m_editor{m_fake.disk, m_fake.text};
 
     bool Load(const std::string& content) {

@@ -29,7 +29,7 @@ class BackgroundPictureTest : public FrameTest {
     JukeboxWindow& window = OpenSample();
     Lines& shown = frame.children[0].view->backgrounds;
     FakeChoiceView dialog;
-    PictureChoice choice{fake.outside, application.Settings(),
+    PictureChoice choice{fake.environment, application.Settings(),
                          [this] { return frame.MaybeActiveJukebox(); }};
 
     BackgroundPictureTest() {
@@ -173,7 +173,7 @@ TEST_F(BackgroundPictureTest, TheDialogsChoiceIsKeptAndShown) {
 TEST_F(BackgroundPictureTest, CancelAndAForeignActiveChildChangeNothing) {
     application.Settings().PictureLocation("C:\\P\\a.jpg");
     application.Settings().IsItTiled(true);
-    PictureChoice second(fake.outside, application.Settings(), [] { return nullptr; });
+    PictureChoice second(fake.environment, application.Settings(), [] { return nullptr; });
     second.Load(dialog);
     EXPECT_TRUE(dialog.tile);
     EXPECT_EQ(dialog.path, "C:\\P\\a.jpg");

@@ -18,7 +18,7 @@ std::string Segment(int marker, const std::string& data) {
 std::string Frame(int width, int height) {
     return Segment(0xC2, "\x08"s + Word(height) + Word(width) + "\x01\x01\x11\0"s);
 }
-// Followed by as many bytes as even a picture of one colour needs.
+// Followed by as many bytes as even a picture of one color needs.
 std::string File(const std::string& segments, std::size_t rest = 400'000) {
     return "\xFF\xD8"s + segments + std::string(rest, 'x');
 }

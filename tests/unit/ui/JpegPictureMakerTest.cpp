@@ -135,11 +135,11 @@ TEST_F(JpegPictureMakerTest, TellsWhyThereIsNoPicture) {
 }
 
 // Black text on white: every share of dark pixels above one in a hundred is lightened enough.
-TEST(Veil, KeepsTextsReadableAndLeavesTheRestItsColours) {
-    const auto share = [](std::uint32_t colour, std::uint32_t veil, int every = 1) {
+TEST(Veil, KeepsTextsReadableAndLeavesTheRestItsColors) {
+    const auto share = [](std::uint32_t color, std::uint32_t veil, int every = 1) {
         PicturePixels picture({40, 25});
         for (std::size_t i = 0; i < picture.pixels.size(); ++i)
-            picture.pixels[i] = i % static_cast<std::size_t>(every) == 0 ? colour : veil;
+            picture.pixels[i] = i % static_cast<std::size_t>(every) == 0 ? color : veil;
         return Veil(picture, veil);
     };
     EXPECT_EQ(share(0x000000, 0xFFFFFF), 60);
@@ -147,10 +147,10 @@ TEST(Veil, KeepsTextsReadableAndLeavesTheRestItsColours) {
     EXPECT_EQ(share(0x000000, 0xFFFFFF, 200), 25);
     EXPECT_EQ(share(0xFFFFFF, 0x000000), 60);
     EXPECT_EQ(share(0xC0C0C0, 0xFFFFFF), 25);
-    PicturePixels grey({1, 1});
-    grey.pixels[0] = 0x808080;
-    EXPECT_EQ(Veil(grey, 0xFFFFFF), 25);
-    EXPECT_EQ(grey.pixels[0], 0xA0A0A0U);
+    PicturePixels gray({1, 1});
+    gray.pixels[0] = 0x808080;
+    EXPECT_EQ(Veil(gray, 0xFFFFFF), 25);
+    EXPECT_EQ(gray.pixels[0], 0xA0A0A0U);
 }
 
 }  // namespace

@@ -29,10 +29,10 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowText(1, 1), "2");
     application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
-    EXPECT_EQ(window.RowSpoken(1), "b, rank 1 of 6, 2 of 3");
+    EXPECT_EQ(window.AccessibleRowText(1), "b, rank 1 of 6, 2 of 3");
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);
-    EXPECT_EQ(window.RowSpoken(1), "b, missing, 2 of 3");
+    EXPECT_EQ(window.AccessibleRowText(1), "b, missing, 2 of 3");
     jukebox.SetSongs(songs, {jukebox.MakeItem("gone.mp3", 9, 5),
                              jukebox.MakeMissingItem("lost.mp3", MissingSong{}, 5)});
     EXPECT_EQ(window.RowImage(0), 0);

@@ -7,7 +7,7 @@
 #include <functional>
 #include <random>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "util/Convert.h"
 #include "util/Errors.h"
 #include "util/StringTable.h"

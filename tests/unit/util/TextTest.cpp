@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 #include "util/Convert.h"
 #include "util/DataText.h"
 #include "util/Errors.h"

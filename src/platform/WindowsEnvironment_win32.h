@@ -1,15 +1,15 @@
 #pragma once
 
 #include "platform/Clipboard_win32.h"
-#include "platform/ClockAndChance_win32.h"
+#include "platform/ClockAndRandom_win32.h"
 #include "platform/ComPtr_win32.h"
 #include "platform/Dialogs_win32.h"
 #include "platform/Disk_win32.h"
 #include "platform/Drives_win32.h"
 #include "platform/EventPump_win32.h"
-#include "platform/KeptStatusLine.h"
 #include "platform/PlayerWindow_win32.h"
 #include "platform/Programs_win32.h"
+#include "platform/StatusLineModel.h"
 #include "platform/SystemText_win32.h"
 #include "platform/UserSettings_win32.h"
 
@@ -17,19 +17,19 @@ namespace tobbin {
 
 // Everything outside the program, as Windows offers it. One object, made by the program's main,
 // on the thread that has the windows.
-class WindowsOutside {
+class WindowsEnvironment {
  public:
-    WindowsOutside() = default;
-    WindowsOutside(const WindowsOutside&) = delete;
-    WindowsOutside& operator=(const WindowsOutside&) = delete;
+    WindowsEnvironment() = default;
+    WindowsEnvironment(const WindowsEnvironment&) = delete;
+    WindowsEnvironment& operator=(const WindowsEnvironment&) = delete;
 
     // What the core gets.
-    Outside& Interfaces() { return m_outside; }
+    Environment& Interfaces() { return m_environment; }
 
     // What the windows add to it.
     SystemDialogs& Boxes() { return m_dialogs; }
     SystemEventPump& Events() { return m_events; }
-    KeptStatusLine& Status() { return m_statusLine; }
+    StatusLineModel& Status() { return m_statusLine; }
 
  private:
     OleApartment m_com;  // first, since the dialogs need it
@@ -40,12 +40,13 @@ class WindowsOutside {
     RegistrySettings m_userSettings;
     SystemPrograms m_programs;
     SystemEventPump m_events;
-    SystemClockAndChance m_clock;
-    KeptStatusLine m_statusLine;
+    SystemClockAndRandom m_clock;
+    StatusLineModel m_statusLine;
     SystemPlayerWindow m_player;
     WindowsClipboard m_clipboard;
-    Outside m_outside{m_text,   m_disk,  m_drives,     m_dialogs, m_userSettings, m_programs,
-                      m_events, m_clock, m_statusLine, m_player,  m_clipboard};
+    Environment m_environment{m_text,         m_disk,     m_drives,   m_dialogs,
+                              m_userSettings, m_programs, m_events,   m_clock,
+                              m_statusLine,   m_player,   m_clipboard};
 };
 
 }  // namespace tobbin

@@ -1,4 +1,4 @@
-#include "platform/ClockAndChance_win32.h"
+#include "platform/ClockAndRandom_win32.h"
 
 #include <windows.h>
 
@@ -15,7 +15,7 @@ std::int64_t Ticks() {
 
 }  // namespace
 
-SystemClockAndChance::SystemClockAndChance() {
+SystemClockAndRandom::SystemClockAndRandom() {
     LARGE_INTEGER frequency = {};
     QueryPerformanceFrequency(&frequency);
     m_ticksPerSecond = frequency.QuadPart;
@@ -24,17 +24,17 @@ SystemClockAndChance::SystemClockAndChance() {
     m_engine.seed(seed);
 }
 
-std::int64_t SystemClockAndChance::Milliseconds() {
+std::int64_t SystemClockAndRandom::Milliseconds() {
     const std::int64_t ticks = Ticks();
     return ticks / m_ticksPerSecond * 1000 + ticks % m_ticksPerSecond * 1000 / m_ticksPerSecond;
 }
 
-std::int64_t SystemClockAndChance::UnixTime() {
+std::int64_t SystemClockAndRandom::UnixTime() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::seconds>(now).count();
 }
 
-double SystemClockAndChance::Random() {
+double SystemClockAndRandom::Random() {
     constexpr int kMantissaBits = 53;
     return static_cast<double>(m_engine() >> (64 - kMantissaBits)) /
            static_cast<double>(std::uint64_t{1} << kMantissaBits);

@@ -3,15 +3,15 @@
 #include <cstdint>
 #include <random>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
 // The computer's clocks, and chance seeded from them. Chance decides what is shown or played, and
 // never anything that has to be kept from guessing.
-class SystemClockAndChance : public ClockAndChance {
+class SystemClockAndRandom : public ClockAndRandom {
  public:
-    SystemClockAndChance();
+    SystemClockAndRandom();
     std::int64_t Milliseconds() override;
     std::int64_t UnixTime() override;
     double Random() override;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "fakes/FakeDisk.h"
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
@@ -146,7 +146,7 @@ class FakeEventPump : public EventPump {
     }
 };
 
-class FakeClockAndChance : public ClockAndChance {
+class FakeClockAndRandom : public ClockAndRandom {
  public:
     std::int64_t milliseconds = 0;
     std::int64_t unixTime = 1'000'000'000;
@@ -208,7 +208,7 @@ class FakeSystemClipboard : public SystemClipboard {
 };
 
 // All of the outside, ready to be handed to the core.
-struct FakeOutside {
+struct FakeEnvironment {
     FakeText text;
     FakeDisk disk;
     FakeDrives drives;
@@ -216,12 +216,12 @@ struct FakeOutside {
     FakeUserSettings userSettings;
     FakePrograms programs;
     FakeEventPump events;
-    FakeClockAndChance clock;
+    FakeClockAndRandom clock;
     FakeStatusLine statusLine;
     FakePlayerWindow player;
     FakeSystemClipboard clipboard;
-    Outside outside{text,   disk,  drives,     dialogs, userSettings, programs,
-                    events, clock, statusLine, player,  clipboard};
+    Environment environment{text,   disk,  drives,     dialogs, userSettings, programs,
+                            events, clock, statusLine, player,  clipboard};
 };
 
 }  // namespace tobbin

@@ -13,7 +13,7 @@ namespace tobbin {
 
 // What a list control says to screen readers: each row by the text given here, which tells of the
 // row's picture, too; while there is none, why. Everything else is the system's own object's.
-class SpokenList : public IAccessible {
+class AccessibleList : public IAccessible {
  public:
     struct Texts {
         std::function<std::size_t()> rowCount;
@@ -22,7 +22,7 @@ class SpokenList : public IAccessible {
     };
 
     // Null when the system has no object for the list.
-    static ComPtr<SpokenList> Make(HWND list, const std::wstring& name, Texts texts);
+    static ComPtr<AccessibleList> Make(HWND list, const std::wstring& name, Texts texts);
 
     // The list is gone; whoever still holds the object gets errors.
     void Forget() { m_texts = {}; }
@@ -62,8 +62,8 @@ class SpokenList : public IAccessible {
     HRESULT WINAPI put_accValue(VARIANT child, BSTR value) override;
 
  private:
-    SpokenList(ComPtr<IAccessible> system, std::wstring name, Texts texts);
-    virtual ~SpokenList() = default;
+    AccessibleList(ComPtr<IAccessible> system, std::wstring name, Texts texts);
+    virtual ~AccessibleList() = default;
     std::size_t RowCount() const { return m_texts.rowCount ? m_texts.rowCount() : 0; }
 
     ULONG m_references = 1;

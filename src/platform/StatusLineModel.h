@@ -4,12 +4,12 @@
 #include <string>
 #include <utility>
 
-#include "platform/Outside.h"
+#include "platform/Environment.h"
 
 namespace tobbin {
 
 // Keeps the last line said, also before there is a frame that could show it.
-class KeptStatusLine : public StatusLine {
+class StatusLineModel : public StatusLine {
  public:
     // The steps are those of the long work that goes on; all 0 without any.
     using Listener = std::function<void(const std::string& line, const StepsDone& steps)>;

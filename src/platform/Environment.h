@@ -73,7 +73,7 @@ class UserSettings {
     virtual bool Write(const std::string& key, const std::string& value) = 0;
 };
 
-enum class ShowProgram { Normal, MinimisedInactive };
+enum class ShowProgram { Normal, MinimizedInactive };
 
 // Starting other programs.
 class Programs {
@@ -110,13 +110,13 @@ class EventPump {
 
     // Lets the windows be painted and answer, but take no input: for work in the middle of which no
     // command may run. As cheap.
-    virtual void LetWindowsAnswer() {}
+    virtual void PumpWithoutInput() {}
 };
 
 // The clock and chance.
-class ClockAndChance {
+class ClockAndRandom {
  public:
-    virtual ~ClockAndChance() = default;
+    virtual ~ClockAndRandom() = default;
 
     // Milliseconds since some fixed moment; never runs backwards.
     virtual std::int64_t Milliseconds() = 0;
@@ -158,7 +158,7 @@ class Progress {
 };
 
 // Everything outside the program that its core may touch, handed down by reference.
-struct Outside {
+struct Environment {
     const SystemText& text;
     Disk& disk;
     Drives& drives;
@@ -166,7 +166,7 @@ struct Outside {
     UserSettings& userSettings;
     Programs& programs;
     EventPump& events;
-    ClockAndChance& clock;
+    ClockAndRandom& clock;
     StatusLine& statusLine;
     PlayerWindow& player;
     SystemClipboard& clipboard;

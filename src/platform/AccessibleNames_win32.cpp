@@ -1,4 +1,4 @@
-#include "platform/SpokenNames_win32.h"
+#include "platform/AccessibleNames_win32.h"
 
 #include <oleacc.h>
 

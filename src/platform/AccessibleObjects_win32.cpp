@@ -1,4 +1,4 @@
-#include "platform/SpokenObjects_win32.h"
+#include "platform/AccessibleObjects_win32.h"
 
 namespace tobbin {
 namespace {
@@ -14,7 +14,7 @@ Function* MaybeFunction(const char* name) {
 
 }  // namespace
 
-HRESULT StandardSpokenObject(HWND window, LONG part, IAccessible** object) {
+HRESULT StandardAccessibleObject(HWND window, LONG part, IAccessible** object) {
     static auto* const create =
         MaybeFunction<decltype(CreateStdAccessibleObject)>("CreateStdAccessibleObject");
     *object = nullptr;

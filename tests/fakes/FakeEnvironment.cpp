@@ -1,4 +1,4 @@
-#include "fakes/FakeOutside.h"
+#include "fakes/FakeEnvironment.h"
 
 #include <algorithm>
 #include <array>
