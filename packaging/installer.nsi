@@ -1,5 +1,6 @@
 ; The installer: for one user, without an administrator. scripts/package gives it VERSION, SOURCE
-; (the application folder), OUTPUT, and FILES: the lines that remove what SOURCE holds.
+; (the application folder), OUTPUT, and FILES: the lines that remove what SOURCE holds. SIGN, if it
+; is given, is the command that signs the uninstaller.
 ;
 ; /S installs or removes without a question: no desktop entry unless /DESKTOP is given, and a removal
 ; keeps the data folder unless /DATA is given.
@@ -21,6 +22,9 @@ Name "${TITLE}"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\Tobbin"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
+!ifdef SIGN
+    !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
 BrandingText "${TITLE} ${VERSION}"
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey ProductName "${TITLE}"
@@ -46,24 +50,61 @@ VIAddVersionKey LegalCopyright "MIT License"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
-; A program that runs can't be replaced: nothing is touched while it does.
-!macro EndedOrAbort
-    ${DoWhile} ${FileExists} "$INSTDIR\Tobbin.exe"
+; The exit code of an installation or a removal that a running program prevents.
+!define IN_USE 32
+
+; Files of a running program can't be replaced, so nothing is touched until FILE is no longer in use.
+; The person is asked first; then the window is told to close, which asks about unsaved jukeboxes.
+!macro CloseProgram FILE WINDOW
+    ${DoWhile} ${FileExists} "$INSTDIR\${FILE}"
         ClearErrors
-        FileOpen $0 "$INSTDIR\Tobbin.exe" a
+        FileOpen $0 "$INSTDIR\${FILE}" a
         ${IfNot} ${Errors}
             FileClose $0
             ${Break}
         ${EndIf}
-        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Tobbin is running. Please close it, then choose Retry." /SD IDCANCEL IDRETRY +3
-        SetErrorLevel 2
-        Abort "Tobbin is running."
+        ${If} ${Cmd} `MessageBox MB_OKCANCEL|MB_ICONEXCLAMATION "${FILE} is running and has to be closed first. You can save your jukeboxes before it closes.$\r$\n$\r$\nChoose OK to close it now." /SD IDCANCEL IDCANCEL`
+            SetErrorLevel ${IN_USE}
+            Quit
+        ${EndIf}
+        FindWindow $0 "${WINDOW}"
+        ${If} $0 P<> 0
+            System::Call 'user32::PostMessageW(p r0, i ${WM_CLOSE}, p 0, p 0)'
+        ${EndIf}
+        ${For} $1 1 40  ; ten seconds at most, then the question comes again
+            Sleep 250
+            ClearErrors
+            FileOpen $0 "$INSTDIR\${FILE}" a
+            ${IfNot} ${Errors}
+                FileClose $0
+                ${ExitFor}
+            ${EndIf}
+        ${Next}
     ${Loop}
+!macroend
+
+; Deletes what Tobbin itself writes into a folder, by kind, and then the folder if nothing else is in
+; it, unless the folder is a link or junction: what is in there lies somewhere else.
+!macro DeleteData FOLDER
+    ${If} ${FileExists} "${FOLDER}\*"
+        System::Call 'kernel32::GetFileAttributesW(w "${FOLDER}") i .r0'
+        IntOp $0 $0 & 0x400  ; FILE_ATTRIBUTE_REPARSE_POINT
+        ${If} $0 = 0
+            Delete "${FOLDER}\*.juk"
+            Delete "${FOLDER}\*.poc"
+            Delete "${FOLDER}\*.lmz"
+            Delete "${FOLDER}\*.ini"
+            Delete "${FOLDER}\*.bak"
+            Delete "${FOLDER}\*.bad*"
+            Delete "${FOLDER}\*.new"
+            RMDir "${FOLDER}"
+        ${EndIf}
+    ${EndIf}
 !macroend
 
 Section "Tobbin" SecProgram
     SectionIn RO
-    !insertmacro EndedOrAbort
+    !insertmacro CloseProgram "Tobbin.exe" "frmMDIForm1"
     SetOutPath "$INSTDIR"
     SetOverwrite off  ; The tips are anyone's to change.
     File "${SOURCE}/TIPOFDAY.TXT"
@@ -113,7 +154,7 @@ Function .onInit
 FunctionEnd
 
 Section Uninstall
-    !insertmacro EndedOrAbort
+    !insertmacro CloseProgram "Tobbin.exe" "frmMDIForm1"
     !include "${FILES}"
     Delete "$INSTDIR\Uninstall.exe"
     Delete "$SMPROGRAMS\Tobbin.lnk"
@@ -133,7 +174,13 @@ Section Uninstall
         ${If} ${Errors}
             MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONQUESTION "Remove your catalogue, ranks, settings and the jukeboxes in$\r$\n$INSTDIR\Grouping, too?$\r$\n$\r$\nThey can't be brought back. Your music is not touched." /SD IDNO IDNO kept
         ${EndIf}
-        RMDir /r "$INSTDIR\Grouping"
+        System::Call 'kernel32::GetFileAttributesW(w "$INSTDIR\Grouping") i .r0'
+        IntOp $0 $0 & 0x400
+        ${If} $0 = 0  ; see DeleteData
+            !insertmacro DeleteData "$INSTDIR\Grouping\System"
+            !insertmacro DeleteData "$INSTDIR\Grouping\Recovered"
+            !insertmacro DeleteData "$INSTDIR\Grouping"
+        ${EndIf}
     ${EndIf}
     DeleteRegKey HKCU "Software\Tobbin"
 kept:
