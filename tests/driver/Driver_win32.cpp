@@ -10,30 +10,28 @@
 //   gone CLASS [SECONDS]        waits until there is no such window
 //   press CLASS BUTTON [TEXT]   waits as "wait" does, then presses a button by its caption, without
 //                               its "&"
+//   name TEXT                   writes a name into the edit of the file dialog that is open
 //   close CLASS                 asks the window to close
-//   command NUMBER [TIMES]      gives the frame a command by its number in assets/resource.h
-//   activate CLASS              makes the frame's child of the class the active one
-//   enter                       presses Enter in the song list
+//   command NUMBER              gives the frame a command by its number in assets/resource.h
 //   answers CLASS [SECONDS]     asks the window again and again whether it answers; prints the
 //                               longest wait in milliseconds, which may not exceed a second
+//   titles                      the captions of the jukebox windows, the active one first
 //   tree                        the active jukebox's folders: depth, text, image number
 //   contents                    selects each folder in turn: its line as for "tree", then its rows
 //                               as for "rows", each behind a tab
 //   open FOLDER...              opens and selects a folder by its path: open Artist Abba
 //   where folder FOLDER..., where row ROW, where heading COLUMN
 //                               where it is on the screen, for the mouse: x, y
-//   marked, opened              the folder that is marked for a drop, those whose folders are seen
+//   marked                      the folder that is marked for a drop
 //   rows [LIMIT]                the song list: one line of captions, then image, "x" if selected,
 //                               cells
-//   rowcount                    how many rows the song list has
 //   select ROW...               selects rows of the song list, counted from 0
 //   status                      the text of the frame's status bar
+//   clipboard                   the lines of text on the clipboard, then "files" and their paths
+//   move LEFT TOP WIDTH HEIGHT  puts the frame there
 //   end CLASS                   ends the program of such a window, if there is one
 //   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
 //   thaw CLASS                  lets it go on
-//   catch, clipboard            see Sharing_win32.h
-//
-// and those of WindowCommands_win32.h.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -43,15 +41,15 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "platform/FileDrop_win32.h"
 #include "platform/Wide_win32.h"
 #include "RemoteControls_win32.h"
-#include "Sharing_win32.h"
-#include "WindowCommands_win32.h"
 
 namespace tobbin::driver {
 
@@ -206,12 +204,6 @@ void OpenFolder(const Words& path) {
     Ask(tree, TVM_SELECTITEM, TVGN_CARET, item);
 }
 
-void PrintFolders(UINT state) {
-    for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
-        if ((row.state & state) != 0)
-            Print({row.text});
-}
-
 POINT PlaceOf(const std::wstring& what, const Words& words) {
     if (what == L"folder")
         return PlaceOfItem(Pane(WC_TREEVIEWW), FolderAt(Pane(WC_TREEVIEWW), words));
@@ -295,71 +287,96 @@ void AskForAnswers(HWND window, int seconds) {
         throw std::runtime_error("the window was blocked for too long");
 }
 
+void NameFile(const std::wstring& name) {
+    const HWND frame = WindowOf(L"frmMDIForm1");
+    const HWND dialog = GetLastActivePopup(frame);
+    const HWND edit = FindWindowExW(dialog, nullptr, L"Edit", nullptr);
+    if (dialog == frame || edit == nullptr)
+        throw std::runtime_error("no file dialog is open");
+    Ask(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+}
+
+void PrintTitles() {
+    const HWND client = FindWindowExW(WindowOf(L"frmMDIForm1"), nullptr, L"MDIClient", nullptr);
+    for (HWND child = GetWindow(client, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (ClassOf(child) == L"frmMain" && IsWindowVisible(child))
+            Print({TextOf(child)});
+}
+
+void PrintClipboard() {
+    OpenClipboard(nullptr);
+    if (const HANDLE text = GetClipboardData(CF_UNICODETEXT)) {
+        Print({static_cast<const wchar_t*>(GlobalLock(text))});
+        GlobalUnlock(text);
+    }
+    if (const HANDLE files = GetClipboardData(CF_HDROP)) {
+        Print({L"files"});
+        for (const std::string& path : FilesOf(static_cast<HDROP>(files)))
+            Print({Wide(path)});
+    }
+    CloseClipboard();
+}
+
 void Run(const std::wstring& command, const Words& words) {
     const auto word = [&](std::size_t i) { return i < words.size() ? words[i] : std::wstring(); };
     const auto number = [&](std::size_t i, int otherwise) {
         return i < words.size() ? std::stoi(words[i]) : otherwise;
     };
-    if (command == L"windows") {
-        for (const HWND window : WindowsIn(nullptr))
-            Print({ClassOf(window), TextOf(window),
-                   IsWindowVisible(window) ? L"visible" : L"hidden"});
-    } else if (command == L"wait") {
-        Print({TextOf(Wait(word(0), word(1), number(2, defaultLimit)))});
-    } else if (command == L"gone") {
-        WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
-                  [&] { return MaybeWindow(word(0), L"") == nullptr; });
-    } else if (command == L"press") {
-        Press(Wait(word(0), word(2), defaultLimit), word(1));
-    } else if (command == L"close") {
-        PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
-    } else if (command == L"command") {
-        const HWND frame = WindowOf(L"frmMDIForm1");
-        for (int i = 0; i < number(1, 1); ++i)
-            PostMessageW(frame, WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0);
-    } else if (command == L"activate") {
-        const HWND child = WindowOf(word(0));
-        Ask(GetParent(child), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
-    } else if (command == L"enter") {
-        PostMessageW(Pane(WC_LISTVIEWW), WM_KEYDOWN, VK_RETURN, 0);
-    } else if (command == L"answers") {
-        AskForAnswers(WindowOf(word(0)), number(1, 3));
-    } else if (command == L"tree") {
-        PrintTree();
-    } else if (command == L"contents") {
-        PrintContents();
-    } else if (command == L"open" && !words.empty()) {
-        OpenFolder(words);
-    } else if (command == L"where" && words.size() > 1) {
-        const POINT place = PlaceOf(words[0], {words.begin() + 1, words.end()});
-        Print({std::to_wstring(place.x), std::to_wstring(place.y)});
-    } else if (command == L"marked") {
-        PrintFolders(TVIS_DROPHILITED);
-    } else if (command == L"opened") {
-        PrintFolders(TVIS_EXPANDED);
-    } else if (command == L"rows") {
-        PrintRows(number(0, 1'000));
-    } else if (command == L"rowcount") {
-        Print({std::to_wstring(Ask(Pane(WC_LISTVIEWW), LVM_GETITEMCOUNT, 0, 0))});
-    } else if (command == L"select") {
-        SelectListed(words);
-    } else if (command == L"status") {
-        const HWND bar =
-            FindWindowExW(WindowOf(L"frmMDIForm1"), nullptr, STATUSCLASSNAMEW, nullptr);
-        Print({ReadStatus(bar, 0)});
-    } else if (command == L"end") {
-        EndProgramOf(MaybeWindow(word(0), L""));
-    } else if (command == L"freeze") {
-        Halt(Wait(word(0), word(1), number(2, defaultLimit)), true);
-    } else if (command == L"catch") {
-        CatchFiles();
-    } else if (command == L"clipboard") {
-        PrintClipboard();
-    } else if (command == L"thaw") {
-        Halt(WindowOf(word(0)), false);
-    } else if (!RunWindowCommand(WindowOf(L"frmMDIForm1"), command, words)) {
+    const auto frame = [] { return WindowOf(L"frmMDIForm1"); };
+    const std::map<std::wstring, std::function<void()>> commands = {
+        {L"windows",
+         [&] {
+             for (const HWND window : WindowsIn(nullptr))
+                 Print({ClassOf(window), TextOf(window),
+                        IsWindowVisible(window) ? L"visible" : L"hidden"});
+         }},
+        {L"wait", [&] { Print({TextOf(Wait(word(0), word(1), number(2, defaultLimit)))}); }},
+        {L"gone",
+         [&] {
+             WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
+                       [&] { return MaybeWindow(word(0), L"") == nullptr; });
+         }},
+        {L"press", [&] { Press(Wait(word(0), word(2), defaultLimit), word(1)); }},
+        {L"name", [&] { NameFile(word(0)); }},
+        {L"close", [&] { PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0); }},
+        {L"command",
+         [&] { PostMessageW(frame(), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0); }},
+        {L"answers", [&] { AskForAnswers(WindowOf(word(0)), number(1, 3)); }},
+        {L"titles", [&] { PrintTitles(); }},
+        {L"tree", [&] { PrintTree(); }},
+        {L"contents", [&] { PrintContents(); }},
+        {L"open", [&] { OpenFolder(words); }},
+        {L"where",
+         [&] {
+             const POINT place = PlaceOf(word(0), {words.begin() + 1, words.end()});
+             Print({std::to_wstring(place.x), std::to_wstring(place.y)});
+         }},
+        {L"marked",
+         [&] {
+             for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
+                 if ((row.state & TVIS_DROPHILITED) != 0)
+                     Print({row.text});
+         }},
+        {L"rows", [&] { PrintRows(number(0, 1'000)); }},
+        {L"select", [&] { SelectListed(words); }},
+        {L"status",
+         [&] {
+             Print({ReadStatus(FindWindowExW(frame(), nullptr, STATUSCLASSNAMEW, nullptr), 0)});
+         }},
+        {L"clipboard", [&] { PrintClipboard(); }},
+        {L"move",
+         [&] {
+             SetWindowPos(frame(), nullptr, number(0, 0), number(1, 0), number(2, 0), number(3, 0),
+                          SWP_NOZORDER);
+         }},
+        {L"end", [&] { EndProgramOf(MaybeWindow(word(0), L"")); }},
+        {L"freeze", [&] { Halt(Wait(word(0), word(1), number(2, defaultLimit)), true); }},
+        {L"thaw", [&] { Halt(WindowOf(word(0)), false); }}};
+    const auto found = commands.find(command);
+    if (found == commands.end())
         throw std::runtime_error("not a command: " + Utf8(command));
-    }
+    found->second();
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ void AddTree(HWND tree, RemoteText<TVITEMW>& remote, HTREEITEM item, int depth,
     for (; item != nullptr; item = Next(tree, TVGN_NEXT, item)) {
         TVITEMW question{};
         question.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_STATE;
-        question.stateMask = TVIS_DROPHILITED | TVIS_EXPANDED;
+        question.stateMask = TVIS_DROPHILITED;
         question.hItem = item;
         question.pszText = remote.Text();
         question.cchTextMax = textLength;

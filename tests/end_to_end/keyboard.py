@@ -58,10 +58,6 @@ class Keyboard(Case):
         self.until(self.last_folder, (0, "oad tripRoad trip"))
         keys("F2")
         driver("wait", "Edit", "oad tripRoad trip", "20")
-        keys("Delete", "alt+BackSpace", "Escape")
-        self.assertEqual((self.last_folder(), boxes()), ((0, "oad tripRoad trip"), []))
-        keys("F2")
-        driver("wait", "Edit", "oad tripRoad trip", "20")
         enter("Long drive")
         self.until(self.last_folder, (0, "Long drive"))
 
@@ -83,10 +79,7 @@ class Keyboard(Case):
         self.until(lambda: len(rows()), 2)
         keys("alt+BackSpace")
         self.until(lambda: len(rows()), 3)
-        keys("Home", "Delete")
-        self.until(lambda: len(rows()), 2)
-        keys("ctrl+v")
-        self.until(lambda: (len(rows()), ranked in self.names()), (3, True))
+        self.assertIn(ranked, self.names())
 
     def a_song_is_found_and_a_folder_deleted_and_brought_back(self):
         name = self.names()[2]

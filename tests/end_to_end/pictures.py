@@ -23,15 +23,10 @@ def make(name, *words):
     subprocess.run(["convert", "-size", "600x400", *words, str(PICTURES / name)], check=True)
 
 
-def pixels(*crop):
-    """The colors of a part of the screen: width, height, left, top."""
-    area = "{}x{}+{}+{}".format(*crop)
-    return subprocess.run(["import", "-window", "root", "-crop", area, "-depth", "8", "rgb:-"],
+def pixel(x, y):
+    """The color of a place on the screen."""
+    return subprocess.run(["import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"],
                           check=True, capture_output=True).stdout
-
-
-def where(*words):
-    return tuple(map(int, driver("where", *words)[0].split("\t")))
 
 
 class Pictures(Case):
@@ -51,18 +46,15 @@ class Pictures(Case):
 
     def shows(self, color):
         """Waits for the color behind the rows, which is lightened by the veil."""
-        x, y = where("heading", "1")
-        self.until(lambda: tuple(255 if part > 230 else 0 for part in
-                                 pixels(1, 1, x - 15, y + 30)), color)
+        x, y = map(int, driver("where", "heading", "1")[0].split("\t"))
+        self.until(lambda: tuple(255 if part > 230 else 0 for part in pixel(x - 15, y + 30)), color)
 
-    def choose(self, path, *boxes, button="OK"):
+    def choose(self, path, button="OK"):
         driver("press", "frmPicture", "Browse...")
         driver("wait", "#32770", FILE_DIALOG, "30")
         driver("name", path)
         driver("press", "#32770", "Open", FILE_DIALOG)
         driver("wait", "frmPicture", path, "30")
-        for box in boxes:
-            driver("press", "frmPicture", box)
         driver("press", "frmPicture", button)
         driver("gone", "frmPicture", "30")
 
@@ -71,7 +63,7 @@ class Pictures(Case):
             command(SAVE, "Pics")
             command(NEXT)
             answer("You first need to pick a picture.*cycle through*", "OK")
-            self.choose("C:\\pics\\a.jpg", button="Cancel")
+            self.choose("C:\\pics\\a.jpg", "Cancel")
             self.shows(NONE)
             self.assertEqual(POC.read_bytes(), b"\r\n 0 \r\n 0 \r\n")
             command(CHANGE)
@@ -95,45 +87,21 @@ class Pictures(Case):
             self.shows((255, 0, 0))
             program.end(("Do you want to save changes to PICS", "No"))
 
-    def test_2_the_picture_stays_while_the_rows_scroll(self):
-        make("d.jpg", "gradient:yellow-black")
-        POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
-        with Program() as program:
-            self.shows((255, 255, 0))
-            key, top = where("heading", "1")
-            behind_the_keys = (10, 200, key - 15, top + 20)
-            before = pixels(*behind_the_keys)
-            self.assertGreater(len(set(before)), 50)
-            row = where("row", "2")
-
-            def scrolled():
-                wheel = ["mousemove", *map(str, row), *["click", "5"] * 4]
-                subprocess.run(["xdotool", *wheel], check=True)
-                return where("row", "2") != row  # which comes to the top
-
-            self.until(scrolled, True)
-            self.until(lambda: pixels(*behind_the_keys), before)
-            program.end(("Do you want to save changes to PICS", "No"))
-
-    def test_3_what_is_no_picture_is_told_and_passed_over(self):
+    def test_2_what_is_no_picture_is_told_and_passed_over(self):
+        make("d.jpg", "xc:yellow")
         (PICTURES / "e.jpg").write_bytes(b"")
         (PICTURES / "f.jpg").write_bytes((PICTURES / "a.jpg").read_bytes()[:150])
         POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
         with Program() as program:
-            (PICTURES / "c.jpg").unlink()
             for name, reason in (("e", "the file is empty"), ("f", "the file is damaged")):
                 command(NEXT)
                 self.says(f"The picture \"C:\\pics\\{name}.jpg\" can't be shown: {reason}")
                 self.shows(NONE)
             command(NEXT)
             self.shows((255, 0, 0))
-            command(NEXT)
-            self.shows((0, 255, 0))
-            command(NEXT)
-            self.says("The picture \"C:\\pics\\c.jpg\" can't be shown: it is not there any more.")
             shutil.rmtree(PICTURES)
             command(PREVIOUS)
-            self.says("The picture \"C:\\pics\\b.jpg\" can't be shown: it is not there any more.")
+            self.says("The picture \"C:\\pics\\f.jpg\" can't be shown: it is not there any more.")
             program.end(("Do you want to save changes to PICS", "No"))
         with Program() as program:
             self.says("The background picture \"C:\\pics\\d.jpg\" is not there any more.")
@@ -141,22 +109,6 @@ class Pictures(Case):
             answer("You first need to pick a picture.*you can use this function.", "OK")
             driver("press", "frmPicture", "Cancel")
             program.end(("Do you want to save changes to PICS", "No"))
-
-    def test_4_large_pictures_and_folders_do_not_block_the_window(self):
-        PICTURES.mkdir()
-        make("a.jpg", "xc:blue")
-        for number in range(20_000):
-            (PICTURES / f"p{number}.jpg").hardlink_to(PICTURES / "a.jpg")
-        subprocess.run(["convert", "-size", "6000x4000", "plasma:", str(PICTURES / "q.jpg")],
-                       check=True)
-        POC.write_bytes(b"C:\\pics\\a.jpg\r\nFalse\r\nTrue\r\n")
-        with Program() as program:
-            self.shows((0, 0, 255))
-            command(PREVIOUS)  # the last one, which is the large one
-            print("24 megapixels: longest wait", *driver("answers", "frmMDIForm1", "3"), "ms")
-            command(SAVE)
-            self.until(lambda: b"q.jpg" in POC.read_bytes(), True)
-            program.end()
 
 
 if __name__ == "__main__":

@@ -4,20 +4,15 @@ playing.py REPORT
 
 Runs in a prefix in which the program has found its songs and the player before (first_run.py).
 """
-import os
-import pathlib
 import re
 import shutil
-import subprocess
 import sys
-import time
 
-from under_wine import (CATALOGUE, GROUPING, PLAYER, PLAYER_LOG, PREFIX, WINE, Case, Program, answer,
-                        behave, command, data_files, driver, report, status)
+from under_wine import (CATALOGUE, PLAYER, PLAYER_LOG, PREFIX, Case, Program, answer, behave, command,
+                        data_files, driver, report)
 
 # Numbers of the frame's commands, from assets/resource.h.
-WHOLE_COMPUTER, PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP, STOP_AFTER_TRACK = (
-    1202, 1203, 1204, 1205, 1209, 1210)
+PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1203, 1204, 1205, 1209
 QUERIES = ("1024 0 105", "1024 1 105", "1024 0 104")
 
 
@@ -72,17 +67,6 @@ class Playing(Case):
             del files[at]
             self.assertEqual(paths, [file.encode("cp1252") for file in files])
 
-            # Enter in the list, with the panel open: the new songs replace the old ones.
-            behave()
-            driver("activate", "frmMain")
-            files = select(0, 2)
-            driver("enter")
-            driver("wait", "frmMainWinamp", "PLAYING", "30")
-            self.until_logged(lambda lines: len(lines) >= 5)
-            lines = log()
-            self.assertEqual([lines[0], lines[1], lines[3]], ["273 40047 0", "1024 0 101", "273 40045 0"])
-            self.assertEqual([added(lines[2]), added(lines[4])], [file.encode("cp1252") for file in files])
-
             behave()
             command(STOP)
             driver("wait", "frmMainWinamp", "STOPPED", "10")
@@ -92,14 +76,9 @@ class Playing(Case):
 
     def test_2_a_player_that_misbehaves_leaves_the_frame_alive(self):
         with Program():
-            for lines, text in ((("hang_at=1",), "The player doesn't answer"),
-                                (("hang_at=6",), "The player doesn't answer"),
+            for lines, text in ((("hang_at=6",), "The player doesn't answer"),
                                 (("hang_at=9", "hang_for=4000"), "PLAYING"),
-                                (("slow=200",), "PLAYING"),
-                                (("open_after=3000",), "PLAYING"),
-                                (("vanish_at=8",), "STOPPED"),
-                                (("version=5", "status=7"), "STOPPED"),
-                                (("knows_nothing=1", "unknown=1"), "PLAYING")):
+                                (("vanish_at=8",), "STOPPED")):
                 with self.subTest(lines):
                     behave(*lines)
                     select(0, 1, 2)
@@ -123,8 +102,6 @@ class Playing(Case):
     def test_4_without_a_player_it_offers_to_install_one(self):
         behave()
         away = PREFIX / "drive_c/player.away"
-        # A tree deeper than the system's old limit for paths stands in the way of the search.
-        (PREFIX / "drive_c" / "/".join(["a" * 100] * 4)).mkdir(parents=True)
         installer = PREFIX / "drive_c/Tobbin/winamp265_lite.exe"
         shutil.move(PLAYER / "winamp.exe", away)
         try:
@@ -136,102 +113,21 @@ class Playing(Case):
                     if there:
                         shutil.copy(away, installer)  # any program will do
                         shutil.move(away, PLAYER / "winamp.exe")  # what it would do
-                        # Started beforehand, as the window may not be there for long.
-                        freeze = subprocess.Popen(
-                            [WINE, r"C:\driver\tobbin_driver.exe", "freeze", "frmSearching",
-                             "Searching *", "60"], stdout=subprocess.DEVNULL)
                     answer("*will now be installed*", "OK")
                     if not there:
                         answer("*C:\\Tobbin\\winamp265_lite.exe*", "OK")
                         driver("gone", "#32770", "10")
-                self.assertEqual(freeze.wait(90), 0)
-                try:
-                    driver("thaw", "frmSearching")
-                except AssertionError:
-                    pass  # seen, but it ended before it was held
+                driver("wait", "Winamp v1.x")  # what runs as the installer
                 driver("gone", "frmSearching", "60")
-                driver("end", "Winamp v1.x")  # what ran as the installer
+                driver("end", "Winamp v1.x")
                 behave()
                 command(PLAY_ALL)
                 driver("wait", "frmMainWinamp", "PLAYING", "30")
                 close_panel()
         finally:
             installer.unlink(missing_ok=True)
-            shutil.rmtree(PREFIX / "drive_c" / ("a" * 100))
             if away.exists():
                 shutil.move(away, PLAYER / "winamp.exe")
-
-    def test_5_many_songs_in_one_folder_can_be_stopped(self):
-        many = int(os.environ.get("TOBBIN_SONGS", "10000"))
-        behave()
-        folder = pathlib.Path(os.path.realpath(PREFIX / "dosdevices/m:")) / "Music/Many"
-        folder.mkdir()
-        song = next(folder.parent.glob("**/*.mp3"))
-        copies = [folder / f"{copy}.bin" for copy in range(many // 30_000 + 1)]  # a file's most links
-        for copy in copies:
-            shutil.copy(song, copy)
-        for number in range(many):
-            os.link(copies[number // 30_000], folder / f"many {number:06}.mp3")
-        kept = shutil.copytree(GROUPING, PREFIX / "drive_c/kept")
-        try:
-            with Program():
-                command(WHOLE_COMPUTER)
-                self.says(f"{many:,} new songs were found.")
-                driver("open", "All Songs")
-                began = time.monotonic()
-                command(PLAY_ALL)
-                driver("wait", "frmMainWinamp", f"Song *of {many // 1000},0*", "60")
-                print("playing and adding after", round(time.monotonic() - began, 2), "s")
-                print("longest wait while adding", *driver("answers", "frmMDIForm1", "1"), "ms")
-                self.says("Esc stops it.")
-                driver("key", "27")
-                driver("wait", "frmMainWinamp", "PLAYING", "20")
-                self.assertEqual(status(), "")
-                sent = sum(line.startswith("74 ") for line in log())
-                self.assertGreater(sent, 10)
-                self.assertLess(sent, many - 1_000)
-                driver("answers", "frmMDIForm1", "1")
-                self.assertEqual(sum(line.startswith("74 ") for line in log()), sent)
-                close_panel()
-        finally:
-            shutil.rmtree(folder)
-            shutil.rmtree(GROUPING)
-            shutil.move(kept, GROUPING)
-
-    def test_6_a_thousand_random_messages_do_no_harm(self):
-        behave("pester=1000")
-        with Program():
-            select(0, 1, 2)
-            command(PLAY_ALL)
-            driver("wait", "frmMainWinamp", "PLAYING", "30")
-            before = {path: path.read_bytes() for path in GROUPING.rglob("*") if path.is_file()}
-            driver("activate", "frmMain")
-            tree = driver("tree")
-            command(STOP_AFTER_TRACK)
-            print("longest wait meanwhile", *driver("answers", "frmMDIForm1", "4"), "ms")
-            self.until_logged(lambda lines: any(line.startswith("pestered") for line in lines))
-            print(log()[-1])
-            self.assertIn("1000 messages, 0 unanswered", log()[-1])
-            self.assertEqual({path: path.read_bytes() for path in before}, before)
-            driver("activate", "frmMain")
-            self.assertEqual(driver("tree"), tree)
-            command(STOP)
-            driver("wait", "frmMainWinamp", "STOPPED", "10")
-            close_panel()
-
-    def test_7_commands_to_a_hung_player_do_not_pile_up(self):
-        behave("hang_at=15", "hang_for=6000")
-        with Program():
-            select(0, 1, 2)
-            command(PLAY_ALL)
-            driver("wait", "frmMainWinamp", "The player doesn't answer", "30")
-            driver("command", str(NEXT_TRACK), "200")
-            print("longest wait meanwhile", *driver("answers", "frmMDIForm1", "4"), "ms")
-            driver("wait", "frmMainWinamp", "PLAYING", "30")
-            self.assertLessEqual(log().count("273 40048 0"), 1)
-            command(NEXT_TRACK)
-            self.until_logged(lambda lines: "273 40048 0" in lines)
-            close_panel()
 
     def until_logged(self, condition):
         self.until(lambda: condition(log()), True)

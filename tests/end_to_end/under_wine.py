@@ -23,7 +23,7 @@ WINE = os.environ.get("WINE", "wine")
 
 
 # The driver's commands that must not be given twice.
-ONCE = ("press", "close", "command", "enter", "key", "drop", "freeze", "thaw", "send")
+ONCE = ("press", "close", "command", "freeze", "thaw")
 
 
 def run_driver(words):

@@ -1,5 +1,6 @@
-// A stand-in for the external player: its window class, its messages, a play list that plays in
-// silence and real time. Every message is written down in winamp.log beside the program:
+// A stand-in for the external player: its window class and its messages; it "plays" in silence, one
+// track of ten minutes that never goes on. Every message is written down in winamp.log beside the
+// program:
 //
 //     started
 //     window
@@ -10,23 +11,14 @@
 //
 // winamp.ini beside the program, section [behave], makes it behave otherwise:
 //
-//     open_after=<ms>     opens its window late
-//     open_never=1        never opens it
-//     slow=<ms>           takes so long for each message
+//     open_never=1        never opens its window
 //     hang_at=<n>         at the n-th message (from 1) it stops answering ...
 //     hang_for=<ms>       ... for this long; for ever without it
 //     vanish_at=<n>       at the n-th message its process ends
-//     version=<n>, status=<n>, unknown=<n>   replies in place of its own
-//     pester=<n>          sends Tobbin that many random messages when it is asked to stop after the
-//                         track, and writes down how they were taken
-//     knows_nothing=1     replies to every question as to one that it doesn't know
 #include <windows.h>
 
 #include <cstdio>
 #include <string>
-
-#include "Deck.h"
-#include "Pester_win32.h"
 
 namespace {
 
@@ -48,11 +40,6 @@ void Log(const std::string& line) {
 int Told(const wchar_t* key, int otherwise) {
     static const std::wstring file = FileBesideProgram(L".ini");
     return static_cast<int>(GetPrivateProfileIntW(L"behave", key, otherwise, file.c_str()));
-}
-
-DWORD WINAPI PesterOnThread(void* count) {
-    Log("pestered: " + Pester(static_cast<int>(reinterpret_cast<INT_PTR>(count))));
-    return 0;
 }
 
 class StandIn {
@@ -79,8 +66,6 @@ class StandIn {
         ++m_messages;
         if (m_messages == m_vanishAt)
             ExitProcess(1);
-        if (m_slow > 0)
-            Sleep(static_cast<DWORD>(m_slow));
         if (m_messages == m_hangAt)
             Sleep(static_cast<DWORD>(m_hangFor));
     }
@@ -94,77 +79,39 @@ class StandIn {
             rest += hex;
         }
         Write(WM_COPYDATA, 0, static_cast<LPARAM>(record.dwData), rest);
-        if (record.dwData == 100)
-            m_deck.Add(std::string(reinterpret_cast<const char*>(bytes),
-                                   record.cbData == 0 ? 0 : record.cbData - 1));
         return 1;
     }
 
     LRESULT Command(HWND window, int id) {
-        switch (id) {
-            case 40001:
-                PostMessageW(window, WM_CLOSE, 0, 0);
-                break;
-            case 40044:
-                m_deck.Step(-1);
-                break;
-            case 40045:
-                m_deck.Play();
-                break;
-            case 40046:
-                m_deck.Pause();
-                break;
-            case 40047:
-                m_deck.Stop();
-                break;
-            case 40048:
-                m_deck.Step(1);
-                break;
-            case 40157:
-                m_deck.StopAfterTrack();
-                if (const int count = Told(L"pester", 0); count != 0)
-                    CloseHandle(CreateThread(nullptr, 0, &PesterOnThread,
-                                             reinterpret_cast<void*>(static_cast<INT_PTR>(count)),
-                                             0, nullptr));
-                break;
-            default:
-                return Told(L"unknown", 0);
-        }
+        if (id == 40001)
+            PostMessageW(window, WM_CLOSE, 0, 0);
+        else if (id == 40045)
+            m_status = Playing;
+        else if (id == 40046)
+            m_status = m_status == Playing ? Paused : m_status == Paused ? Playing : Stopped;
+        else if (id == 40047)
+            m_status = Stopped;
         return 0;
     }
 
-    LRESULT Answer(int argument, int operation) {
-        if (Told(L"knows_nothing", 0) != 0)
-            return Told(L"unknown", 0);
+    LRESULT Answer(int argument, int operation) const {
+        constexpr int kTrackSeconds = 600;
         switch (operation) {
             case 0:
-                return Told(L"version", 0x2091);
-            case 101:
-                m_deck.Clear();
-                return 0;
+                return 0x2091;  // the version
             case 104:
-                return Told(L"status", m_deck.Now());
-            case 105: {
-                if (argument != 1)
-                    return m_deck.Position();
-                const int length = m_deck.Length();
-                return length < 0 ? -1 : length / 1000;
-            }
-            case 106:
-                m_deck.Seek(argument);
-                return 0;
-            case 122:
-            case 123:
-                return 0;  // Silence has neither volume nor balance.
+                return m_status;
+            case 105:
+                return argument == 1 ? kTrackSeconds : m_status == Stopped ? -1 : 0;
             default:
-                return Told(L"unknown", 0);
+                return 0;
         }
     }
 
-    Deck m_deck;
+    enum Status { Stopped = 0, Playing = 1, Paused = 3 };
+    Status m_status = Stopped;
     int m_messages = 0;
     int m_vanishAt = Told(L"vanish_at", 0);
-    int m_slow = Told(L"slow", 0);
     int m_hangAt = Told(L"hang_at", 0);
     int m_hangFor = Told(L"hang_for", -1);  // -1: INFINITE
 };
@@ -182,7 +129,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*previous*/, LPSTR /*commandLi
         return 0;
     }
     Log("started");
-    Sleep(static_cast<DWORD>(Told(L"open_after", 0)));
     if (Told(L"open_never", 0) != 0)
         return 0;
     WNDCLASSW look{};

@@ -41,9 +41,7 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     for (int i = 1; i <= 1000; ++i)
         splash.Show("Found " + std::to_string(i) + " Mp3s");
     EXPECT_TRUE(WaitFor([&] { return WindowText(label) == "Found 1000 Mp3s"; }));
-    EXPECT_FALSE(splash.StopRequested());
     SendMessageW(button, BM_CLICK, 0, 0);
-    EXPECT_TRUE(splash.StopRequested());
     splash.ShowProgressArea(false);
     EXPECT_TRUE(splash.StopRequested());
     splash.ShowProgressArea(true);

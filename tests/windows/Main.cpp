@@ -10,7 +10,6 @@
 #include "platform/Wide_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "util/Check.h"
-#include "windows/DyingSaver.h"
 #include "windows/Saver.h"
 
 namespace {
@@ -86,11 +85,6 @@ int main(int argc, char** argv) {
         const auto started = [] { Report(L"started"); };
         if (arguments[1] == L"--hold")
             tobbin::HoldForEver(tobbin::Utf8(arguments[3]), started);
-        if (arguments[1] == L"--save-up-to") {
-            tobbin::SaveUpTo(tobbin::Utf8(arguments[3]), tobbin::Utf8(arguments[6]),
-                             std::stoi(arguments[4]), arguments[5] == L"behind");
-            return 0;
-        }
         if (arguments[1] == L"--save")
             tobbin::SaveForEver(
                 tobbin::Utf8(arguments[3]), std::stoul(arguments[4]),

@@ -5,14 +5,11 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
-#include <map>
 #include <random>
 
 #include "platform/Disk_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
-#include "tags/MP3TagEditor.h"
-#include "windows/DyingSaver.h"
 #include "windows/Saver.h"
 #include "windows/TemporaryFolder.h"
 
@@ -48,14 +45,6 @@ class OtherProgram {
         WaitForSingleObject(m_process.Get(), 10'000);
     }
     bool HasStarted() const { return m_started; }
-
-    // How it ended by itself.
-    DWORD ExitCode() const {
-        DWORD code = STILL_ACTIVE;
-        WaitForSingleObject(m_process.Get(), 60'000);
-        GetExitCodeProcess(m_process.Get(), &code);
-        return code;
-    }
 
  private:
     UniqueKernelObject m_process;
@@ -97,84 +86,6 @@ TEST(Survival, AKillInTheMiddleOfASaveTearsNoFile) {
     const int torn = TornBy(kills, 2'000'000, "naive");
     EXPECT_GE(torn * 5, kills);  // or the test would not bite
     std::cout << "the control: " << torn << " of " << kills << " naive saves torn\n";
-}
-
-// Every file of the data folder and the song, by its path; what a save left over is cleared first,
-// as the next start does.
-using Data = std::map<std::string, std::string>;
-Data DataOf(const TemporaryFolder& folder) {
-    SystemDisk disk;
-    Data data;
-    for (const char* place : {"", "Grouping\\", "Grouping\\System\\"}) {
-        RemoveUnfinishedFiles(disk, folder / place);
-        FolderListing listing;
-        EXPECT_TRUE(disk.List(folder / place, listing).Ok());
-        for (const FolderEntry& entry : listing.entries)
-            if (!entry.isFolder)
-                data[folder / (place + entry.name)] = Content(folder / (place + entry.name));
-    }
-    return data;
-}
-
-// How many files are neither the old one nor the new one, or not there. A tag is written in place:
-// of a song every byte in front of it counts.
-int Broken(const Data& data, const Data& old, const Data& changed) {
-    const auto counting = [](const std::string& path, const std::string& content) {
-        return content.substr(0, path.ends_with("song.mp3")
-                                     ? content.size() - MP3TagEditor::kTagSize
-                                     : content.size());
-    };
-    int broken = 0;
-    for (const auto& [path, content] : old)
-        broken += !data.contains(path);
-    for (const auto& [path, content] : data) {
-        const auto isAs = [&](const Data& expected) {
-            const auto found = expected.find(path);
-            return found != expected.end() &&
-                   counting(path, content) == counting(path, found->second);
-        };
-        broken += !isAs(old) && !isAs(changed);
-    }
-    return broken;
-}
-
-TEST(Survival, AKillAtAnyStepOfASaveLeavesTheOldFileOrTheNewOne) {
-    TemporaryFolder folder;
-    SystemDisk disk;
-    ASSERT_TRUE(disk.CreateFolder(folder / "Grouping").Ok());
-    ASSERT_TRUE(disk.CreateFolder(folder / "Grouping\\System").Ok());
-    WriteFileWith(folder / "song.mp3", "music and more of it TAG" + std::string(125, ' '));
-    for (const std::string& kind : SavedKinds())
-        SaveKind(kind, folder / "", false);
-    const Data old = DataOf(folder);
-    for (const std::string& kind : SavedKinds()) {
-        if (std::getenv("TOBBIN_KILLS") == nullptr && kind != "catalogue" && kind != "tag")
-            continue;
-        Data changed;
-        int kills = 0, broken = 0;
-        for (int step = 1;; ++step) {  // 1: none; then in front of each operation, and behind it
-            for (const auto& [path, content] : old)
-                WriteFileWith(path, content);
-            const OtherProgram saver(
-                folder, "--save-up-to " + kind + " " + std::to_string(step / 2) +
-                            (step % 2 ? " behind \"" : " before \"") + (folder / "\\\""));
-            const DWORD code = saver.ExitCode();
-            if (step == 1) {
-                changed = DataOf(folder);
-                ASSERT_NE(changed, old) << kind;
-                continue;
-            }
-            if (code != kDeathCode) {
-                EXPECT_EQ(code, 0U);
-                break;
-            }
-            ++kills;
-            broken += Broken(DataOf(folder), old, changed);
-        }
-        EXPECT_EQ(broken, 0) << kind;
-        EXPECT_GE(kills, 6) << kind;
-        std::cout << kind << ": " << kills << " kills at a step\n";
-    }
 }
 
 TEST(Survival, AProgramThatHoldsTheFileMostOfTheTimeFailsNoSave) {

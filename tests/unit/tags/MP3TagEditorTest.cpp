@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <iostream>
 #include <random>
 
 #include "fakes/FakeEnvironment.h"
@@ -33,11 +32,13 @@ class TagEditor : public testing::Test {
         m_fake.disk.AddFile(kPath, content);
         return m_editor.LoadMP3(kPath);
     }
+    std::string Texts() const {
+        return m_editor.Title() + "|" + m_editor.Artist() + "|" + m_editor.Album() + "|" +
+               m_editor.Year() + "|" + m_editor.Comment();
+    }
     void ExpectBlank() {
         EXPECT_FALSE(m_editor.TagExists());
-        EXPECT_EQ(m_editor.Title() + m_editor.Artist() + m_editor.Album() + m_editor.Year() +
-                      m_editor.Comment(),
-                  "");
+        EXPECT_EQ(Texts(), "||||");
         EXPECT_EQ(m_editor.Genra(), 255);
     }
 };
@@ -45,11 +46,7 @@ class TagEditor : public testing::Test {
 TEST_F(TagEditor, ReadsTheLast128Bytes) {
     ASSERT_TRUE(Load("x" + Tag(' ')));  // 129 bytes
     EXPECT_TRUE(m_editor.TagExists());
-    EXPECT_EQ(m_editor.Title(), "Caf\xC3\xA9");
-    EXPECT_EQ(m_editor.Artist(), "Abba");
-    EXPECT_EQ(m_editor.Album(), "Gold");
-    EXPECT_EQ(m_editor.Year(), "1985");
-    EXPECT_EQ(m_editor.Comment(), "hello");
+    EXPECT_EQ(Texts(), "Caf\xC3\xA9|Abba|Gold|1985|hello");
     EXPECT_EQ(m_editor.Genra(), 17);
 
     ASSERT_TRUE(Load("x" + Tag('\0')));
@@ -65,19 +62,14 @@ TEST_F(TagEditor, ReadsTheLast128Bytes) {
     }
 }
 
-TEST_F(TagEditor, ReportsWhatCannotBeRead) {
-    EXPECT_FALSE(m_editor.LoadMP3("C:\\none.mp3"));
-    ExpectBlank();
+// Nothing is written then.
+TEST_F(TagEditor, SaysWhyItCanNotLoadOrSave) {
     m_fake.disk.AddFile(kPath, "x" + Tag(' '));
     for (int operation = 1; operation <= 3; ++operation) {
         m_fake.disk.FailAt(operation, DiskError::AccessDenied, true);
         EXPECT_FALSE(m_editor.LoadMP3(kPath)) << operation;
         ExpectBlank();
     }
-}
-
-// Nothing is written then.
-TEST_F(TagEditor, SaysWhyItCanNotSave) {
     EXPECT_FALSE(m_editor.LoadMP3("C:\\none.mp3"));
     EXPECT_EQ(m_editor.SaveMP3().Error(), DiskError::NotFound);
     EXPECT_FALSE(m_fake.disk.Has("C:\\none.mp3"));
@@ -147,7 +139,6 @@ TEST_F(TagEditor, ChangesNoByteInFrontOfTheTagWithAFaultAtEveryStep) {
     }
     EXPECT_EQ(changed, 0);
     EXPECT_EQ(faults, files * 4);  // open, size, write, close
-    std::cout << files << " files, " << faults << " faults\n";
 }
 
 // A page in which every character beyond ASCII is two bytes, as in those of East Asia.
@@ -177,18 +168,13 @@ TEST_F(TagEditor, KnowsTheGenres) {
         EXPECT_EQ(MP3TagEditor::GenraLookupByID(id), "") << id;
     const GenraCollection& list = m_editor.GenraList();
     ASSERT_EQ(list.Count(), 149U);
-    // The names' lengths, and their letters weighed by the place of each genre, catch any slip.
-    std::size_t length = 0;
-    long weight = 0;
+    long weight = 0;  // of the names' letters by the place of each genre, to catch any slip
     for (std::size_t i = 1; i <= list.Count(); ++i) {
         const MP3Genra& genre = list.Item(i);
-        EXPECT_EQ(genre.Name(), MP3TagEditor::GenraLookupByID(genre.ID()));
         EXPECT_EQ(list.MaybeByKey("ID" + std::to_string(genre.ID())), &genre);
-        length += genre.Name().size();
-        for (const char letter : genre.Name())
+        for (const char letter : MP3TagEditor::GenraLookupByID(genre.ID()))
             weight += (genre.ID() + 1L) * letter;
     }
-    EXPECT_EQ(length, 1207U);
     EXPECT_EQ(weight, 9322024L);
     EXPECT_EQ(list.Item(145).Name() + list.Item(149).Name(), "Trash MetalNone");
     for (const char* key : {"ID148", "ID254", "ID007", "17", "ID"})

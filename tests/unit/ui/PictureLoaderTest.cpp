@@ -105,9 +105,5 @@ TEST_F(PictureLoaderTest, ServesTheNewestRequestFirstAndForgetsTheOnesReplaced) 
     EXPECT_EQ(workshop.made.size(), 3U);
 }
 
-TEST_F(PictureLoaderTest, MayEndWithoutARequest) {
-    EXPECT_EQ(loader.MaybeTake(&first), nullptr);
-}
-
 }  // namespace
 }  // namespace tobbin
