@@ -80,10 +80,10 @@ void AddCatalogueRows() {
         return **kept;
     };
     AddRow(
-        "load the catalogue", kSongs, 3, [=] { return Load(saved()); },
+        "load the catalogue", kSongs, 8, [=] { return Load(saved()); },
         [=] { return ReadPlainly(saved().File()); });
     AddRow(
-        "save the catalogue", kSongs, 3, [=] { return Save(saved()); },
+        "save the catalogue", kSongs, 8, [=] { return Save(saved()); },
         [=] { return WritePlainly(saved().File()); });
     AddRow(
         "drop duplicates, all names different", kSongs, 3, [] { return DropDuplicates(false); },

@@ -36,21 +36,26 @@ class BigJukebox : public Machine {
     Jukebox model;
 };
 
-Time Save(const TemporaryFolder& folder) {
+// Milliseconds.
+double Save(const TemporaryFolder& folder) {
     const BigJukebox machine(folder.Path());
     PosixDisk disk(folder.Path());
-    return TimeOf(
-        [&] { CHECK(SaveJukeboxFile(disk, kPath, machine.model, machine.catalogue).Ok()); });
+    return TimeOf([&] {
+               CHECK(SaveJukeboxFile(disk, kPath, machine.model, machine.catalogue).Ok());
+           }).byClock *
+           1000;
 }
 
-Time Load(const TemporaryFolder& folder) {
+double Load(const TemporaryFolder& folder) {
     Machine machine(folder.Path());
     FillCatalogue(machine.catalogue, kItems);
     std::unique_ptr<Jukebox> jukebox;
     return TimeOf([&] {
-        CHECK(LoadJukeboxFile(machine.disk, kPath, machine.catalogue, machine.fake.text, jukebox)
-                  .outcome == LoadOutcome::Loaded);
-    });
+               CHECK(LoadJukeboxFile(machine.disk, kPath, machine.catalogue, machine.fake.text,
+                                     jukebox)
+                         .outcome == LoadOutcome::Loaded);
+           }).byClock *
+           1000;
 }
 
 // Fills the automatic groups with 100,000 songs, whose files are in memory.
@@ -101,12 +106,8 @@ double FindNothing() {
 
 void AddJukeboxRows() {
     const auto folder = std::make_shared<TemporaryFolder>();
-    AddRow(
-        "save a jukebox", kItems, 3, [=] { return Save(*folder); },
-        [=] { return WritePlainly(folder->Path() + "/mix.juk"); });
-    AddRow(
-        "load a jukebox", kItems, 3, [=] { return Load(*folder); },
-        [=] { return ReadPlainly(folder->Path() + "/mix.juk"); });
+    AddFigure("save a jukebox, ms", kItems, 250, [=] { return Save(*folder); });
+    AddFigure("load a jukebox, ms", kItems, 250, [=] { return Load(*folder); });
     AddRow(
         "file by 20,000 artists; floor: by 20", 100'000, 2, [] { return FileByArtists(20'000); },
         [] { return FileByArtists(20); });

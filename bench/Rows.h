@@ -55,7 +55,7 @@ inline void AddRow(const std::string& what, int size, double limit, const Timed&
     add("floor", floor);
 }
 
-// Rows of other units: `value` is measured once, in the unit that `what` names. A limit of 0 is
+// Rows without a floor: `value` is in the unit that `what` names. A limit of 0 is
 // none.
 inline void AddFigure(const std::string& what, int size, double limit,
                       const std::function<double()>& value) {

@@ -12,7 +12,7 @@ import tempfile
 
 TESTS = pathlib.Path(__file__).parent.parent / "tests"
 sys.path += [str(TESTS / "end_to_end"), str(TESTS / "readers")]
-from data_files import lane_sum
+from data_files import crc32c
 from under_wine import PREFIX, WINE, driver
 
 DATA = PREFIX / "drive_c" / "Tobbin" / "Grouping"
@@ -74,7 +74,7 @@ def write_artists(path):
              "folder\t0\t1\t0\tArtist"]
     lines += [f"folder\t1\t1\t0\tArtist number {i:05}" for i in range(ARTISTS)]
     body = "".join(line + "\r\n" for line in lines).encode()
-    path.write_bytes(body + f"end\t{len(lines)}\t{lane_sum(body):016x}\r\n".encode())
+    path.write_bytes(body + f"end\t{len(lines)}\t{crc32c(body):08x}\r\n".encode())
 
 
 def measure_search(table):

@@ -27,7 +27,8 @@ bool CatalogueBackup::Keep() {
 
 DiskStatus CatalogueBackup::CopyWhereWanted() {
     std::string catalogue;
-    DiskStatus status = ReadWholeFile(m_environment.disk, m_cataloguePath, catalogue);
+    DiskStatus status =
+        ReadWholeFile(m_environment.disk, m_cataloguePath, kLargestCatalogue, catalogue);
     if (status.Error() == DiskError::NotFound)
         return {};
     PathInfo backup;
@@ -38,7 +39,8 @@ DiskStatus CatalogueBackup::CopyWhereWanted() {
     if (backup.kind == PathKind::File &&
         m_environment.clock.UnixTime() - backup.modifiedTime <= kSecondsKept) {
         std::string old;
-        if (status = ReadWholeFile(m_environment.disk, Path(), old); !status.Ok())
+        if (status = ReadWholeFile(m_environment.disk, Path(), kLargestCatalogue, old);
+            !status.Ok())
             return status;
         if (SummariseCatalogue(old).presentSongs > SummariseCatalogue(catalogue).presentSongs)
             return {};

@@ -5,14 +5,17 @@
 #include <limits>
 
 #include "util/Convert.h"
-#include "util/Words.h"
+#include "util/DataText.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
 
-constexpr std::size_t kPrefix = 2;  // bytes of a length
+// The fields in the order of the file's strings, see docs/catalogue-file.md.
+constexpr std::array<std::int32_t, RecordTable::kFields> kFieldOfString = {2, 1, 4, 3,  5,  6,
+                                                                           7, 8, 9, 10, 11, 12};
 
-constexpr std::size_t kSpareBytes = kPrefix * (kCatalogueStringCount - kFirstSpareString);
+constexpr std::size_t kPrefix = 2;  // bytes of a length
 
 constexpr std::size_t kLongestName = 1024;  // bytes; a file system's limit is 255 characters
 
@@ -55,11 +58,6 @@ bool CatalogueReader::Read(CatalogueStrings& strings) {
     ++m_record;
     std::size_t at = m_offset;
     for (std::size_t i = 0; i < strings.size(); ++i) {
-        if (i == kFirstSpareString && HasEmptySpares(at)) {
-            std::fill(strings.begin() + kFirstSpareString, strings.end(), std::string_view());
-            at += kSpareBytes;
-            break;
-        }
         const std::size_t left = m_file.size() - at;
         std::size_t length = 0;
         if (left >= kPrefix)
@@ -76,11 +74,52 @@ bool CatalogueReader::Read(CatalogueStrings& strings) {
     return true;
 }
 
-// Nearly always.
-bool CatalogueReader::HasEmptySpares(std::size_t at) const {
-    const char* const spares = m_file.data() + at;
-    return m_file.size() - at >= kSpareBytes && WordAt(spares) == 0 &&
-           WordAt(spares + kSpareBytes - sizeof(std::uint64_t)) == 0;
+RecordsTaken TakeRecords(std::string_view file, const SystemText& text, RecordTable& table) {
+    // What the settings count may be anything; the file can't hold more than this.
+    const std::size_t mostRecords = file.size() / (kCatalogueStringCount * sizeof(std::uint16_t));
+    const auto size = static_cast<std::size_t>(table.Size());
+    table.Reserve(std::min(size, mostRecords));
+    CatalogueReader reader(file);
+    CatalogueStrings strings;
+    RecordsTaken taken;
+    std::size_t count = 0;
+    while (reader.Read(strings)) {
+        if (strings[kFileNameString].empty())
+            continue;
+        if (++count > size) {
+            taken.tooMany = true;
+            break;
+        }
+        RecordTable::PlainCells cells{};
+        for (std::size_t i = 0; i < kFirstSpareString; ++i) {
+            const std::string_view bytes = strings[i];
+            cells[static_cast<std::size_t>(kFieldOfString[i]) - 1] =
+                table.IdOf(IsAscii(bytes) ? bytes : DecodeDataText(text, bytes));
+        }
+        table.AppendWritten(cells);
+    }
+    taken.damage = reader.MaybeDamage();
+    return taken;
+}
+
+std::optional<CellTooLong> WriteRecords(const RecordTable& table, const SystemText& text,
+                                        std::string& file) {
+    file.clear();
+    for (std::int32_t record = 1; record <= table.Size(); ++record) {
+        for (const std::int32_t field : kFieldOfString) {
+            std::array<char, 10> digits{};
+            std::string encoded;
+            std::string_view cell = table.ViewOf(table.Id(field, record), digits);
+            if (!IsAscii(cell))
+                cell = encoded = EncodeDataText(text, cell);
+            if (cell.size() > kCatalogueStringLimit)
+                return CellTooLong{field, record};
+            file += static_cast<char>(cell.size() & 0xFF);
+            file += static_cast<char>(cell.size() >> 8);
+            file += cell;
+        }
+    }
+    return std::nullopt;
 }
 
 bool SaysPresent(std::string_view presenceFlag) {

@@ -7,6 +7,10 @@
 #include <string>
 #include <string_view>
 
+#include "catalogue/RecordTable.h"
+#include "platform/Disk.h"
+#include "util/SystemText.h"
+
 namespace tobbin {
 
 // The catalogue file is a plain sequence of records, each of twelve strings, each string a 16-bit
@@ -16,6 +20,7 @@ namespace tobbin {
 
 inline constexpr std::size_t kCatalogueStringCount = 12;
 inline constexpr std::size_t kCatalogueStringLimit = 0xFFFF;  // bytes
+inline constexpr std::uint64_t kLargestCatalogue = Megabytes(512);
 
 // The strings of one record as bytes, in the order of the file.
 using CatalogueStrings = std::array<std::string_view, kCatalogueStringCount>;
@@ -50,13 +55,29 @@ class CatalogueReader {
     const std::optional<CatalogueDamage>& MaybeDamage() const { return m_damage; }
 
  private:
-    bool HasEmptySpares(std::size_t at) const;
-
     std::string_view m_file;
     std::size_t m_offset;
     std::int64_t m_record = 0;
     std::optional<CatalogueDamage> m_damage;
 };
+
+struct RecordsTaken {
+    bool tooMany = false;  // for the table's size; the first ones are in it
+    std::optional<CatalogueDamage> damage;
+};
+
+// Fills an empty table (see RecordTable::Resize) with the records that have a file name; the spare
+// fields stay empty.
+RecordsTaken TakeRecords(std::string_view file, const SystemText& text, RecordTable& table);
+
+struct CellTooLong {
+    int field = 0;
+    std::int32_t record = 0;
+};
+
+// The bytes of a file of all records, or the cell that no file can hold.
+std::optional<CellTooLong> WriteRecords(const RecordTable& table, const SystemText& text,
+                                        std::string& file);
 
 // What a catalogue file holds, found out without taking it into the table.
 struct CatalogueSummary {

@@ -20,7 +20,8 @@ class CatalogueRepair {
             return {CatalogueFinding::Loaded, "", ""};
         // Something doesn't agree, so the file itself is looked at.
         std::string file;
-        if (const DiskStatus status = ReadWholeFile(m_environment.disk, m_path, file);
+        if (const DiskStatus status =
+                ReadWholeFile(m_environment.disk, m_path, kLargestCatalogue, file);
             !status.Ok()) {
             if (status.Error() == DiskError::NotFound)
                 return WithoutSongs(expectsSongs, "is not there any more");
@@ -74,8 +75,9 @@ class CatalogueRepair {
         CatalogueStart start{CatalogueFinding::Damaged, Sentence("is " + summary.damage->Words()),
                              ""};
         std::string keptAs;
-        DiskStatus status = songs == 0 ? KeepDamagedFileAside(m_environment.disk, m_path, keptAs)
-                                       : KeepCopyAside(m_environment.disk, m_path, keptAs);
+        DiskStatus status =
+            songs == 0 ? KeepDamagedFileAside(m_environment.disk, m_path, keptAs)
+                       : KeepCopyAside(m_environment.disk, m_path, kLargestCatalogue, keptAs);
         if (status.Ok()) {
             start.keptAs = keptAs;
             start.message += "  It is kept as \"" + keptAs + "\".";

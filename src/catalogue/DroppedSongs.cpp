@@ -10,7 +10,6 @@
 namespace tobbin {
 namespace {
 
-constexpr std::uint64_t kLargestList = 32U << 20U;  // bytes
 constexpr std::size_t kLinesTold = 12;
 
 // Short enough for a line of a box; the end of a path says most.
@@ -37,16 +36,11 @@ DroppedSongs::DroppedSongs(Environment& environment, const std::vector<std::stri
 }
 
 void DroppedSongs::TakeList(const std::string& listPath) {
-    PathInfo info;
     std::string bytes;
-    DiskStatus status = m_environment.disk.Stat(listPath, info);
-    const bool tooLarge = status.Ok() && info.size > kLargestList;
-    if (status.Ok() && !tooLarge)
-        status = ReadWholeFile(m_environment.disk, listPath, bytes);
-    if (tooLarge || !status.Ok()) {
-        m_unreadLists += "The list " + listPath + " could not be read: " +
-                         (tooLarge ? "it is too large for a list of songs" : status.Reason()) +
-                         ".\r\n";
+    const DiskStatus status = ReadWholeFile(m_environment.disk, listPath, kLargestSongList, bytes);
+    if (!status.Ok()) {
+        m_unreadLists +=
+            "The list " + listPath + " could not be read: " + status.Reason() + ".\r\n";
         return;
     }
     const SongListFile list(m_environment.text, listPath, bytes);

@@ -21,8 +21,7 @@ bool IsPlainNumber(std::string_view text, std::uint32_t& value) {
         return value <= 9;
     }
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && stop == text.data() + text.size() &&
-           !RecordTable::IsNumber(value);
+    return error == std::errc() && stop == text.data() + text.size() && value < 0x80000000U;
 }
 
 void CheckField(std::int32_t field) {
@@ -51,31 +50,6 @@ RecordTable::CellId RecordTable::IdOf(std::string_view text) {
     return IsPlainNumber(text, value) ? kNumberBit | value : m_pool.Add(text);
 }
 
-std::optional<RecordTable::CellId> RecordTable::MaybeIdOfNumber(std::string_view text) {
-    std::uint32_t value = 0;
-    return IsPlainNumber(text, value) ? std::optional(kNumberBit | value) : std::nullopt;
-}
-
-void RecordTable::IdsOf(std::span<const std::string_view> texts, std::span<CellId> ids) {
-    constexpr std::size_t kAhead = 16;
-    constexpr std::size_t kMost = 256;
-    while (!texts.empty()) {
-        const std::size_t count = std::min(texts.size(), kMost);
-        std::array<std::uint32_t, kMost> hashes;
-        for (std::size_t i = 0; i < count; ++i)
-            hashes[i] = TextPool::Hash(texts[i]);
-        for (std::size_t i = 0; i < count; ++i) {
-            if (i + kAhead < count)
-                m_pool.Prefetch(hashes[i + kAhead]);
-            std::uint32_t value = 0;
-            ids[i] = IsPlainNumber(texts[i], value) ? kNumberBit | value
-                                                    : m_pool.Add(texts[i], hashes[i]);
-        }
-        texts = texts.subspan(count);
-        ids = ids.subspan(count);
-    }
-}
-
 void RecordTable::Reserve(std::size_t records) {
     m_rows.reserve(m_rows.size() + records);
     m_pool.Reserve(records);
@@ -84,11 +58,6 @@ void RecordTable::Reserve(std::size_t records) {
 void RecordTable::AppendWritten(const PlainCells& cells) {
     m_rows.push_back({cells, 0});
     m_size = std::max(m_size, static_cast<std::int32_t>(m_rows.size()));
-}
-
-bool RecordTable::HasSpares(std::int32_t record) const {
-    const auto index = static_cast<std::size_t>(record) - 1;
-    return index < m_rows.size() && m_rows[index].spares != 0;
 }
 
 std::string RecordTable::TextOf(CellId id) const {

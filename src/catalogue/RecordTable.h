@@ -49,36 +49,17 @@ class RecordTable : public SortableTable {
     using PlainCells = std::array<CellId, kPlainFields>;
     void AppendWritten(const PlainCells& cells);
 
-    // Fields 1 to 5 of a record, from 1 to Size(), and whether any of the others is not empty.
+    // Fields 1 to 5 of a record from 1 on; of one beyond Size() they are empty.
     const PlainCells& Plain(std::int32_t record) const;
-    bool HasSpares(std::int32_t record) const;
-
-    // For looking at many records in no order: asks in advance for what the next step will need,
-    // first the row, then the place of a cell's text, then the text.
-    void PrefetchRow(std::int32_t record) const;
-    void PrefetchPlace(CellId id) const;
-    void PrefetchText(CellId id) const;
 
     // Makes room for that many more records with a text of their own each.
     void Reserve(std::size_t records);
 
-    // Takes a file's bytes, once after Clear, and tells where they are now. Texts in them are not
-    // copied when they become cells.
-    std::string_view Keep(std::string bytes) { return m_pool.Keep(std::move(bytes)); }
-
     CellId IdOf(std::string_view text);
-    // The same for a plain number only; nothing for any other text.
-    static std::optional<CellId> MaybeIdOfNumber(std::string_view text);
-    // The same for many texts, in less time; `ids` is as long as `texts`.
-    void IdsOf(std::span<const std::string_view> texts, std::span<CellId> ids);
     std::string TextOf(CellId id) const;
 
     // TextOf without a copy where there is one to look at; `digits` holds a number's text.
     std::string_view ViewOf(CellId id, std::array<char, 10>& digits) const;
-
-    // Whether the cell is a plain number, and how many other texts there are: their ids are below.
-    static bool IsNumber(CellId id) { return (id & kNumberBit) != 0; }
-    std::size_t TextCount() const { return m_pool.Size(); }
 
     // Removes every record whose cell in this field is empty; the others keep their order.
     void RemoveRecordsWithEmpty(std::int32_t field);
@@ -113,20 +94,6 @@ inline const RecordTable::PlainCells& RecordTable::Plain(std::int32_t record) co
     static constexpr PlainCells kEmpty{};
     const auto index = static_cast<std::size_t>(record) - 1;
     return index < m_rows.size() ? m_rows[index].cells : kEmpty;
-}
-
-inline void RecordTable::PrefetchRow(std::int32_t record) const {
-    __builtin_prefetch(&Plain(record));
-}
-
-inline void RecordTable::PrefetchPlace(CellId id) const {
-    if (!IsNumber(id))
-        m_pool.PrefetchPlace(id);
-}
-
-inline void RecordTable::PrefetchText(CellId id) const {
-    if (!IsNumber(id))
-        m_pool.PrefetchText(id);
 }
 
 // The table as a sort by number sees it: a key cell that holds no number counts as the largest one,

@@ -25,6 +25,8 @@ DiskStatus WriteSongFolderList(Environment& environment, const std::string& path
     std::string bytes;
     for (const auto& [lowered, folder] : folders)
         bytes += EncodeDataText(environment.text, folder) + "\r\n";
+    if (bytes.size() > kLargestSongFolderList)
+        return DiskStatus(DiskError::TooLarge);
     return SaveWholeFileIfChanged(environment.disk, path, bytes);
 }
 
@@ -32,7 +34,7 @@ DiskStatus ReadSongFolderList(Environment& environment, const std::string& path,
                               std::vector<std::string>& folders) {
     folders.clear();
     std::string bytes;
-    const DiskStatus status = ReadWholeFile(environment.disk, path, bytes);
+    const DiskStatus status = ReadWholeFile(environment.disk, path, kLargestSongFolderList, bytes);
     for (const std::string_view line : SplitLines(bytes)) {
         const std::string text = DecodeDataText(environment.text, TrimBlanks(line));
         const std::string folder = FolderWithSeparator(TrimBlanks(text));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@ namespace tobbin {
 
 // The file LocOfMainTargetFiles.lmz: the folders of the catalogue's songs, one a line (see
 // docs/song-folder-list.md).
+
+inline constexpr std::uint64_t kLargestSongFolderList = Megabytes(64);
 
 // Writes every distinct folder of the table once, in ascending order of the lower-cased texts.
 DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,

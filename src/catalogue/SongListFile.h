@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/Disk.h"
 #include "util/SystemText.h"
 
 namespace tobbin {
@@ -11,6 +13,7 @@ namespace tobbin {
 // A list of songs as other programs write it: a path on each line (.m3u, .m3u8; lines that begin
 // with "#" are notes) or "File1=path" and so on, in the order of the numbers (.pls). The bytes are
 // UTF-8, with or without its mark, where they can be, else the ANSI code page.
+inline constexpr std::uint64_t kLargestSongList = Megabytes(32);
 class SongListFile {
  public:
     struct Entry {

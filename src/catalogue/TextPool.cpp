@@ -1,16 +1,21 @@
 #include "catalogue/TextPool.h"
 
 #include <cstring>
-#include <functional>
 #include <utility>
 
 #include "util/Check.h"
-#include "util/Words.h"
 
 namespace tobbin {
 namespace {
 constexpr std::size_t kChunkBytes = std::size_t{64} * 1024;
 constexpr std::size_t kFirstSlots = 64;
+
+std::uint64_t WordAt(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
+    return word;
+}
+
 }  // namespace
 
 TextPool::TextPool() {
@@ -18,7 +23,6 @@ TextPool::TextPool() {
 }
 
 void TextPool::Clear() {
-    std::string().swap(m_kept);
     m_chunks.clear();
     m_chunkLeft = 0;
     m_chunkEnd = nullptr;
@@ -47,15 +51,12 @@ std::uint32_t TextPool::Hash(std::string_view text) {
     return static_cast<std::uint32_t>(hash);
 }
 
-void TextPool::Prefetch(std::uint32_t hash) const {
-    __builtin_prefetch(&m_slots[hash & (m_slots.size() - 1)]);
-}
-
-std::uint32_t TextPool::Add(std::string_view text, std::uint32_t hash) {
+std::uint32_t TextPool::Add(std::string_view text) {
     if (text.empty())
         return 0;
     if (IsFull(m_texts.size() + 1, m_slots.size()))
         Rehash(m_slots.size() * 2);
+    const std::uint32_t hash = Hash(text);
     const std::size_t mask = m_slots.size() - 1;
     std::size_t at = hash & mask;
     for (; m_slots[at].id != 0; at = (at + 1) & mask) {
@@ -68,16 +69,7 @@ std::uint32_t TextPool::Add(std::string_view text, std::uint32_t hash) {
     return m_slots[at].id;
 }
 
-std::string_view TextPool::Keep(std::string bytes) {
-    CHECK(m_kept.empty());
-    return m_kept = std::move(bytes);
-}
-
 std::string_view TextPool::Store(std::string_view text) {
-    const std::less_equal<const char*> isNotBehind;
-    if (isNotBehind(m_kept.data(), text.data()) &&
-        isNotBehind(text.data() + text.size(), m_kept.data() + m_kept.size()))
-        return text;
     if (text.size() > m_chunkLeft) {
         const std::size_t bytes = text.size() > kChunkBytes ? text.size() : kChunkBytes;
         m_chunks.push_back(std::make_unique_for_overwrite<char[]>(bytes));

@@ -17,16 +17,7 @@ class TextPool {
     TextPool(const TextPool&) = delete;
     TextPool& operator=(const TextPool&) = delete;
 
-    std::uint32_t Add(std::string_view text) { return Add(text, Hash(text)); }
-
-    // The same in two steps, for many texts at a time: with the places of the next few asked for
-    // in advance, their way from the memory takes no time.
-    static std::uint32_t Hash(std::string_view text);
-    void Prefetch(std::uint32_t hash) const;
-    std::uint32_t Add(std::string_view text, std::uint32_t hash);
-
-    // Takes a file's bytes, once, and tells where they are now: texts in them are not copied.
-    std::string_view Keep(std::string bytes);
+    std::uint32_t Add(std::string_view text);
 
     // Makes room for that many more distinct texts at once.
     void Reserve(std::size_t count);
@@ -35,9 +26,6 @@ class TextPool {
     std::string_view Text(std::uint32_t id) const { return m_texts[id]; }
     std::size_t Size() const { return m_texts.size(); }
 
-    // The same for many texts in no order, in two steps: where a text is, and what it says.
-    void PrefetchPlace(std::uint32_t id) const { __builtin_prefetch(&m_texts[id]); }
-    void PrefetchText(std::uint32_t id) const { __builtin_prefetch(m_texts[id].data()); }
     void Clear();
 
  private:
@@ -45,11 +33,11 @@ class TextPool {
         std::uint32_t hash = 0;
         std::uint32_t id = 0;  // 0 marks a free slot
     };
+    static std::uint32_t Hash(std::string_view text);
     static bool IsFull(std::size_t texts, std::size_t slots) { return texts * 3 > slots * 2; }
     std::string_view Store(std::string_view text);
     void Rehash(std::size_t slotCount);
 
-    std::string m_kept;
     std::vector<std::unique_ptr<char[]>> m_chunks;
     std::size_t m_chunkLeft = 0;
     char* m_chunkEnd = nullptr;  // the free part of the last chunk ends here

@@ -70,7 +70,9 @@ bool clsINI::CreateNewIniFile(const std::string& path) {
     m_groupingDir = m_applicationFolder + "Grouping\\";
     m_records = 0;
     std::string catalogue;
-    if (ReadWholeFile(m_environment.disk, m_groupingDir + "FileLocNames.lmz", catalogue).Ok()) {
+    if (ReadWholeFile(m_environment.disk, m_groupingDir + "FileLocNames.lmz", kLargestCatalogue,
+                      catalogue)
+            .Ok()) {
         const CatalogueSummary summary = SummariseCatalogue(catalogue);
         m_records = MaybeToLong(summary.lastNumber).value_or(-1);
         if (m_records < 0)  // The last number is none: the songs are counted instead.
@@ -90,7 +92,8 @@ bool clsINI::CreateNewIniFile(const std::string& path) {
 
 LoadResult clsINI::GetandLoadIniInfo(const std::string& path) {
     std::string bytes;
-    if (const DiskStatus status = ReadWholeFile(m_environment.disk, path, bytes); !status.Ok()) {
+    if (const DiskStatus status = ReadWholeFile(m_environment.disk, path, kLargestSettings, bytes);
+        !status.Ok()) {
         const bool notThere = status.Error() == DiskError::NotFound;
         return {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
                 "The settings \"" + path + "\" can't be read: " + status.Reason() + "."};

@@ -9,6 +9,8 @@
 
 namespace tobbin {
 
+inline constexpr std::uint64_t kLargestSettings = Megabytes(1);
+
 // The program's lasting settings: ten lines of text in TheOrganizer.ini, each one property's value
 // in a fixed order. docs/settings-file.md describes the file.
 class clsINI {

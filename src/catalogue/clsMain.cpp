@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <unordered_map>
 #include <utility>
 
 #include "catalogue/CatalogueBackup.h"
-#include "catalogue/CatalogueBytes.h"
+#include "catalogue/CatalogueFile.h"
 #include "catalogue/SongFolderList.h"
 #include "platform/ProgressTexts.h"
 #include "util/DataText.h"
@@ -89,7 +90,8 @@ bool clsMain::SaveTable() {
     if (m_fileState == FileState::Unknown &&
         (!m_environment.disk.Stat(CataloguePath(), old).Ok() || old.size > 0)) {
         std::string keptAs;
-        if (const DiskStatus status = KeepCopyAside(m_environment.disk, CataloguePath(), keptAs);
+        if (const DiskStatus status =
+                KeepCopyAside(m_environment.disk, CataloguePath(), kLargestCatalogue, keptAs);
             !status.Ok())
             return SayNotSaved("the old one could not be kept aside, " + status.Reason());
     }
@@ -110,9 +112,12 @@ void clsMain::RememberFile() {
         m_fileInfo = {};
 }
 
-// The bytes of the catalogue file; false, with the reason told, when a text is too long for it.
+// The bytes of the catalogue file; false, with the reason told, when a text or all of it is too
+// long.
 bool clsMain::MakeFile(std::string& file) {
     const auto tooLong = WriteRecords(m_table, m_environment.text, file);
+    if (!tooLong && file.size() > kLargestCatalogue)
+        return SayNotSaved(DiskStatus(DiskError::TooLarge).Reason());
     return !tooLong ||
            SayNotSaved("the text in field " + std::to_string(tooLong->field) + " of record " +
                        std::to_string(tooLong->record) + " is longer than " +
@@ -126,18 +131,9 @@ bool clsMain::SayNotSaved(const std::string& why) {
 }
 
 bool clsMain::LoadMain() {
-    m_table.Clear();
-    m_table.Resize(std::max(m_settings.NumerOfRecordsInTheMain(), 0));
-    m_recordsInFile = 0;
-    std::string file;
-    if (const DiskStatus status = ReadWholeFile(m_environment.disk, CataloguePath(), file);
-        status.Ok()) {
-        m_lastLoad = ReadRecords(std::move(file));
-        m_fileState =
-            m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
-        m_recordsInFile = UBoundOfMp3Array();
-        RememberFile();
-    } else {
+    const DiskStatus status = LoadFile();
+    if (!status.Ok()) {
+        ClearTable();
         const bool notThere = status.Error() == DiskError::NotFound;
         m_lastLoad = {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
                       "The song catalogue \"" + CataloguePath() +
@@ -150,8 +146,31 @@ bool clsMain::LoadMain() {
     return loaded;
 }
 
-LoadResult clsMain::ReadRecords(std::string file) {
-    const RecordsTaken taken = TakeRecords(std::move(file), m_environment.text, m_table);
+void clsMain::ClearTable() {
+    m_table.Clear();
+    m_table.Resize(std::max(m_settings.NumerOfRecordsInTheMain(), 0));
+    m_recordsInFile = 0;
+}
+
+DiskStatus clsMain::LoadFile() try {
+    ClearTable();
+    std::string file;
+    if (DiskStatus status =
+            ReadWholeFile(m_environment.disk, CataloguePath(), kLargestCatalogue, file);
+        !status.Ok())
+        return status;
+    m_lastLoad = ReadRecords(file);
+    m_fileState =
+        m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
+    m_recordsInFile = UBoundOfMp3Array();
+    RememberFile();
+    return {};
+} catch (const std::bad_alloc&) {
+    return DiskStatus(DiskError::OutOfMemory);
+}
+
+LoadResult clsMain::ReadRecords(std::string_view file) {
+    const RecordsTaken taken = TakeRecords(file, m_environment.text, m_table);
     if (taken.tooMany)
         return {LoadOutcome::Damaged,
                 "The song catalogue \"" + CataloguePath() + "\" holds more than the " +

@@ -117,7 +117,9 @@ class clsMain : public SongSink {
         InTable,     // the table was loaded from the whole file, or saved
         Unreadable,  // the file is there and could not be read
     };
-    LoadResult ReadRecords(std::string file);
+    void ClearTable();
+    DiskStatus LoadFile();
+    LoadResult ReadRecords(std::string_view file);
     bool FileHoldsTable();
     bool SaveTable();
     void RememberFile();

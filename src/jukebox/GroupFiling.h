@@ -9,6 +9,7 @@
 
 #include "jukebox/Jukebox.h"
 #include "util/SystemText.h"
+#include "util/Text.h"
 
 namespace tobbin {
 
@@ -29,12 +30,6 @@ class GroupFiling {
     Folder& FolderFor(const std::string& value);
 
  private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const {
-            return std::hash<std::string_view>()(text);
-        }
-    };
     std::string KeyOf(const std::string& text) const;
     void Know(const Folder& child);
     const std::size_t* MaybeIndexOf(std::string_view key) const;
@@ -43,7 +38,7 @@ class GroupFiling {
     Folder& m_group;
     Match m_match;
     const SystemText& m_text;
-    std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_firstChild;
+    std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_firstChild;
 };
 
 }  // namespace tobbin

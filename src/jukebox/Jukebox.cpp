@@ -141,29 +141,6 @@ SongItem Jukebox::MakeItem(std::string_view text, std::int32_t recordNumber, int
             static_cast<std::int8_t>(image)};
 }
 
-std::string_view Jukebox::KeepFile(std::string bytes) {
-    CHECK(m_file.empty());
-    return m_file = std::move(bytes);
-}
-
-std::uint32_t Jukebox::NameInFile(std::size_t offset) {
-    CHECK(CanBeInFile(offset));
-    return kInFile | static_cast<std::uint32_t>(offset);
-}
-
-std::string_view Jukebox::TextInFile(std::size_t offset) const {
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
-    const auto begin = m_file.begin() + static_cast<std::ptrdiff_t>(offset);
-    return {begin, std::find_if(begin, m_file.end(), isControl)};
-}
-
-void Jukebox::PrefetchText(const SongItem& item) const {
-    if ((item.nameId & kInFile) != 0)
-        __builtin_prefetch(m_file.data() + (item.nameId & ~kInFile));
-    else
-        m_names.PrefetchPlace(item.nameId);
-}
-
 SongItem Jukebox::MakeMissingItem(std::string_view text, const MissingSong& song, int image) {
     m_missing.push_back({song.recordNumber, m_names.Add(song.folder), m_names.Add(song.fileName)});
     return MakeItem(text, -static_cast<std::int32_t>(m_missing.size()), image);

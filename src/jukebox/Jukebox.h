@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -15,6 +16,7 @@ namespace tobbin {
 // The list pane's first heading until it is sorted, and the second one.
 inline constexpr char kNameHeading[] = "Name    --        (click to sort)";
 inline constexpr char kKeyHeading[] = "Key";
+inline constexpr std::size_t kListColumns = 2;
 
 // What is kept of a song that the catalogue doesn't have: its number, folder (ending in "\") and
 // file name when it last had it.
@@ -57,11 +59,6 @@ class Jukebox {
 
     // The songs of a folder.
     SongItem MakeItem(std::string_view text, std::int32_t recordNumber, int image);
-    // Keeps the bytes of the file that the jukebox is read from, once, and tells where they are: a
-    // text that stands in them as it is, up to the next control character, need not be copied.
-    std::string_view KeepFile(std::string bytes);
-    static bool CanBeInFile(std::size_t offset) { return offset < kInFile; }
-    static std::uint32_t NameInFile(std::size_t offset);  // for SongItem::nameId; from 0
     // An item for a song that can't be found now; it keeps what it takes to find it again.
     SongItem MakeMissingItem(std::string_view text, const MissingSong& song, int image);
     // An item for this jukebox that is like one of another.
@@ -76,12 +73,7 @@ class Jukebox {
     // Song k becomes what was song order[k].
     void ReorderSongs(Folder& folder, const std::vector<std::size_t>& order);
     // Texts are valid as long as the jukebox.
-    std::string_view TextOf(const SongItem& item) const {
-        return (item.nameId & kInFile) != 0 ? TextInFile(item.nameId & ~kInFile)
-                                            : m_names.Text(item.nameId);
-    }
-    // Asks in advance for what TextOf will need.
-    void PrefetchText(const SongItem& item) const;
+    std::string_view TextOf(const SongItem& item) const { return m_names.Text(item.nameId); }
     // What is kept of an item's song; nothing unless it IsMissing.
     MissingSong MissingSongOf(const SongItem& item) const;
 
@@ -136,10 +128,6 @@ class Jukebox {
     void ForEachIn(Folder& top, Call call);  // not recursive, so any depth is safe
     Folder& OrRoot(Folder* folder) { return folder != nullptr ? *folder : m_root; }
 
-    // A name number with this bit is a place in the file, the others are texts of the pool.
-    static constexpr std::uint32_t kInFile = 0x80000000U;
-    std::string_view TextInFile(std::size_t offset) const;
-
     struct Missing {
         std::int32_t recordNumber = 0;
         std::uint32_t folderId = 0;  // texts in m_names
@@ -151,7 +139,6 @@ class Jukebox {
     std::size_t m_folderCount = 0;
     std::uint64_t m_lastSerial = 0;
     TextPool m_names;
-    std::string m_file;
     std::vector<Missing> m_missing;    // item.recordNumber is -1 for the first one
     std::vector<bool> m_shownAsWorst;  // by record number
     std::string m_caption;

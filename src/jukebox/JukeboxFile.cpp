@@ -1,27 +1,35 @@
 #include "jukebox/JukeboxFile.h"
 
 #include <algorithm>
-#include <utility>
+#include <new>
 
 #include "util/Text.h"
 #include "util/Utf.h"
 
 namespace tobbin {
+namespace {
+
+LoadResult NotOpened(const std::string& path, const DiskStatus& status) {
+    return {status.Error() == DiskError::NotFound ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
+            "The jukebox \"" + path + "\" was not opened: " + status.Reason() + "."};
+}
+
+}  // namespace
 
 DiskStatus SaveJukeboxFile(Disk& disk, const std::string& path, const Jukebox& jukebox,
                            const clsMain& catalogue) {
-    return SaveWholeFile(disk, path, WriteJukebox(jukebox, catalogue));
+    const std::string bytes = WriteJukebox(jukebox, catalogue);
+    return bytes.size() <= kLargestJukebox ? SaveWholeFile(disk, path, bytes)
+                                           : DiskStatus(DiskError::TooLarge);
 }
 
 LoadResult LoadJukeboxFile(Disk& disk, const std::string& path, const clsMain& catalogue,
-                           const SystemText& text, std::unique_ptr<Jukebox>& jukebox) {
+                           const SystemText& text, std::unique_ptr<Jukebox>& jukebox) try {
     jukebox.reset();
     std::string bytes;
-    if (const DiskStatus status = ReadWholeFile(disk, path, bytes); !status.Ok())
-        return {
-            status.Error() == DiskError::NotFound ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
-            "The jukebox \"" + path + "\" was not opened: " + status.Reason() + "."};
-    LoadResult result = ReadJukebox(std::move(bytes), path, catalogue, text, jukebox);
+    if (const DiskStatus status = ReadWholeFile(disk, path, kLargestJukebox, bytes); !status.Ok())
+        return NotOpened(path, status);
+    LoadResult result = ReadJukebox(bytes, path, catalogue, text, jukebox);
     if (jukebox != nullptr) {
         jukebox->DaCaption(JukeboxTitle(text, path));
         jukebox->FileLocation(FolderOfPath(path));
@@ -29,6 +37,9 @@ LoadResult LoadJukeboxFile(Disk& disk, const std::string& path, const clsMain& c
             jukebox->SetColumn(0, kNameHeading);
     }
     return result;
+} catch (const std::bad_alloc&) {
+    jukebox.reset();
+    return NotOpened(path, DiskStatus(DiskError::OutOfMemory));
 }
 
 std::string JukeboxTitle(const SystemText& text, std::string_view path) {

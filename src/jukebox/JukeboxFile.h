@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,15 +21,15 @@ namespace tobbin {
 // be there at once, and a tree of any depth needs no nesting when each folder gives its level.
 
 inline constexpr int kJukeboxFileVersion = 1;
+inline constexpr std::uint64_t kLargestJukebox = Megabytes(512);
 
 // The bytes of a jukebox file. The songs' paths are taken from the catalogue.
 std::string WriteJukebox(const Jukebox& jukebox, const clsMain& catalogue);
 
 // Reads the bytes of the jukebox file `path`, which is named in messages only, into a new jukebox:
-// its tree, songs and columns. The jukebox keeps the bytes. A song whose record is no longer the
-// same is found again by its path, or becomes a missing one. When the outcome is not Loaded,
-// `jukebox` is empty.
-LoadResult ReadJukebox(std::string bytes, const std::string& path, const clsMain& catalogue,
+// its tree, songs and columns. A song whose record is no longer the same is found again by its
+// path, or becomes a missing one. When the outcome is not Loaded, `jukebox` is empty.
+LoadResult ReadJukebox(std::string_view bytes, const std::string& path, const clsMain& catalogue,
                        const SystemText& text, std::unique_ptr<Jukebox>& jukebox);
 
 // The same from and to the disk. A loaded jukebox has the caption and the file location of its

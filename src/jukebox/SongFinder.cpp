@@ -1,12 +1,17 @@
 #include "jukebox/SongFinder.h"
 
+#include <array>
+
 namespace tobbin {
 
 std::int32_t SongFinder::RecordOf(std::int32_t number, std::string_view folder,
                                   std::string_view fileName) {
-    if (number >= 1 && number <= m_catalogue.UBoundOfMp3Array() &&
-        m_catalogue.Mp3Info(clsMain::kFileName, number) == fileName &&
-        m_catalogue.Mp3Info(clsMain::kFolder, number) == folder)
+    const RecordTable& records = m_catalogue.Records();
+    const RecordTable::PlainCells& cells = records.Plain(number);
+    std::array<char, 10> digits{};
+    if (number >= 1 && number <= records.Size() &&
+        records.ViewOf(cells[clsMain::kFileName - 1], digits) == fileName &&
+        records.ViewOf(cells[clsMain::kFolder - 1], digits) == folder)
         return number;
     return RecordAtPath(folder, fileName);
 }

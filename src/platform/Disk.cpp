@@ -1,6 +1,7 @@
 #include "platform/Disk.h"
 
 #include <chrono>
+#include <new>
 
 namespace tobbin {
 namespace {
@@ -23,10 +24,12 @@ DiskStatus WithRetries(Disk& disk, Operation operation) {
     }
 }
 
-DiskStatus ReadAll(File& file, std::string& bytes) {
+DiskStatus ReadAll(File& file, std::uint64_t limit, std::string& bytes) {
     std::uint64_t size = 0;
     if (DiskStatus status = file.Size(size); !status.Ok())
         return status;
+    if (size > limit)
+        return DiskStatus(DiskError::TooLarge);
     return file.Read(0, static_cast<std::size_t>(size), bytes);
 }
 
@@ -91,6 +94,10 @@ std::string DiskStatus::Reason() const {
                 return "the drive is not ready";
             case DiskError::AlreadyExists:
                 return "it exists already";
+            case DiskError::TooLarge:
+                return "it is larger than a file of its kind may be";
+            case DiskError::OutOfMemory:
+                return "there is not enough memory for it";
             case DiskError::Other:
                 break;
         }
@@ -111,11 +118,14 @@ bool FolderExists(Disk& disk, const std::string& path) {
     return disk.Stat(path, info).Ok() && info.kind == PathKind::Folder;
 }
 
-DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes) {
+DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::uint64_t limit,
+                         std::string& bytes) try {
     std::unique_ptr<File> file;
     const auto open = [&] { return disk.Open(path, OpenMode::Read, file); };
     const DiskStatus status = WithRetries(disk, open);
-    return status.Ok() ? ReadAll(*file, bytes) : status;
+    return status.Ok() ? ReadAll(*file, limit, bytes) : status;
+} catch (const std::bad_alloc&) {
+    return DiskStatus(DiskError::OutOfMemory);
 }
 
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes) {
@@ -159,11 +169,12 @@ DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string
     return status.Ok() ? disk.Replace(path, keptAs) : status;
 }
 
-DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::string& keptAs) {
+DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::uint64_t limit,
+                         std::string& keptAs) {
     DiskStatus status = FindFreeName(disk, path, keptAs);
     std::string bytes;
     if (status.Ok())
-        status = ReadWholeFile(disk, path, bytes);
+        status = ReadWholeFile(disk, path, limit, bytes);
     return status.Ok() ? SaveWholeFile(disk, keptAs, bytes) : status;
 }
 

@@ -20,6 +20,8 @@ enum class DiskError {
     WriteProtected,
     NotReady,  // a drive without a medium, a network that is away
     AlreadyExists,
+    TooLarge,     // for a file of its kind
+    OutOfMemory,  // for what was read
     Other,
 };
 
@@ -142,8 +144,15 @@ class Disk {
 bool FileExists(Disk& disk, const std::string& path);
 bool FolderExists(Disk& disk, const std::string& path);
 
-// The whole content of a file. One that another program holds is tried again for a second or so.
-DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::string& bytes);
+// A number of megabytes in bytes, for the largest size of each kind of file.
+constexpr std::uint64_t Megabytes(std::uint64_t count) {
+    return count << 20U;
+}
+
+// The whole content of a file of up to `limit` bytes; of a larger one nothing is read. A file that
+// another program holds is tried again for a second or so.
+DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::uint64_t limit,
+                         std::string& bytes);
 
 // Saves a file of the user's: writes a new file beside the old one, flushes it to the disk and puts
 // it in the old one's place in one step. At every moment the name holds the whole old content or
@@ -161,7 +170,8 @@ void RemoveUnfinishedFiles(Disk& disk, const std::string& folder);
 // extension replaced by ".bad", then ".bad2", ".bad3" and so on. Returns that name in `keptAs`.
 DiskStatus KeepDamagedFileAside(Disk& disk, const std::string& path, std::string& keptAs);
 
-// The same with a copy, for a file that is about to be replaced.
-DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::string& keptAs);
+// The same with a copy, for a file of up to `limit` bytes that is about to be replaced.
+DiskStatus KeepCopyAside(Disk& disk, const std::string& path, std::uint64_t limit,
+                         std::string& keptAs);
 
 }  // namespace tobbin

@@ -1,6 +1,7 @@
 #include "shell/Tips.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "util/DataText.h"
 #include "util/Text.h"
@@ -9,6 +10,7 @@ namespace tobbin {
 namespace {
 
 constexpr char kFile[] = "TIPOFDAY.TXT";
+constexpr std::uint64_t kLargest = Megabytes(1);
 constexpr char kSetting[] = "Show Tips at Startup";
 
 std::string MissingFileText() {
@@ -28,7 +30,7 @@ void Tips::Load(TipView& view) {
     view.TickTipsAtStartUp(TipsAtStartUp());
     m_tips.clear();
     std::string bytes;
-    if (!ReadWholeFile(m_environment.disk, m_applicationFolder + kFile, bytes).Ok()) {
+    if (!ReadWholeFile(m_environment.disk, m_applicationFolder + kFile, kLargest, bytes).Ok()) {
         view.ShowTip(MissingFileText());
         return;
     }

@@ -9,7 +9,7 @@
 namespace tobbin {
 namespace {
 
-constexpr std::uint64_t kMostBytes = 128 << 20;
+constexpr std::uint64_t kLargestFile = Megabytes(128);
 constexpr int kRowsAtOnce = 64;
 
 // How far the decoder may reduce a part so that it still holds every pixel of what is shown.
@@ -92,10 +92,8 @@ std::string JpegPictureMaker::ReadFile(const std::string& path, std::string& byt
     DiskStatus status = m_disk->Stat(path, info);
     if (status.Ok() && info.kind != PathKind::File)
         return "it is not there any more";
-    if (status.Ok() && info.size > kMostBytes)
-        return "the file is too large";
     if (status.Ok())
-        status = ReadWholeFile(*m_disk, path, bytes);
+        status = ReadWholeFile(*m_disk, path, kLargestFile, bytes);
     return status.Ok() ? std::string() : status.Reason();
 }
 

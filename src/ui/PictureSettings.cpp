@@ -1,5 +1,7 @@
 #include "ui/PictureSettings.h"
 
+#include <cstdint>
+
 #include "util/Convert.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
@@ -7,6 +9,8 @@
 
 namespace tobbin {
 namespace {
+
+constexpr std::uint64_t kLargest = Megabytes(1);
 
 // A flag as the writer prints a whole number: with a blank in the place of the missing sign.
 std::string PrintedFlag(bool flag, FlagText kind) {
@@ -31,7 +35,8 @@ bool TakeFlag(std::string_view line, bool& flag) {
 LoadResult LoadPictureSettings(Environment& environment, const std::string& path,
                                PictureSettings& settings) {
     std::string bytes;
-    if (const DiskStatus status = ReadWholeFile(environment.disk, path, bytes); !status.Ok())
+    if (const DiskStatus status = ReadWholeFile(environment.disk, path, kLargest, bytes);
+        !status.Ok())
         return {
             status.Error() == DiskError::NotFound ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
             "The picture settings \"" + path + "\" can't be read: " + status.Reason() + "."};

@@ -36,7 +36,8 @@ class FakeFile : public File {
         return status;
     }
     DiskStatus Size(std::uint64_t& bytes) override {
-        bytes = m_content->size();
+        const auto claimed = m_disk.m_claimed.find(FakeDisk::Key(m_path));
+        bytes = claimed != m_disk.m_claimed.end() ? claimed->second : m_content->size();
         return m_disk.Step("size " + m_path);
     }
     DiskStatus Flush() override {

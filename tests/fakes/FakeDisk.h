@@ -27,6 +27,8 @@ class FakeDisk : public Disk {
     void Unlock(const std::string& path);
     // From now on every operation on this path, and on what is below it, fails with the error.
     void FailBelow(const std::string& path, DiskError error);
+    // The file says that it has this many bytes.
+    void ClaimSize(const std::string& path, std::uint64_t size) { m_claimed[Key(path)] = size; }
     // Entering `link` leads to `target`: the listing of the one is the listing of the other.
     void AddLink(const std::string& link, const std::string& target);
     void SetId(const std::string& folder, const FolderId& id);
@@ -93,6 +95,7 @@ class FakeDisk : public Disk {
     std::map<std::string, Node> m_nodes;
     std::map<ContentHandle, Unflushed> m_unflushed;
     std::map<std::string, std::string> m_links;  // their keys, and those of what they lead to
+    std::map<std::string, std::uint64_t> m_claimed;
     std::uint64_t m_nextId = 1;
     std::int64_t m_now = 1'000'000'000;
     std::vector<std::string> m_log;

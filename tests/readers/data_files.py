@@ -61,17 +61,14 @@ def settings(path):
     return dict(zip(SETTINGS, found))
 
 
-def lane_sum(data):
+def crc32c(data):
     """The sum in the last line of a jukebox file."""
-    factor, whole = 0x9E3779B97F4A7C15, 2**64 - 1
-    lanes = [(i + 1) * factor & whole for i in range(8)]
-    padded = data + bytes(64 - len(data) % 64)
-    for at in range(0, len(padded), 8):
-        i = at // 8 % 8
-        lane = (lanes[i] ^ int.from_bytes(padded[at:at + 8], "little")) * factor & whole
-        lanes[i] = (lane << 29 | lane >> 35) & whole
-    total = len(data)
-    for lane in lanes:
-        total = (total ^ lane) * factor & whole
-        total ^= total >> 32
-    return total
+    total = 0xFFFFFFFF
+    for byte in data:
+        total ^= byte
+        for _ in range(8):
+            total = total >> 1 ^ 0x82F63B78 * (total & 1)
+    return total ^ 0xFFFFFFFF
+
+
+assert crc32c(b"123456789") == 0xE3069283

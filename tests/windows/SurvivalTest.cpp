@@ -100,7 +100,7 @@ TEST(Survival, AProgramThatHoldsTheFileMostOfTheTimeFailsNoSave) {
         saved += SaveWholeFile(disk, path, NthContent(i, 800)).Ok();
     EXPECT_EQ(saved, 20);
     std::string content;
-    EXPECT_TRUE(ReadWholeFile(disk, path, content).Ok());
+    EXPECT_TRUE(ReadWholeFile(disk, path, Megabytes(64), content).Ok());
     EXPECT_EQ(content, NthContent(20, 800));
 }
 

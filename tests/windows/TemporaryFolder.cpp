@@ -47,7 +47,7 @@ TemporaryFolder::~TemporaryFolder() {
 std::string Content(const std::string& path) {
     SystemDisk disk;
     std::string bytes;
-    const DiskStatus status = ReadWholeFile(disk, path, bytes);
+    const DiskStatus status = ReadWholeFile(disk, path, Megabytes(64), bytes);
     EXPECT_TRUE(status.Ok()) << path << ": " << status.Reason();
     return bytes;
 }

@@ -2,14 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
-
 #include "jukebox/InitialJukebox.h"
-#include "jukebox/JukeboxLines.h"
-#include "jukebox/SongFinder.h"
 #include "unit/jukebox/JukeboxFixture.h"
-#include "util/LaneSum.h"
 
 namespace tobbin {
 namespace {
@@ -26,7 +20,7 @@ constexpr char kExample[] =
     "folder\t1\t1\t0\tBest |09 of\r\n"
     "again\t1\t2\t5\r\n"
     "folder\t0\t5\t6\tEmpty\r\n"
-    "end\t10\t19c908551e209f16\r\n";
+    "end\t10\t81b697e6\r\n";
 
 class JukeboxFileTest : public JukeboxFixture {
  protected:
@@ -50,7 +44,7 @@ class JukeboxFileTest : public JukeboxFixture {
         jukebox.AddChild(nullptr, "Empty", 5, 6);
     }
     LoadResult Read(std::string_view bytes) {
-        return ReadJukebox(std::string(bytes), "C:\\J\\mix.juk", catalogue, fake.text, loaded);
+        return ReadJukebox(bytes, "C:\\J\\mix.juk", catalogue, fake.text, loaded);
     }
     // The lines of a jukebox's file between the first and the last one.
     static std::string Lines(const Jukebox& of, const clsMain& with) {
@@ -61,7 +55,6 @@ class JukeboxFileTest : public JukeboxFixture {
 };
 
 TEST_F(JukeboxFileTest, IsWrittenAsDescribedAndReadBack) {
-    EXPECT_EQ(LaneSum("123456789"), 0x5F65171ECC8203F0U);
     MakeExample();
     const std::string bytes = WriteJukebox(jukebox, catalogue);
     EXPECT_EQ(bytes, kExample);
@@ -105,9 +98,11 @@ TEST_F(JukeboxFileTest, MessagesNameFileLineAndFault) {
         {1, "Tobbin jukebox 0\r\n", "it gives no version of a jukebox."},
         {2, folder, "the file is cut behind it: its last line is missing."},
         {2, first + "folder\t0\t1", "the file is cut in it."},
-        {2, first + "end\t1\t0000000000000000\r\n",
+        {2, first + "end\t1\t00000000\r\n",
          "the file was altered: what it says of the lines before it is not so."},
         {5, song + "again\t1\t2\t-2\r\n", "the file is cut behind it: its last line is missing."},
+        {4, first + "column\tA\r\ncolumn\tB\r\ncolumn\tC\r\n",
+         "the list has no more columns than 2."},
         {2, first + "colunm\tName\r\n", "it is no line that Tobbin writes."},
         {2, first + "column\r\n", "it has not the number of fields that it must have."},
         {2, first + "folder\t0\t1\tx\tA\r\n", "a number in it is none, or out of range."},
@@ -118,12 +113,11 @@ TEST_F(JukeboxFileTest, MessagesNameFileLineAndFault) {
         EXPECT_EQ(Read(each.bytes).message,
                   "The jukebox \"C:\\J\\mix.juk\" was not opened: in line " +
                       std::to_string(each.line) + ", " + each.fault);
-    // A good line behind a bad one, and much behind it: lines near the end are read in another way.
+    // With a good line behind the bad one.
     const auto expectFaultInLine = [&](int line, const std::string& bytes) {
-        for (const std::string& behind : {std::string("column\tK\r\n"), std::string(64, 'x')})
-            EXPECT_NE(Read(bytes + behind).message.find(" in line " + std::to_string(line) + ","),
-                      std::string::npos)
-                << bytes;
+        EXPECT_NE(Read(bytes + "column\tK\r\n").message.find(" in line " + std::to_string(line)),
+                  std::string::npos)
+            << bytes;
     };
     expectFaultInLine(2, first + "\r\n");
     for (const char* fields : {"0\t1\t0", "0\t1\t99999999999\tA", "-1\t1\t0\tA", "2\t1\t0\tB"})
@@ -148,8 +142,9 @@ TEST_F(JukeboxFileTest, OddTextsComeBack) {
                                             "\xCE\xA9\xE3\x81\x82\xF0\x9F\x8E\xB5",
                                             "\xED\xA0\x80 half a pair",
                                             "a\tb"};
+    jukebox.AddColumn(texts[4]);
+    jukebox.AddColumn(texts[7]);
     for (const std::string& text : texts) {
-        jukebox.AddColumn(text);
         Folder& folder = jukebox.AddChild(nullptr, text);
         catalogue.OnSongFound("C:\\" + text + "\\", text);
         const std::int32_t record = catalogue.UBoundOfMp3Array();
@@ -162,7 +157,6 @@ TEST_F(JukeboxFileTest, OddTextsComeBack) {
     ASSERT_EQ(Read(bytes).outcome, LoadOutcome::Loaded);
     EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        EXPECT_EQ(loaded->Columns()[i], texts[i]);
         EXPECT_EQ(loaded->Root(i).Text(), texts[i]);
         EXPECT_EQ(loaded->TextOf(loaded->Root(i).Songs()[1]), texts[i] + "!");
     }
@@ -174,7 +168,7 @@ TEST_F(JukeboxFileTest, AnyDepthIsSafe) {
     for (int i = 0; i < kDepth; ++i)
         folder = &jukebox.AddChild(folder, "f" + std::to_string(i % 7), 3, 4);
     EXPECT_EQ(folder->Level(), kDepth - 1);
-    jukebox.AppendSongs(*folder, {jukebox.MakeItem("deep", 12, 2),
+    jukebox.AppendSongs(*folder, {jukebox.MakeMissingItem("deep", {12, "", ""}, 2),
                                   jukebox.MakeMissingItem("lost", {9, "C:\\M\\", "x.mp3"}, 2)});
     jukebox.AddChild(nullptr, "last");
     const std::string bytes = WriteJukebox(jukebox, catalogue);
@@ -217,8 +211,7 @@ TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger
               "song\t3\t5\t5\t1\tb.mp3\tSong 2\r\n"
               "place\tc:\\m\\\r\n"
               "song\t2\t5\t5\t2\tC.mp3\tSong 3\r\n"
-              "place\tC:\\M\\\r\n"
-              "song\t-4\t5\t5\t3\tgone.mp3\tSong 4\r\n");
+              "song\t-4\t5\t5\t1\tgone.mp3\tSong 4\r\n");
     ASSERT_TRUE(readWith(other, again));
     EXPECT_FALSE(loaded->SongsCameOrWent());
 
@@ -226,58 +219,6 @@ TEST_F(JukeboxFileTest, SongsAreFoundAgainByTheirPathAndNeverReplacedByAStranger
     ASSERT_TRUE(readWith(catalogue, again));
     EXPECT_TRUE(loaded->SongsCameOrWent());
     EXPECT_EQ(WriteJukebox(*loaded, catalogue), bytes);
-}
-
-// Songs are read and looked up in groups; here each is looked up by itself.
-TEST_F(JukeboxFileTest, ManySongsAreFoundAsEachByItself) {
-    std::mt19937 chance(7);
-    const auto roll = [&](std::size_t sides) { return chance() % sides; };
-    const std::vector<std::string> folders = {"C:\\M\\", "C:\\|\\", "7", "", "\xCE\xA9\\"};
-    const std::vector<std::string> names = {"a.mp3", "9", "", "a long name of a song.mp3",
-                                            "|\t\x7F"};
-    const auto songOf = [&](clsMain& of) {
-        of.OnSongFound(folders[roll(folders.size())],
-                       names[roll(names.size())] + std::string(roll(3), 'x'));
-    };
-    for (int i = 0; i < 300; ++i)
-        songOf(catalogue);
-    for (std::int32_t record = 1; record <= 200; ++record) {
-        if (roll(3) == 0)
-            songOf(other);
-        else
-            other.OnSongFound(catalogue.Mp3Info(clsMain::kFolder, record),
-                              catalogue.Mp3Info(clsMain::kFileName, record));
-    }
-    Folder* folder = nullptr;
-    for (int i = 0; i < 2000; ++i) {
-        if (i == 0 || roll(100) == 0)
-            folder = &jukebox.AddChild(nullptr, "F");
-        const auto record = static_cast<std::int32_t>(roll(300) + 1);
-        const std::string name = catalogue.Mp3Info(clsMain::kFileName, record);
-        SongItem song = jukebox.MakeItem(roll(9) == 0 ? "other" : name, record, 2);
-        song.selectedImage = static_cast<std::int8_t>(roll(5)) - 1;
-        jukebox.AppendSongs(*folder, {song});
-    }
-    ASSERT_EQ(
-        ReadJukebox(WriteJukebox(jukebox, catalogue), "mix", other, fake.text, loaded).outcome,
-        LoadOutcome::Loaded);
-    SongFinder finder(other, fake.text);
-    for (std::size_t f = 0; f < jukebox.RootCount(); ++f) {
-        const std::vector<SongItem>& found = loaded->Root(f).Songs();
-        ASSERT_EQ(found.size(), jukebox.Root(f).Songs().size());
-        for (std::size_t i = 0; i < found.size(); ++i) {
-            const SongItem& was = jukebox.Root(f).Songs()[i];
-            const std::int32_t number = was.recordNumber;
-            EXPECT_EQ(std::max(found[i].recordNumber, 0),
-                      finder.RecordOf(number, catalogue.Mp3Info(clsMain::kFolder, number),
-                                      catalogue.Mp3Info(clsMain::kFileName, number)));
-            EXPECT_EQ(loaded->TextOf(found[i]), jukebox.TextOf(was));
-            EXPECT_EQ(found[i].selectedImage, was.selectedImage);
-            if (found[i].IsMissing()) {
-                EXPECT_EQ(loaded->MissingSongOf(found[i]).recordNumber, number);
-            }
-        }
-    }
 }
 
 TEST_F(JukeboxFileTest, ALoadedFileGivesTheJukeboxItsNameAndPlace) {

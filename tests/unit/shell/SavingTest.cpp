@@ -3,7 +3,10 @@
 #include <iostream>
 #include <new>
 
+#include "catalogue/DroppedSongs.h"
+#include "catalogue/SongFolderList.h"
 #include "jukebox/JukeboxFile.h"
+#include "shell/Tips.h"
 #include "tags/MP3TagEditor.h"
 #include "ui/PictureSettings.h"
 #include "unit/shell/FrameFixture.h"
@@ -213,20 +216,85 @@ TEST_P(Saving, IsWholeOrNotAtAllWhenMemoryRunsOut) {
 
 TEST(Loading, ChangesNoFileWhenMemoryRunsOut) {
     const Files before = World().fake.disk.Everything();
+    const std::string path = std::string(kGrouping) + "mine.juk";
     int changed = 0;
+    int thrown = 0;
     const int failures = FailEveryAllocation(
-        [](World& world) {
+        [&](World& world) {
             Application& application = world.application;
             (void)application.Settings().GetandLoadIniInfo(application.Settings().SettingsPath());
-            application.Catalogue().LoadMain();
-            std::unique_ptr<Jukebox> jukebox;
-            (void)LoadJukeboxFile(world.fake.disk, std::string(kGrouping) + "mine.juk",
-                                  application.Catalogue(), world.fake.text, jukebox);
             world.tag.LoadMP3(kSong);
+            std::unique_ptr<Jukebox> jukebox;
+            try {
+                application.Catalogue().LoadMain();
+                (void)LoadJukeboxFile(world.fake.disk, path, application.Catalogue(),
+                                      world.fake.text, jukebox);
+            } catch (const std::bad_alloc&) {
+                ++thrown;
+            }
         },
         [&](World& world) { changed += world.fake.disk.Everything() != before; });
     EXPECT_EQ(changed, 0);
+    EXPECT_EQ(thrown, 0);
     std::cout << "loading: " << failures << " allocations failed\n";
+}
+
+TEST(Loading, ReadsNothingOfAFileThatIsTooLarge) {
+    const std::string data = kGrouping;
+    const struct {
+        std::string path;
+        std::uint64_t megabytes;
+        std::function<void(World&, const std::string&)> load;
+    } formats[] = {{data + "mine.juk", 512,
+                    [](World& w, const std::string& path) {
+                        std::unique_ptr<Jukebox> jukebox;
+                        (void)LoadJukeboxFile(w.fake.disk, path, w.application.Catalogue(),
+                                              w.fake.text, jukebox);
+                    }},
+                   {data + "FileLocNames.lmz", 512,
+                    [](World& w, const std::string&) {
+                        w.application.Catalogue().LoadMain();
+                        w.application.Catalogue().Save();
+                    }},
+                   {data + "System\\TheOrganizer.ini", 1,
+                    [](World& w, const std::string& path) {
+                        (void)w.application.Settings().GetandLoadIniInfo(path);
+                    }},
+                   {data + "System\\LocOfMainTargetFiles.lmz", 64,
+                    [](World& w, const std::string& path) {
+                        std::vector<std::string> folders;
+                        (void)ReadSongFolderList(w.fake.environment, path, folders);
+                    }},
+                   {kPictures, 1,
+                    [](World& w, const std::string& path) {
+                        PictureSettings settings;
+                        (void)LoadPictureSettings(w.fake.environment, path, settings);
+                    }},
+                   {"C:\\App\\TIPOFDAY.TXT", 1,
+                    [](World& w, const std::string&) {
+                        struct : TipView {
+                            void TickTipsAtStartUp(bool /*ticked*/) override {}
+                            void ShowTip(const std::string& /*text*/) override {}
+                        } view;
+                        Tips(w.fake.environment, "C:\\App\\").Load(view);
+                    }},
+                   {"C:\\M\\list.m3u", 32, [](World& w, const std::string& path) {
+                        DroppedSongs(w.fake.environment, {path});
+                    }}};
+    for (const auto& [path, megabytes, load] : formats) {
+        for (const std::uint64_t beyond : {0, 1}) {
+            World world;
+            if (!world.fake.disk.Has(path))
+                world.fake.disk.AddFile(path, "one");
+            world.fake.disk.ClaimSize(path, (megabytes << 20U) + beyond);
+            const std::string content = world.fake.disk.Content(path);
+            world.fake.disk.ClearLog();
+            load(world, path);
+            EXPECT_EQ(std::ranges::count(world.fake.disk.Log(), "read " + path), beyond == 0)
+                << path;
+            EXPECT_EQ(world.fake.disk.Content(path), content);
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -288,7 +356,7 @@ TEST(SavingTogetherWithOthers, TriesAgainForABoundedTime) {
             disk.Unlock("C:\\a.juk");
     };
     std::string read;
-    EXPECT_TRUE(ReadWholeFile(disk, "C:\\a.juk", read).Ok());
+    EXPECT_TRUE(ReadWholeFile(disk, "C:\\a.juk", 1000, read).Ok());
     EXPECT_EQ(pauses, 40);
     disk.Lock("C:\\a.juk");
     pauses = 0;

@@ -4,6 +4,7 @@
 
 #include "fakes/FakeEnvironment.h"
 #include "util/Convert.h"
+#include "util/Crc32c.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
 #include "util/Utf.h"
@@ -57,6 +58,13 @@ TEST(Utf, KeepsLoneSurrogatesAndPairs) {
     EXPECT_TRUE(IsGeneralisedUtf8(text));
     for (const char* bad : {"\xC0\x80", "\x80", "\xE2\x82", "\xF5\x80\x80\x80", "\xE0\x80\x80"})
         EXPECT_FALSE(IsGeneralisedUtf8(bad));
+}
+
+TEST(Crc32c, IsThePublishedOne) {
+    EXPECT_EQ(Crc32c(""), 0U);
+    EXPECT_EQ(Crc32c("123456789"), 0xE3069283U);
+    EXPECT_EQ(Crc32c(std::string(32, '\0')), 0x8A9136AAU);
+    EXPECT_EQ(Crc32c(std::string(32, '\xFF')), 0x62A8AB43U);
 }
 
 TEST(DataText, IsAnsiWherePossibleAndMarkedUtf8Elsewhere) {
