@@ -147,7 +147,7 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
     for (Jukebox* const jukebox : picked) {
         if (!IsOpen(*jukebox))
             continue;
-        jukebox->IsFormDirty(true);
+        jukebox->MarkAsFilled();
         const auto topLevelAllSongs = [&] {
             Folder* const folder = jukebox->MaybeFind(kAllSongs);
             return folder != nullptr && folder->Level() == 0 ? folder : nullptr;

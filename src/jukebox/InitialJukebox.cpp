@@ -46,6 +46,8 @@ void BuildInitialJukebox(Jukebox& jukebox, AutomaticGroups& groups, Progress& pr
     }
     groups.BuildAutomaticGroups(0, true, jukebox.DaCaption());
     jukebox.DaCaption(kSampleCaption);
+    jukebox.IsFormDirty(false);  // until now it holds nothing that can't be built again
+    jukebox.MarkAsFilled();
 }
 
 void CopyJukebox(const Jukebox& from, Jukebox& to) {

@@ -240,6 +240,7 @@ void Jukebox::TellRanksChanged() {
 }
 
 void Jukebox::TellRecordsMoved() {
+    ++m_changes;
     m_shownAsWorst.clear();
     Tell([](JukeboxListener& listener) { listener.OnRecordsMoved(); });
 }
@@ -271,7 +272,22 @@ void Jukebox::DaCaption(std::string caption) {
 }
 
 void Jukebox::IsFormDirty(bool dirty) {
-    if (std::exchange(m_dirty, dirty) != dirty)
+    m_changes += dirty ? 1 : 0;
+    SetDirty(dirty, dirty && m_filled);
+}
+
+void Jukebox::HasUnsavedChanges(bool has) {
+    SetDirty(has, m_filled);
+}
+
+void Jukebox::MarkAsFilled() {
+    SetDirty(m_changed, true);
+}
+
+void Jukebox::SetDirty(bool changed, bool filled) {
+    const bool wasChanged = std::exchange(m_changed, changed);
+    const bool wasFilled = std::exchange(m_filled, filled);
+    if (wasChanged != changed || wasFilled != filled)
         Tell([](JukeboxListener& listener) { listener.OnDirtyChanged(); });
 }
 

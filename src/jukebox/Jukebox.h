@@ -103,8 +103,16 @@ class Jukebox {
     void DaCaption(std::string caption);
     const std::string& FileLocation() const { return m_fileLocation; }  // ends in "\", or empty
     void FileLocation(std::string folder) { m_fileLocation = std::move(folder); }
-    bool IsFormDirty() const { return m_dirty; }
+    bool IsFormDirty() const { return m_changed || m_filled; }
     void IsFormDirty(bool dirty);
+    // What would be lost without a save: changes other than what the program itself did and would
+    // do again, such as a grouping run that added nothing. Such a run marks the jukebox as filled,
+    // which makes it dirty.
+    bool HasUnsavedChanges() const { return m_changed; }
+    void HasUnsavedChanges(bool has);
+    void MarkAsFilled();
+    // Grows with every change, undone ones included.
+    std::uint64_t ChangeCount() const { return m_changes; }
 
     // The list pane's column headings. They make nothing dirty.
     const std::vector<std::string>& Columns() const { return m_columns; }
@@ -126,6 +134,7 @@ class Jukebox {
     void TellChange(Call call);
     template <typename Call>
     void ForEachIn(Folder& top, Call call);  // not recursive, so any depth is safe
+    void SetDirty(bool changed, bool filled);
     Folder& OrRoot(Folder* folder) { return folder != nullptr ? *folder : m_root; }
 
     struct Missing {
@@ -143,7 +152,9 @@ class Jukebox {
     std::vector<bool> m_shownAsWorst;  // by record number
     std::string m_caption;
     std::string m_fileLocation;
-    bool m_dirty = false;
+    bool m_changed = false;
+    bool m_filled = false;
+    std::uint64_t m_changes = 0;
     bool m_songsCameOrWent = false;
     std::vector<std::string> m_columns;
     std::vector<JukeboxListener*> m_listeners;

@@ -8,7 +8,7 @@
 namespace tobbin {
 
 JukeboxHistory::JukeboxHistory(Jukebox& jukebox) : m_jukebox(jukebox) {
-    if (jukebox.IsFormDirty())
+    if (jukebox.HasUnsavedChanges())
         m_savedAt = kNowhere;
     m_jukebox.AddListener(*this);
 }
@@ -105,7 +105,7 @@ EditResult JukeboxHistory::FlipStep(Step& step, bool backwards) {
     if (backwards)
         std::ranges::reverse(step.changes);
     if (step.changesJukebox)
-        m_jukebox.IsFormDirty(m_place != m_savedAt);
+        m_jukebox.HasUnsavedChanges(m_place != m_savedAt);
     m_working = false;
     return last;
 }
@@ -114,7 +114,7 @@ void JukeboxHistory::Clear() {
     m_done.clear();
     m_undone.clear();
     m_place = 0;
-    m_savedAt = m_jukebox.IsFormDirty() ? kNowhere : 0;
+    m_savedAt = m_jukebox.HasUnsavedChanges() ? kNowhere : 0;
 }
 
 void JukeboxHistory::OnFolderAdded(Folder& /*folder*/) {
@@ -147,8 +147,8 @@ void JukeboxHistory::OnChange() {
 }
 
 void JukeboxHistory::OnDirtyChanged() {
-    if (!m_working)
-        m_savedAt = m_jukebox.IsFormDirty() ? kNowhere : m_place;
+    if (!m_working && m_jukebox.HasUnsavedChanges() != (m_place != m_savedAt))
+        m_savedAt = m_jukebox.HasUnsavedChanges() ? kNowhere : m_place;
 }
 
 }  // namespace tobbin

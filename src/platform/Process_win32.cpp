@@ -2,8 +2,11 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <exception>
 
+#include "platform/ComPtr_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
 #include "platform/WindowBase_win32.h"
@@ -61,10 +64,11 @@ std::string ProgramFolder() {
     }
 }
 
-std::string TemporaryFilesFolder() {
-    std::wstring path(GetTempPathW(0, nullptr), L'\0');
-    path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
-    return path.empty() ? std::string() : FolderWithSeparator(Utf8(path));
+std::string PersonalDataFolder() {
+    wchar_t* path = nullptr;
+    const HRESULT result = SHGetKnownFolderPath(FOLDERID_LocalAppData, 0, nullptr, &path);
+    const ComText owned(path);
+    return SUCCEEDED(result) ? FolderWithSeparator(Utf8(path)) + "Tobbin\\" : std::string();
 }
 
 std::string SystemFolder() {

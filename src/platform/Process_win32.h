@@ -12,8 +12,9 @@ void PrepareProcess();
 // The program file's folder, with "\" at its end.
 std::string ProgramFolder();
 
-// The person's folder for temporary files, with "\" at its end; empty when there is none.
-std::string TemporaryFilesFolder();
+// The person's folder for what the program keeps on this computer, with "\" at its end; it need not
+// be there yet. Empty when the system has none.
+std::string PersonalDataFolder();
 
 // The system's folder, with "\" at its end.
 std::string SystemFolder();

@@ -105,14 +105,16 @@ WindowBase* WindowBase::MaybeOwner(HWND window, WindowBase* creator) {
 }
 
 // In the middle of work another program's messages still arrive. A command could change what is
-// just being saved; the end of the session asks whether to save, and may ask again soon.
-bool WindowBase::MustWait(UINT message, WPARAM wParam, LPARAM lParam) const {
+// just being saved, and the end of the session would cut it short.
+bool WindowBase::MustWait(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool asksForCommand =
         message == WM_COMMAND || message == WM_SYSCOMMAND || message == WM_CLOSE;
     if (!WindowsOnlyAnswer() || (!asksForCommand && message != WM_QUERYENDSESSION))
         return false;
     if (asksForCommand)
         PostMessageW(m_handle, message, wParam, lParam);
+    else
+        OnSessionMustWait();
     return true;
 }
 

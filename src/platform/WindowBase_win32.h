@@ -57,6 +57,9 @@ class WindowBase {
     // everything else to Default.
     virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
+    // The session is to end in the middle of work that takes no input, and is asked to wait.
+    virtual void OnSessionMustWait() {}
+
     // The window is there, not yet to be seen; false refuses it. And: it goes.
     virtual bool OnCreate() { return true; }
     virtual void OnDestroy() {}
@@ -78,7 +81,7 @@ class WindowBase {
     LRESULT TakeMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
-    bool MustWait(UINT message, WPARAM wParam, LPARAM lParam) const;
+    bool MustWait(UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
     HWND m_handle = nullptr;

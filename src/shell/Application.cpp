@@ -23,12 +23,14 @@ Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
     return *m_jukeboxes.emplace_back(std::move(jukebox));
 }
 
-Jukebox* Application::MaybeLoadJukebox(const std::string& path) {
+Jukebox* Application::MaybeLoadJukebox(const std::string& path, LoadOutcome* outcome) {
     std::unique_ptr<Jukebox> loaded;
     StatusLineProgress progress(m_environment.statusLine);
     progress.Show("Opening " + path + " . . .");
     const LoadResult result =
         LoadJukeboxFile(m_environment.disk, path, m_catalogue, m_environment.text, loaded);
+    if (outcome != nullptr)
+        *outcome = result.outcome;
     if (loaded != nullptr)
         return &AddJukebox(std::move(loaded));
     m_environment.statusLine.Say(result.message);

@@ -21,12 +21,12 @@
 
 namespace tobbin {
 
-// Where the program lies, where the system does, and where the person's temporary files do (empty
-// when that is not known). Each ends in "\".
+// Where the program lies, where the system does, and where the program may keep what is the
+// person's own (empty when that is not known; it need not be there). Each ends in "\".
 struct ProgramFolders {
     std::string application;
     std::string system;
-    std::string temporary = {};
+    std::string personal = {};
 };
 
 // The objects that live as long as the program. The program's main creates the one instance and
@@ -63,7 +63,8 @@ class Application : public OpenJukeboxes {
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
     // The jukebox of a file; null where it can't be loaded, and the status line says why.
-    Jukebox* MaybeLoadJukebox(const std::string& path);
+    // `outcome` tells it, too.
+    Jukebox* MaybeLoadJukebox(const std::string& path, LoadOutcome* outcome = nullptr);
     void RemoveJukebox(Jukebox& jukebox);
     std::size_t Count() const override { return m_jukeboxes.size(); }
     Jukebox& At(std::size_t index) const override { return *m_jukeboxes[index]; }

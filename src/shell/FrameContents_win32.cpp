@@ -181,8 +181,8 @@ void FrameContents::ChangeBackgroundPicture(JukeboxWindow& /*window*/) {
     PictureDialog(choice, m_children.Pictures()).Show(m_frame);
 }
 
-void FrameContents::SaveBeforeClosing(JukeboxWindow& window) {
-    m_commands.Files().SaveBeforeClosing(window);
+void FrameContents::PrepareToClose(JukeboxWindow& window, bool save) {
+    m_commands.Files().PrepareToClose(window, save);
 }
 
 void FrameContents::OnSelectionChanged(JukeboxWindow& /*window*/) {

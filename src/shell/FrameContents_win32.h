@@ -70,7 +70,7 @@ class FrameContents : private FrameView, private JukeboxWindowHost {
     void PlayAllSongsInFolder(JukeboxWindow& window) override;
     void PlaySelectedSongs(JukeboxWindow& window) override;
     void ChangeBackgroundPicture(JukeboxWindow& window) override;
-    void SaveBeforeClosing(JukeboxWindow& window) override;
+    void PrepareToClose(JukeboxWindow& window, bool save) override;
     void OnSelectionChanged(JukeboxWindow& window) override;
 
     Application& m_application;

@@ -11,6 +11,7 @@
 #include "platform/ProgressTexts.h"
 #include "ui/PictureSettings.h"
 #include "util/Text.h"
+#include "util/Utf.h"
 
 namespace tobbin {
 namespace {
@@ -84,6 +85,8 @@ bool JukeboxFiles::OpenPath(const std::string& chosen) {
     Environment& environment = m_application.TheEnvironment();
     if (m_application.Groups().IsBuilding())
         return false;
+    if (m_recovered.IsInFolder(path))
+        return OpenRecovered(path);
     if (IsOpen(JukeboxTitle(environment.text, path))) {
         environment.dialogs.Tell(kAlreadyOpen);
         return false;
@@ -181,6 +184,12 @@ void JukeboxFiles::SaveAs() {
             "with that file name.");
         return;
     }
+    if (m_recovered.IsInFolder(path)) {
+        environment.dialogs.Tell("The folder \"" + FolderOfPath(path) +
+                                 "\" is for the copies that Tobbin keeps of unsaved changes and "
+                                 "removes again.  Please choose another folder.");
+        return;
+    }
     if (FileExists(environment.disk, path) &&
         environment.dialogs.Ask("File already exists, do you wish to replace this file?",
                                 Buttons::YesNoCancel, BoxIcon::Warning) != Answer::Yes)
@@ -205,6 +214,7 @@ bool JukeboxFiles::SaveTo(const std::string& path, JukeboxWindow& window) {
     WritePictureSettings(path, window);
     NoteAsRecent(path);
     window.IsFormDirty(false);
+    m_recovered.Drop(window.Model());
     return true;
 }
 
@@ -221,72 +231,75 @@ void JukeboxFiles::WritePictureSettings(const std::string& path, const JukeboxWi
                                    "\": " + status.Reason() + ".");
 }
 
-void JukeboxFiles::SaveBeforeClosing(JukeboxWindow& window) {
+void JukeboxFiles::PrepareToClose(JukeboxWindow& window, bool save) {
+    if (!save) {
+        m_recovered.Drop(window.Model());
+        return;
+    }
+    Environment& environment = m_application.TheEnvironment();
     window.View().Activate();
     Save();
-    if (window.IsFormDirty())
-        KeepRecovered(window);
-}
-
-// The second one is for a data folder that can't be written.
-std::vector<std::string> JukeboxFiles::RecoveredFolders() const {
-    const std::string& temporary = m_application.Folders().temporary;
-    std::vector<std::string> folders = {m_application.DataFolder() + "Recovered\\"};
-    if (!temporary.empty())
-        folders.push_back(temporary + "Tobbin Recovered\\");
-    return folders;
-}
-
-// Under the first name that is free.
-bool JukeboxFiles::KeepRecovered(JukeboxWindow& window) {
-    Environment& environment = m_application.TheEnvironment();
-    for (const std::string& folder : RecoveredFolders()) {
-        if (!FolderExists(environment.disk, folder) && !environment.disk.CreateFolder(folder).Ok())
-            continue;
-        const std::string name = folder + environment.text.ToLower(window.DaCaption());
-        std::string path = name + kExtension;
-        for (int i = 2; FileExists(environment.disk, path); ++i)
-            path = name + " (" + std::to_string(i) + ")" + kExtension;
-        if (!SaveJukeboxFile(environment.disk, path, window.Model(), m_application.Catalogue())
-                 .Ok())
-            continue;
-        environment.statusLine.Say("The jukebox \"" + window.DaCaption() +
-                                   "\" was put aside as \"" + path + "\".");
-        return true;
+    while (window.IsFormDirty()) {
+        const DiskStatus status = m_recovered.Keep(window);
+        if (status.Ok()) {
+            environment.statusLine.Say(
+                "The jukebox \"" + window.DaCaption() + "\" was not saved.  It is kept as \"" +
+                m_recovered.PathOf(window.Model()) + "\", and the next start offers to open it.");
+            return;
+        }
+        const std::string question =
+            "The jukebox \"" + window.DaCaption() +
+            "\" is not saved, and no copy of it could be kept in \"" +
+            m_recovered.Folders().front() + "\": " + status.Reason() +
+            ".\r\n\r\nWhen it closes now, its changes are lost.  Do you want to save it in another "
+            "place first?";
+        if (environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Stop) != Answer::Yes)
+            return;
+        SaveAs();
     }
-    return false;
 }
 
-// What is offered is renamed first, so that a file which can't be opened is not offered for ever.
 void JukeboxFiles::OfferRecovered() {
     Environment& environment = m_application.TheEnvironment();
-    std::vector<std::string> paths;
-    for (const std::string& folder : RecoveredFolders()) {
-        FolderListing listing;
-        if (!environment.disk.List(folder, listing).Ok())
-            continue;
-        for (const FolderEntry& entry : listing.entries)
-            if (!entry.isFolder && entry.name.ends_with(kExtension))
-                paths.push_back(folder + entry.name);
-    }
+    const std::vector<std::string> paths = m_recovered.LeftBehind();
     if (paths.empty())
         return;
-    std::string question = "When Tobbin ran last, it could not save:\r\n";
+    std::string question =
+        "When Tobbin ran last, it ended with changes that were not saved.  It has kept them "
+        "as:\r\n";
     for (const std::string& path : paths)
         question += "\r\n    " + FileNameOfPath(path);
-    question += "\r\n\r\nIt has kept what they held.  Do you want to open them now?";
-    const bool open =
-        environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes;
-    for (const std::string& path : paths) {
-        Jukebox* const jukebox = open ? m_application.MaybeLoadJukebox(path) : nullptr;
-        if (jukebox != nullptr) {
-            jukebox->FileLocation("");
-            jukebox->IsFormDirty(true);
-            m_view.OpenJukeboxWindow(*jukebox);
-        }
-        if (jukebox != nullptr || !open)
-            (void)environment.disk.Replace(path, path.substr(0, path.size() - 4) + ".bak");
+    question +=
+        "\r\n\r\nDo you want to open them now?  The jukeboxes that they belong to stay as they "
+        "are.";
+    if (environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes) {
+        for (const std::string& path : paths)
+            OpenRecovered(path);
+        return;
     }
+    for (const std::string& path : paths)
+        static_cast<void>(environment.disk.Replace(path, path.substr(0, path.size() - 4) + ".bak"));
+    environment.statusLine.Say("What was kept of unsaved changes stays in \"" +
+                               FolderOfPath(paths.front()) + "\", in files that end in \".bak\".");
+}
+
+bool JukeboxFiles::OpenRecovered(const std::string& path) {
+    Jukebox* const jukebox = m_recovered.MaybeOpen(path);
+    if (jukebox != nullptr)
+        RefreshGroups(*jukebox);
+    return jukebox != nullptr;
+}
+
+std::string JukeboxFiles::RestartArguments(std::size_t mostUnits) const {
+    std::string arguments;
+    for (std::size_t i = 0; i < m_application.Count(); ++i) {
+        const Jukebox& jukebox = m_application.At(i);
+        const std::string one = (arguments.empty() ? "\"" : " \"") + jukebox.FileLocation() +
+                                jukebox.DaCaption() + kExtension + "\"";
+        if (!jukebox.FileLocation().empty() && Utf8ToUtf16(arguments + one).size() <= mostUnits)
+            arguments += one;
+    }
+    return arguments;
 }
 
 }  // namespace tobbin

@@ -9,6 +9,7 @@
 #include "shell/Application.h"
 #include "shell/FrameView.h"
 #include "shell/RecentMenu.h"
+#include "shell/RecoveredJukeboxes.h"
 
 namespace tobbin {
 
@@ -17,7 +18,7 @@ namespace tobbin {
 class JukeboxFiles {
  public:
     JukeboxFiles(Application& application, FrameView& view)
-        : m_application(application), m_view(view) {}
+        : m_application(application), m_view(view), m_recovered(application, view) {}
 
     // The Open dialog, a recent jukebox (1 newest to 3), and files named from outside the program,
     // which bring the window forward if they are open already.
@@ -35,12 +36,19 @@ class JukeboxFiles {
     void Save();
     void SaveAs();
 
-    // Saves a window that is about to close and will close in any case: what could not be saved
-    // where the person wanted it goes to the folder for recovered jukeboxes.
-    void SaveBeforeClosing(JukeboxWindow& window);
+    // A window is about to close and will close in any case. What is to be saved, and can't be
+    // where the person wanted it, is left as a recovered jukebox; where that fails, too, a box
+    // offers another place. What is not to be saved leaves no copy behind.
+    void PrepareToClose(JukeboxWindow& window, bool save);
 
-    // Offers what SaveBeforeClosing had to put aside when the program ran last.
+    // The copies of jukeboxes with unsaved changes, and the offer to open what earlier runs of the
+    // program left there.
+    RecoveredJukeboxes& Recovered() { return m_recovered; }
     void OfferRecovered();
+
+    // The arguments with which a start of the program opens the jukeboxes that are open now, as far
+    // as they come from files: quoted paths, no more than `mostUnits` UTF-16 units.
+    std::string RestartArguments(std::size_t mostUnits) const;
 
     // Whether a window that can be seen has the title as its caption.
     bool IsOpen(std::string_view title) const;
@@ -51,6 +59,7 @@ class JukeboxFiles {
 
  private:
     bool OpenPath(const std::string& path);
+    bool OpenRecovered(const std::string& path);
     void RefreshGroups(Jukebox& jukebox);
     void Refresh(const std::function<bool()>& hasClosed,
                  const std::function<void(Progress&)>& build);
@@ -58,11 +67,10 @@ class JukeboxFiles {
     void WritePictureSettings(const std::string& path, const JukeboxWindow& window);
     void NoteAsRecent(const std::string& path);
     JukeboxWindow* MaybeWindowToSave();
-    std::vector<std::string> RecoveredFolders() const;  // each ends in "\"
-    bool KeepRecovered(JukeboxWindow& window);
 
     Application& m_application;
     FrameView& m_view;
+    RecoveredJukeboxes m_recovered;
     bool m_refreshing = false;
     bool m_stopRefreshing = false;
 };

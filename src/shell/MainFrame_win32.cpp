@@ -5,6 +5,7 @@
 
 #include "platform/DragDrop_win32.h"
 #include "platform/Wide_win32.h"
+#include "platform/WindowAnswers_win32.h"
 #include "resource.h"
 #include "shell/FrameKeys_win32.h"
 #include "shell/FramePlace_win32.h"
@@ -16,9 +17,18 @@ namespace {
 
 constexpr char kCaption[] = "Tobbin MP3 Organizer";
 
+constexpr UINT kWorkIsDone = WM_APP + 1;
+constexpr UINT_PTR kCopiesTimer = 1;
+constexpr UINT kCopiesTimerMilliseconds = 20'000;
+
 HICON ProgramIcon(int size) {
     return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
                                          IMAGE_ICON, size, size, LR_SHARED));
+}
+
+// Not after a crash or a hang: what led there might come again.
+void RegisterRestart(const std::string& arguments) {
+    RegisterApplicationRestart(Wide(arguments).c_str(), RESTART_NO_CRASH | RESTART_NO_HANG);
 }
 
 // The system tells only the frame; its controls have to know as well.
@@ -58,6 +68,8 @@ bool MainFrame::Open() {
     m_maximized = PlaceFrame(Handle(), m_environment.Interfaces().userSettings);
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
+    RegisterRestart({});
+    SetTimer(Handle(), kCopiesTimer, kCopiesTimerMilliseconds, nullptr);
     m_loadedNumber = m_application.Windows().Add("frmMDIForm1", [this] { Destroy(); });
     return true;
 }
@@ -115,8 +127,21 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             m_environment.Status().Clear();
             m_contents.OpenFiles(TakeDroppedFiles(reinterpret_cast<HDROP>(wParam)));
             return 0;
+        case WM_TIMER:
+            if (wParam != kCopiesTimer)
+                break;
+            KeepCopies();
+            return 0;
         case WM_QUERYENDSESSION:
-            return OnQueryEndSession();
+            OnQueryEndSession();
+            return TRUE;
+        case WM_ENDSESSION:
+            if (wParam != FALSE)
+                OnEndSession((lParam & ENDSESSION_CLOSEAPP) != 0);
+            return 0;
+        case kWorkIsDone:
+            ShutdownBlockReasonDestroy(Handle());
+            return 0;
         case WM_CLOSE:
             OnClose();
             return 0;
@@ -239,14 +264,35 @@ void MainFrame::UpdateBars() {
     m_statusBar.ShowSelection(window != nullptr ? SelectionText(*window) : std::string());
 }
 
-// The end of the Windows session asks what the closing of the frame asks. The windows stay, as
-// another program may refuse the end, and a dialog of this one may be open.
-bool MainFrame::OnQueryEndSession() {
+// Whatever box is open. Not in the middle of other work, which another program's message can reach.
+void MainFrame::KeepCopies() {
+    if (!WindowsOnlyAnswer())
+        m_contents.Commands().Files().Recovered().KeepWhenDue();
+}
+
+// Documented for programs that can't be ended for a moment: the system shows the text to the person
+// (ShutdownBlockReasonCreate). The posted message is handled when the work is done.
+void MainFrame::OnSessionMustWait() {
+    ShutdownBlockReasonCreate(Handle(), L"Tobbin is saving.  It takes a moment.");
+    PostMessageW(Handle(), kWorkIsDone, 0, 0);
+}
+
+// The session may end: nobody is asked. This is the last moment to say what an update that starts
+// Windows anew shall open again (RegisterApplicationRestart).
+void MainFrame::OnQueryEndSession() {
+    RegisterRestart(m_contents.Commands().Files().RestartArguments(RESTART_MAX_CMD_LINE - 1));
+}
+
+// It ends, and the program may be ended at any moment from now on, or has to end itself for an
+// installer. No window is closed, as a dialog may be open.
+void MainFrame::OnEndSession(bool programCloses) {
+    if (WindowsOnlyAnswer())
+        return;
+    m_contents.Commands().Files().Recovered().LeaveForNextStart();
     SaveDatForm();
     m_contents.Children().KeepStates();
-    m_contents.Children().ForEach(
-        [](JukeboxMdiChild& child) { child.Controller().AskBeforeClosing(); });
-    return true;
+    if (programCloses)
+        PostQuitMessage(0);
 }
 
 // Not below a dialog or a search, whose work is not done.

@@ -46,7 +46,10 @@ class MainFrame : public WindowBase {
     void OnDpiChanged(const RECT& place);
     void UseLook();
     bool OnCopyData(const COPYDATASTRUCT& data);
-    bool OnQueryEndSession();
+    void OnSessionMustWait() override;
+    void OnQueryEndSession();
+    void OnEndSession(bool programCloses);
+    void KeepCopies();
     void OnClose();
     void OnDestroy() override;
     void UpdateBars();

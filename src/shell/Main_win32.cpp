@@ -63,7 +63,7 @@ int Run() {
         return 1;
     }
     Application application(environment.Interfaces(),
-                            {folder, SystemFolder(), TemporaryFilesFolder()});
+                            {folder, SystemFolder(), PersonalDataFolder()});
     MainFrame frame(application, environment);
     if (!frame.Open())
         return 1;

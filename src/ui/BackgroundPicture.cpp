@@ -12,9 +12,8 @@ constexpr char kToSwitch[] = "Once you've picked a picture you can use this func
 
 }  // namespace
 
-void BackgroundPicture::ReadInImageArray(const std::string& name) {
-    const LoadResult result =
-        LoadPictureSettings(m_environment, m_settings.LocOfGroupingDir() + name, m_kept);
+void BackgroundPicture::ReadSettings(const std::string& path) {
+    const LoadResult result = LoadPictureSettings(m_environment, path, m_kept);
     if (result.outcome == LoadOutcome::Damaged || result.outcome == LoadOutcome::Unreadable)
         m_environment.statusLine.Say(result.message);
     m_list.Read(m_environment, m_sorter, m_kept.picture);

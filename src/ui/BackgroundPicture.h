@@ -40,7 +40,10 @@ class BackgroundPicture {
 
     // Takes the settings of a file of the data folder, if it is there, reads the picture list anew
     // and shows the picture. Opens no box: the status line tells of a picture that is gone.
-    void ReadInImageArray(const std::string& name);
+    void ReadInImageArray(const std::string& name) {
+        ReadSettings(m_settings.LocOfGroupingDir() + name);
+    }
+    void ReadSettings(const std::string& path);  // the same of any file
 
     // Steps to the next or the previous picture of the list and shows it. Without a list it says
     // so and opens the picture dialog; so does the second one, which shows or removes the picture

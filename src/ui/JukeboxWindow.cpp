@@ -318,15 +318,16 @@ bool JukeboxWindow::OnFolderTextEdited(Folder& folder, const std::string& text) 
 }
 
 void JukeboxWindow::AskBeforeClosing() {
-    if (!IsFormDirty())
-        return;
+    const bool isSample = DaCaption() == kSampleCaption;
     const std::string question =
-        DaCaption() == kSampleCaption
+        isSample
             ? "You should save this initial Jukebox to speed up the program.  Do you want to save "
               "this Jukebox?"
             : "Do you want to save changes to " + DaCaption();
-    if (m_tools.environment.dialogs.Ask(question, Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
-        m_host.SaveBeforeClosing(*this);
+    const bool asks = isSample ? IsFormDirty() : HasUnsavedChanges();
+    m_host.PrepareToClose(
+        *this, asks && m_tools.environment.dialogs.Ask(question, Buttons::YesNo,
+                                                       BoxIcon::Question) == Answer::Yes);
 }
 
 void JukeboxWindow::OnFolderAdded(Folder& /*folder*/) {

@@ -39,9 +39,9 @@ class JukeboxWindowHost {
     // Shows the picture dialog for the window.
     virtual void ChangeBackgroundPicture(JukeboxWindow& window) = 0;
 
-    // Runs the frame's save command for the window, which is about to close. Nothing that fails
-    // keeps it from closing.
-    virtual void SaveBeforeClosing(JukeboxWindow& window) = 0;
+    // The window is about to close, in any case: runs the frame's save command for it if the person
+    // wants to save, and lets go of what was kept of it otherwise.
+    virtual void PrepareToClose(JukeboxWindow& window, bool save) = 0;
 
     // Opens jukebox files by their full paths.
     virtual void OpenFiles(const std::vector<std::string>& paths) = 0;
@@ -91,6 +91,7 @@ class JukeboxWindow : private JukeboxListener {
     void FileLocation(std::string folder) { m_jukebox.FileLocation(std::move(folder)); }
     bool IsFormDirty() const { return m_jukebox.IsFormDirty(); }
     void IsFormDirty(bool dirty) { m_jukebox.IsFormDirty(dirty); }
+    bool HasUnsavedChanges() const { return m_jukebox.HasUnsavedChanges(); }
     const std::string& DaCaption() const { return m_jukebox.DaCaption(); }
     void DaCaption(std::string caption) { m_jukebox.DaCaption(std::move(caption)); }
 

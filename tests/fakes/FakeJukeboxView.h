@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -61,7 +62,11 @@ class FakeJukeboxWindowHost : public JukeboxWindowHost {
     void PlayAllSongsInFolder(JukeboxWindow&) override { asked.push_back("play all"); }
     void PlaySelectedSongs(JukeboxWindow&) override { asked.push_back("play selected"); }
     void ChangeBackgroundPicture(JukeboxWindow&) override { asked.push_back("picture"); }
-    void SaveBeforeClosing(JukeboxWindow&) override { asked.push_back("save"); }
+    std::function<void(JukeboxWindow&, bool save)> prepareToClose = [this](auto&, bool save) {
+        if (save)
+            asked.push_back("save");
+    };
+    void PrepareToClose(JukeboxWindow& window, bool save) override { prepareToClose(window, save); }
     void OpenFiles(const std::vector<std::string>& paths) override {
         for (const std::string& path : paths)
             asked.push_back("open " + path);

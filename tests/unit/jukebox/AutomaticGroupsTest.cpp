@@ -84,6 +84,7 @@ TEST_F(AutomaticGroupsTest, ALaterRunAddsOnlyWhatIsNew) {
     fake.disk.ClearLog();
     BuildAll();
     EXPECT_TRUE(jukebox.IsFormDirty());
+    EXPECT_FALSE(jukebox.HasUnsavedChanges());
     EXPECT_TRUE(fake.disk.Log().empty());  // no tag is read again
     EXPECT_EQ(Inside("All Songs") + Inside("New"), "a a ");
 

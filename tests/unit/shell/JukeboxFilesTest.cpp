@@ -9,6 +9,11 @@ namespace {
 class JukeboxFilesTest : public FrameTest {
  protected:
     JukeboxFiles& files = commands.Files();
+    JukeboxFilesTest() {
+        frame.host.prepareToClose = [this](JukeboxWindow& window, bool save) {
+            files.PrepareToClose(window, save);
+        };
+    }
 
     // Answers the next file dialog.
     void Choose(const std::string& path) { fake.dialogs.files.push_back(path); }
@@ -28,6 +33,25 @@ class JukeboxFilesTest : public FrameTest {
         for (int i = 1; i <= songs; ++i)
             jukebox.AppendSongs(all, {jukebox.MakeItem("x", i, 2)});
         fake.disk.AddFile(path, WriteJukebox(jukebox, application.Catalogue()));
+    }
+    // A jukebox of a file with a change that is not saved, and a picture.
+    JukeboxWindow& OpenChanged(const std::string& path) {
+        AddJukeboxFile(path, 3);
+        Open(path);
+        JukeboxWindow& window = *frame.children.back().window;
+        window.LastPicFileLocation("C:\\p.jpg");
+        commands.Do(FrameCommand::AddFolderToRoot);
+        return window;
+    }
+    void Close(JukeboxWindow& window, const std::deque<Answer>& answers) {
+        fake.dialogs.answers = answers;
+        window.View().Close();
+    }
+    using Names = std::vector<std::string>;
+    static constexpr char kRecovered[] = "C:\\App\\Grouping\\Recovered\\";
+    static constexpr char kPersonal[] = "C:\\Temp\\Recovered\\";
+    Names Kept(const std::string& folder) {
+        return fake.disk.FilesIn(folder.substr(0, folder.size() - 1));
     }
     const clsINI& Settings() { return application.Settings(); }
 };
@@ -169,26 +193,99 @@ TEST_F(JukeboxFilesTest, AFailedSaveLeavesCaptionEntryAndFlag) {
     EXPECT_GT(fake.disk.Content("C:\\App\\Grouping\\other.juk").size(), old.size());
 }
 
-TEST_F(JukeboxFilesTest, WhatCannotBeSavedWhileClosingIsOfferedAtTheNextStart) {
-    JukeboxWindow& window = OpenSample();
-    window.DaCaption("JukeBox2");
-    fake.dialogs.files = {"C:\\Nowhere\\mix"};
-    files.SaveBeforeClosing(window);
-    EXPECT_TRUE(frame.children[0].view->active);
-    EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\Recovered\\jukebox2.juk"));
-    frame.children[0].view->visible = false;
+TEST_F(JukeboxFilesTest, AFailedSaveAtClosingIsOfferedAsAJukeboxOfItsOwn) {
+    JukeboxWindow& lost = OpenChanged("C:\\App\\Grouping\\mix.juk");
+    const std::string saved = fake.disk.Content("C:\\App\\Grouping\\mix.juk");
+    fake.disk.FailBelow("C:\\App\\Grouping", DiskError::DiskFull);
+    const Names copy = {"mix (recovered).juk", "mix (recovered).poc"};
+    Close(lost, {Answer::Yes});
+    EXPECT_EQ(Kept(kPersonal), copy);
+    fake.disk.FailBelow("C:\\App\\Grouping", DiskError::None);
 
+    JukeboxFiles next(application, frame);  // of the next start
+    Open("C:\\App\\Grouping\\mix.juk");
     fake.dialogs.answers.push_back(Answer::Yes);
-    files.OfferRecovered();
-    const JukeboxWindow& again = *frame.children.back().window;
-    EXPECT_EQ(again.DaCaption(), "JUKEBOX2");
-    EXPECT_EQ(again.FileLocation(), "");
-    EXPECT_TRUE(again.IsFormDirty());
-    EXPECT_EQ(again.Model().FolderCount(), window.Model().FolderCount());
-    EXPECT_EQ(fake.disk.FilesIn("C:\\App\\Grouping\\Recovered"),
-              std::vector<std::string>{"jukebox2.bak"});
-    files.OfferRecovered();
-    EXPECT_EQ(fake.dialogs.boxes.size(), 1U);
+    next.OfferRecovered();
+    JukeboxWindow& again = *frame.children.back().window;
+    EXPECT_EQ(again.DaCaption(), "MIX (RECOVERED)");
+    EXPECT_EQ(again.Model().FolderCount(), lost.Model().FolderCount());
+    EXPECT_EQ(again.LastPicFileLocation(), "C:\\p.jpg");
+    for (const char* name : {"C:\\App\\Grouping\\mix", "C:\\Temp\\Recovered\\mine"}) {
+        const std::size_t boxes = fake.dialogs.boxes.size();
+        Choose(name);
+        next.Save();  // asks for a name, and refuses these
+        EXPECT_EQ(fake.dialogs.boxes.size(), boxes + 1) << name;
+    }
+    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mix.juk"), saved);
+    EXPECT_EQ(Kept(kPersonal), copy);  // until it is saved
+    Choose("C:\\App\\Grouping\\other");
+    next.Save();
+    EXPECT_EQ(again.DaCaption(), "OTHER");
+    EXPECT_EQ(Kept(kPersonal), Names{});
+}
+
+TEST_F(JukeboxFilesTest, ACopyOfUnsavedChangesIsKeptEveryFewMinutesUntilTheyAreSavedOrGivenUp) {
+    const auto afterMinutes = [&](int minutes) {
+        fake.clock.milliseconds += minutes * 60'000;
+        files.Recovered().KeepWhenDue();
+        return Kept(kRecovered);
+    };
+    fake.disk.AddFile(std::string(kRecovered) + "mix (recovered).juk", "of an earlier run");
+    const Names earlier = Kept(kRecovered);
+    const Names both = {"mix (recovered 2).juk", "mix (recovered).juk"};
+    JukeboxWindow& window = OpenChanged("C:\\J\\mix.juk");
+    window.LastPicFileLocation("");
+    OpenSample();  // can be built again
+    EXPECT_EQ(afterMinutes(1), earlier);
+    EXPECT_EQ(afterMinutes(3), both);
+    fake.disk.ClearLog();
+    EXPECT_EQ(afterMinutes(3), both);
+    EXPECT_EQ(std::ranges::count(fake.disk.Log(), "write"), 0);  // nothing has changed since
+    window.Undo();
+    EXPECT_EQ(afterMinutes(3), earlier);
+    window.Redo();
+    afterMinutes(3);
+    frame.children[1].view->closed = true;
+    commands.Do(FrameCommand::Save);
+    EXPECT_EQ(Kept(kRecovered), earlier);
+    commands.Do(FrameCommand::AddFolderToRoot);
+    EXPECT_EQ(afterMinutes(3), both);
+    Close(window, {Answer::No});
+    EXPECT_EQ(Kept(kRecovered), earlier);
+    EXPECT_EQ(fake.disk.Content(std::string(kRecovered) + earlier[0]), "of an earlier run");
+    files.OfferRecovered();  // damaged, and not offered again
+    EXPECT_EQ(Kept(kRecovered), Names{"mix (recovered).bak"});
+}
+
+TEST_F(JukeboxFilesTest, AtTheEndOfTheSessionNobodyIsAskedAndTheCopiesStay) {
+    JukeboxWindow& window = OpenChanged("C:\\J\\mix.juk");
+    files.Recovered().LeaveForNextStart();
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+    Close(window, {});  // as a box does that the end of the program takes away
+    EXPECT_EQ(Kept(kRecovered), (Names{"mix (recovered).juk", "mix (recovered).poc"}));
+    EXPECT_EQ(files.RestartArguments(14), "\"C:\\J\\MIX.juk\"");
+    EXPECT_EQ(files.RestartArguments(13), "");
+}
+
+TEST_F(JukeboxFilesTest, WhatCanBeKeptNowhereIsToldBeforeItsWindowGoesWithAWayOut) {
+    fake.disk.AddFolder("D:\\");
+    for (const Answer answer : {Answer::Yes, Answer::No}) {
+        JukeboxWindow& window = OpenChanged("C:\\J\\mix.juk");
+        fake.disk.FailBelow("C:\\", DiskError::DiskFull);
+        fake.dialogs.files = {"D:\\mix"};
+        Close(window, {Answer::Yes, answer});
+        EXPECT_EQ(
+            LastBox(),
+            "The jukebox \"MIX\" is not saved, and no copy of it could be kept in "
+            "\"C:\\App\\Grouping\\Recovered\\\": the disk is full.\r\n\r\nWhen it closes now, "
+            "its changes are lost.  Do you want to save it in another place first?");
+        EXPECT_EQ(fake.disk.Has("D:\\mix.juk"), answer == Answer::Yes);
+        EXPECT_EQ(window.IsFormDirty(), answer == Answer::No);
+        EXPECT_TRUE(frame.children.back().view->closed);
+        fake.disk.FailBelow("C:\\", DiskError::None);
+        if (answer == Answer::Yes)
+            fake.disk.Erase("D:\\mix.juk");
+    }
 }
 
 TEST_F(JukeboxFilesTest, AFileNamedFromOutsideBringsItsWindowForward) {

@@ -72,8 +72,10 @@ TEST_F(JukeboxWindowTest, DoesNothingForPlacesOutsideTheMenusOrWithoutAFolder) {
 }
 
 TEST_F(JukeboxWindowTest, AsksBeforeClosingOnlyWhenChanged) {
+    jukebox.MarkAsFilled();  // by a grouping run that added nothing
+    EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(Close(), "");
-    window.IsFormDirty(true);
+    window.ActOnPopUpClick(6, 1, At("All Songs"));  // a refused cut
     EXPECT_EQ(Close(), "Do you want to save changes to MINE");
     EXPECT_TRUE(asked.empty());
     fake.dialogs.answers.push_back(Answer::Yes);
