@@ -181,6 +181,8 @@ Section Uninstall
             !insertmacro DeleteData "$INSTDIR\Grouping\Recovered"
             !insertmacro DeleteData "$INSTDIR\Grouping"
         ${EndIf}
+        !insertmacro DeleteData "$LOCALAPPDATA\Tobbin\Recovered"
+        RMDir "$LOCALAPPDATA\Tobbin"
     ${EndIf}
     DeleteRegKey HKCU "Software\Tobbin"
 kept:

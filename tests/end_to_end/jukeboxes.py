@@ -13,8 +13,9 @@ from under_wine import (GROUPING, PREFIX, SETTINGS, WINE, Case, Program, answer,
                         report, start)
 
 JUKES = PREFIX / "drive_c/Jukes"
+RECOVERED = GROUPING / "Recovered"
 # Numbers of the frame's commands, from assets/resource.h.
-NEW, OPEN, CLOSE, SAVE, SAVE_AS, NEW_SONGS, RECENT = 1001, 1002, 1003, 1004, 1005, 1201, 1600
+NEW, OPEN, CLOSE, SAVE, SAVE_AS, ADD_FOLDER, RECENT = 1001, 1002, 1003, 1004, 1005, 1106, 1600
 FILE_DIALOG = "Juke Box Files*"
 MIX, OTHER = "c:\\tobbin\\grouping\\mix.juk", "c:\\tobbin\\grouping\\other songs.juk"
 AB = "c:\\jukes\\a b.txt.juk"
@@ -108,8 +109,7 @@ class Jukeboxes(Case):
             answer("This file is already open", "OK")
             command(CLOSE)  # opened and not changed
             self.until(titles, ["A B.TXT"])
-            command(CLOSE)  # opened at the start, when its groups were built
-            answer("Do you want to save changes to A B.TXT", "No")
+            command(CLOSE)  # opened at the start, when its groups were built: only looked at
             self.until(titles, [])
             (JUKES / "a b.txt.juk").unlink()
             command(RECENT + 2)
@@ -123,26 +123,30 @@ class Jukeboxes(Case):
             self.assertTrue((GROUPING / "kept.juk").exists())
             program.end(("*initial Jukebox*", "No"))
 
-    def test_3_puts_aside_what_can_not_be_saved(self):
+    def test_3_a_failed_save_comes_back_as_a_jukebox_of_its_own(self):
         with Program() as program:
-            songs = program.rows("All Songs")
             command(SAVE_AS, "C:\\Jukes\\Gone.juk")
             self.until(titles, ["GONE"])
+            saved = (JUKES / "gone.juk").read_bytes()
+            tree = program.tree()
             shutil.rmtree(JUKES)
+            command(ADD_FOLDER)
             command(SAVE)
             self.says("The jukebox was not saved to \"c:\\jukes\\gone.juk\": ")
-            self.assertEqual(titles(), ["GONE"])
-            command(NEW_SONGS)
-            self.says("No new songs were found.")
             program.end(("Do you want to save changes to GONE", "Yes"))
-        self.assertEqual(jukebox_files(GROUPING / "Recovered"), ["gone.juk"])
-        with Program(("*could not save*gone.juk*", "Yes")) as program:
-            self.until(lambda: titles()[:1], ["GONE"])
-            self.assertEqual(program.rows("All Songs"), songs)
-            self.assertEqual(jukebox_files(GROUPING / "Recovered"), [])
+        self.assertEqual(jukebox_files(RECOVERED), ["gone (recovered).juk"])
+        JUKES.mkdir()
+        (JUKES / "gone.juk").write_bytes(saved)
+        with Program(("*not saved*gone (recovered).juk*", "Yes")) as program:
+            self.until(titles, ["GONE (RECOVERED)", "GONE"])
+            self.assertEqual(program.tree(), tree + [(0, "New Folder")])
+            command(SAVE, "C:\\Jukes\\Gone")
+            answer("GONE is already open*", "OK")
             command(SAVE, "Found again")
-            self.until(lambda: titles()[:1], ["FOUND AGAIN"])
-            program.end(("*initial Jukebox*", "No"))
+            self.until(titles, ["FOUND AGAIN", "GONE"])
+            self.assertEqual(jukebox_files(RECOVERED), [])
+            program.end()
+        self.assertEqual((JUKES / "gone.juk").read_bytes(), saved)
 
     def test_4_opens_files_from_outside(self):
         JUKES.mkdir()
@@ -159,21 +163,26 @@ class Jukeboxes(Case):
             self.assertEqual(titles()[0], "ТРИ")
             driver("press", "#32770", "Cancel", FILE_DIALOG)
             self.until(lambda: titles()[0], "ONE")
-            program.end(("Do you want to save changes to FOUND AGAIN", "No"))
+            program.end()
 
-    def test_5_asks_when_the_session_ends(self):
+    def test_5_the_end_of_the_session_asks_nothing_and_loses_nothing(self):
         saved = written(JUKES / "one.juk")
-        for button, kept in (("No", True), ("Yes", False)):
-            with Program() as program:
-                command(NEW_SONGS)
-                self.says("No new songs were found.")
-                session = subprocess.Popen([WINE, "wineboot", "--end-session"],
-                                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-                answer("Do you want to save changes to *", button)
-                program.process.wait(60)
-                session.wait(60)
-                subprocess.run(["wineserver", "-k"], check=False)  # the desktop is gone
-            self.assertEqual(written(JUKES / "one.juk") == saved, kept)
+        with Program(files=["C:\\Jukes\\one.juk"]) as program:
+            command(ADD_FOLDER)
+            tree = program.tree()
+            command(OPEN)  # whatever box is open
+            driver("wait", "#32770", FILE_DIALOG, "30")
+            subprocess.run([WINE, "wineboot", "--end-session"], stdout=subprocess.DEVNULL,
+                           stderr=subprocess.DEVNULL, check=False, timeout=60)
+            program.process.wait(60)
+            subprocess.run(["wineserver", "-k"], check=False)  # the desktop is gone
+        self.assertEqual(written(JUKES / "one.juk"), saved)
+        self.assertEqual(jukebox_files(RECOVERED), ["one (recovered).juk"])
+        with Program(("*not saved*one (recovered).juk*", "Yes")) as program:
+            self.until(titles, ["ONE (RECOVERED)", "ONE"])
+            self.assertEqual(program.tree(), tree)
+            program.end(("Do you want to save changes to ONE (RECOVERED)", "No"))
+        self.assertEqual(jukebox_files(RECOVERED), [])
 
 
 if __name__ == "__main__":

@@ -85,7 +85,7 @@ class Pictures(Case):
             program.end()
         with Program() as program:
             self.shows((255, 0, 0))
-            program.end(("Do you want to save changes to PICS", "No"))
+            program.end()
 
     def test_2_what_is_no_picture_is_told_and_passed_over(self):
         make("d.jpg", "xc:yellow")
@@ -102,13 +102,13 @@ class Pictures(Case):
             shutil.rmtree(PICTURES)
             command(PREVIOUS)
             self.says("The picture \"C:\\pics\\f.jpg\" can't be shown: it is not there any more.")
-            program.end(("Do you want to save changes to PICS", "No"))
+            program.end()
         with Program() as program:
             self.says("The background picture \"C:\\pics\\d.jpg\" is not there any more.")
             command(TILE)
             answer("You first need to pick a picture.*you can use this function.", "OK")
             driver("press", "frmPicture", "Cancel")
-            program.end(("Do you want to save changes to PICS", "No"))
+            program.end()
 
 
 if __name__ == "__main__":
