@@ -131,9 +131,9 @@ DiskStatus PosixDisk::List(const std::string& folder, const ListOptions& wish,
 }
 
 DiskStatus PosixDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
-    const int flags = mode == OpenMode::Read     ? O_RDONLY
-                      : mode == OpenMode::Create ? O_RDWR | O_CREAT | O_TRUNC
-                                                 : O_RDWR;
+    const int flags = mode == OpenMode::Create   ? O_RDWR | O_CREAT | O_TRUNC
+                      : mode == OpenMode::Update ? O_RDWR
+                                                 : O_RDONLY;
     const int handle = open(Local(path).c_str(), flags | O_CLOEXEC, 0666);
     if (handle < 0)
         return LastError();

@@ -11,6 +11,7 @@ native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
 sanitizer_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix)
 music_packages=(lame ffmpeg id3v2 python3-mutagen)
+tag_packages=(eyed3 kid3-cli "${music_packages[@]}")
 wine_packages=(wine wine64 xvfb fonts-wine xdotool imagemagick)
 package_packages=(zip nsis binutils-mingw-w64-x86-64)
 

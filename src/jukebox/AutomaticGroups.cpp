@@ -38,11 +38,10 @@ class SongsToAdd {
     std::unordered_map<const Folder*, std::size_t> m_places;
 };
 
-// A tag's text as a folder's text: padding is not part of it, nor are brackets.
-std::string FolderTextOf(const std::string& tagText) {
-    std::string text(TrimBlanks(std::string_view(tagText).substr(0, tagText.find('\0'))));
-    AutomaticGroups::CleanBrackets(text);
-    return text;
+// A tag's text as a folder's text: brackets are not part of it.
+std::string FolderTextOf(std::string tagText) {
+    AutomaticGroups::CleanBrackets(tagText);
+    return tagText;
 }
 
 // Whether the number that a text begins with is other than 0; a text without one counts as 0.
@@ -181,7 +180,8 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
 
 // Returns whether all were read.
 bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
-    MP3TagEditor editor(m_environment.disk, m_environment.text);
+    SongTags reader(m_environment.disk, m_environment.text);
+    TagTexts texts;
     const auto all = static_cast<std::size_t>(std::ranges::count(selection, true));
     std::size_t reached = 0;
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
@@ -196,11 +196,10 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
         if (tags.byRecord.contains(record))
             continue;
         Tag& tag = tags.byRecord[record];
-        editor.LoadMP3(m_catalogue.SongPath(record));
-        if (editor.TagExists()) {
-            tag.artist = tags.texts.Add(FolderTextOf(editor.Artist()));
-            tag.year = tags.texts.Add(FolderTextOf(editor.Year()));
-            tag.genre = editor.Genra();
+        if (reader.Load(m_catalogue.SongPath(record), TagFields::ForFiling(), texts)) {
+            tag.artist = tags.texts.Add(FolderTextOf(texts[TagField::Artist]));
+            tag.year = tags.texts.Add(FolderTextOf(texts[TagField::Year]));
+            tag.genre = tags.texts.Add(texts[TagField::Genre]);
         }
         m_environment.events.LetEventsThrough();
         if (m_progress != nullptr && m_progress->StopRequested())
@@ -249,7 +248,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
             if (Folder* const decade = decades.MaybeFor(year))
                 additions.Add(*decade, song);
         }
-        const std::string genre = MP3TagEditor::GenraLookupByID(tag->second.genre);
+        const std::string genre(tags.texts.Text(tag->second.genre));
         if (genres && !genre.empty() && genre != "None")
             additions.Add(genres->FolderFor(genre), song);
     }

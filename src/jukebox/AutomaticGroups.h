@@ -10,12 +10,12 @@
 #include "catalogue/TextPool.h"
 #include "jukebox/Jukebox.h"
 #include "platform/Environment.h"
-#include "tags/MP3TagEditor.h"
+#include "tags/SongTags.h"
 
 namespace tobbin {
 
 // Fills the folders "All Songs", "New", "Decades", "Genre", "Artist" and "Year" of open jukeboxes
-// with the catalogue's songs that their "All Songs" does not hold yet, by the songs' ID3v1 tags.
+// with the catalogue's songs that their "All Songs" does not hold yet, by the songs' tags.
 class AutomaticGroups {
  public:
     AutomaticGroups(Environment& environment, clsMain& catalogue, OpenJukeboxes& jukeboxes);
@@ -57,7 +57,7 @@ class AutomaticGroups {
     struct Tag {
         std::uint32_t artist = 0;
         std::uint32_t year = 0;
-        std::int16_t genre = MP3TagEditor::kNoGenra;
+        std::uint32_t genre = 0;
     };
     // The tags that one run has read, by catalogue record, so that several jukeboxes share them.
     struct TagsRead {

@@ -92,6 +92,8 @@ std::string DiskStatus::Reason() const {
                 return "the disk is write-protected";
             case DiskError::NotReady:
                 return "the drive is not ready";
+            case DiskError::NotHere:
+                return "it is in a cloud store and not on this computer";
             case DiskError::AlreadyExists:
                 return "it exists already";
             case DiskError::TooLarge:

@@ -19,6 +19,7 @@ enum class DiskError {
     DiskFull,
     WriteProtected,
     NotReady,  // a drive without a medium, a network that is away
+    NotHere,   // the content is in a cloud store only
     AlreadyExists,
     TooLarge,     // for a file of its kind
     OutOfMemory,  // for what was read
@@ -102,9 +103,10 @@ class File {
 };
 
 enum class OpenMode {
-    Read,    // an existing file; others may read and write it meanwhile
-    Create,  // a new file, or an existing one emptied
-    Update,  // an existing file, for reading and writing in place
+    Read,        // an existing file; others may read and write it meanwhile
+    ReadIfHere,  // the same, but fails with NotHere where a cloud store would have to fetch it
+    Create,      // a new file, or an existing one emptied
+    Update,      // an existing file, for reading and writing in place
 };
 
 // Files and folders. Paths are absolute, with "\" between their parts, of any length.

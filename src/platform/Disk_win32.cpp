@@ -13,6 +13,10 @@
 namespace tobbin {
 namespace {
 
+// The compiler's headers lack these two.
+constexpr DWORD kRecallOnOpen = 0x00040000;
+constexpr DWORD kRecallOnDataAccess = 0x00400000;
+
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 std::int64_t UnixTime(const FILETIME& time) {
@@ -55,6 +59,15 @@ std::optional<FolderId> MaybeId(HANDLE folder, std::optional<std::uint64_t> volu
     if (!volume && GetFileInformationByHandle(folder, &info))
         volume = info.dwVolumeSerialNumber;
     return volume ? std::optional(FolderId{*volume, index}) : std::nullopt;
+}
+
+// Whether a file's content would have to be fetched before it can be read. A question for its
+// attributes alone would not tell of all of these, and asking its folder opens nothing.
+bool IsPlaceholder(const std::wstring& path) {
+    constexpr DWORD kFetched = kRecallOnOpen | kRecallOnDataAccess | FILE_ATTRIBUTE_OFFLINE;
+    WIN32_FIND_DATAW found = {};
+    const UniqueFind search(FindFirstFileW(path.c_str(), &found));
+    return search && (found.dwFileAttributes & kFetched) != 0;
 }
 
 // The system reports a target that another program holds as "access denied". One that can be opened
@@ -120,9 +133,12 @@ DiskStatus SystemDisk::List(const std::string& folder, const ListOptions& wish,
 }
 
 DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
-    const bool writes = mode != OpenMode::Read;
+    const std::wstring longPath = LongPath(path);
+    if (mode == OpenMode::ReadIfHere && IsPlaceholder(longPath))
+        return DiskStatus(DiskError::NotHere);
+    const bool writes = mode == OpenMode::Create || mode == OpenMode::Update;
     UniqueFile handle(CreateFileW(
-        LongPath(path).c_str(), writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
+        longPath.c_str(), writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
         writes ? FILE_SHARE_READ : kShareAll, nullptr,
         mode == OpenMode::Create ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle)

@@ -1,5 +1,9 @@
 #include "tags/MP3TagEditor.h"
 
+#include <algorithm>
+
+#include "util/Text.h"
+
 namespace tobbin {
 namespace {
 
@@ -177,6 +181,18 @@ const MP3Genra* GenraCollection::MaybeByKey(std::string_view key) const {
         if (key.substr(2) == std::to_string(genre.ID()))
             return &genre;
     }
+    return nullptr;
+}
+
+const MP3Genra* GenraCollection::MaybeByName(std::string_view text) {
+    // A hyphen may stand for a blank or for nothing.
+    std::string blanks(text), nothing(text);
+    std::ranges::replace(blanks, '-', ' ');
+    std::erase(nothing, '-');
+    for (const MP3Genra& genre : Genres())
+        if (EqualsIgnoringAsciiCase(blanks, genre.Name()) ||
+            EqualsIgnoringAsciiCase(nothing, genre.Name()))
+            return &genre;
     return nullptr;
 }
 

@@ -39,13 +39,18 @@ bool MP3TagEditor::LoadMP3(const std::string& path) {
     Clear();
     m_filename = path;
     std::unique_ptr<File> file;
+    return m_disk.Open(path, OpenMode::Read, file).Ok() && LoadFrom(*file);
+}
+
+bool MP3TagEditor::LoadFrom(File& file) {
+    Clear();
     std::uint64_t size = 0;
-    if (!m_disk.Open(path, OpenMode::Read, file).Ok() || !file->Size(size).Ok())
+    if (!file.Size(size).Ok())
         return false;
     if (size <= kTagSize)
         return true;
     std::string tag;
-    if (!file->Read(size - kTagSize, kTagSize, tag).Ok() || tag.size() != kTagSize)
+    if (!file.Read(size - kTagSize, kTagSize, tag).Ok() || tag.size() != kTagSize)
         return false;
     std::string_view rest = tag;
     if (!rest.starts_with(kTagMark))

@@ -36,6 +36,10 @@ class GenraCollection {
     // The genre with this key; null when there is none.
     const MP3Genra* MaybeByKey(std::string_view key) const;
 
+    // The genre of this name, however its letters are capital or small and its words hyphenated;
+    // null when there is none.
+    static const MP3Genra* MaybeByName(std::string_view text);
+
  private:
     static const std::vector<MP3Genra>& Genres();
 };
@@ -58,6 +62,9 @@ class MP3TagEditor {
     // of 128 bytes or less is not looked into); false when reading failed. The fields are blank
     // and the genre 255 wherever no tag was read.
     bool LoadMP3(const std::string& path);
+
+    // The same from an open file; leaves `filename` alone.
+    bool LoadFrom(File& file);
 
     // Writes the fields to the file that `filename` names: over its tag when TagExists, otherwise
     // from the last byte of the file on, so that a file without a tag grows by 127 bytes. Every
