@@ -149,7 +149,6 @@ class Jukeboxes(Case):
         self.assertEqual((JUKES / "gone.juk").read_bytes(), saved)
 
     def test_4_opens_files_from_outside(self):
-        JUKES.mkdir()
         for name in ("one", "two", "три"):
             shutil.copy(GROUPING / "kept.juk", JUKES / f"{name}.juk")
         with Program(files=["C:\\Jukes\\one.juk"]) as program:
