@@ -18,7 +18,7 @@ std::string Resave(const std::string& bytes) {
     FakeProgress progress;
     const clsMain catalogue(fake.environment, settings, sorter, progress);
     std::unique_ptr<Jukebox> jukebox;
-    const LoadResult result = ReadJukebox(bytes, "C:\\a.juk", catalogue, fake.text, jukebox);
+    const LoadResult result = ReadJukebox(bytes, "C:\\a.juk", catalogue, jukebox);
     CHECK((jukebox != nullptr) == (result.outcome == LoadOutcome::Loaded));
     CHECK((jukebox != nullptr) == result.message.empty());
     return jukebox != nullptr ? WriteJukebox(*jukebox, catalogue) : "";

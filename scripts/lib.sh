@@ -124,6 +124,7 @@ install_program() {
     mkdir -p "$player"
     cp "$root/build/windows-release/tests/winamp.exe" "$player/"
     set_option "Runtime Library Check" 0
+    set_option "Keep Songs Of One Name" No
 }
 
 # Stores one of the program's per-user settings.

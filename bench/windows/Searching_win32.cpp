@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "catalogue/FoundSongs.h"
 #include "Pinger_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowsEnvironment_win32.h"
@@ -65,8 +66,9 @@ double SearchAsTheProgram(int& songs) {
     splash.Open();
     splash.ShowProgressArea(true);
     const double begin = Now();
-    SongSearch(environment.Interfaces(), splash, application.Catalogue()).SearchHardDrives();
-    songs = application.Catalogue().UBoundOfMp3Array();
+    FoundSongs found(environment.Interfaces(), application.Catalogue());
+    SongSearch(environment.Interfaces(), splash, found).SearchHardDrives();
+    songs = found.Settle().added;
     return Now() - begin;
 }
 

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "util/Convert.h"
 #include "util/DataText.h"
@@ -168,6 +172,44 @@ std::string SalvageCatalogue(std::string_view file) {
     if (front.songs > SummariseCatalogue(good).songs)
         good.assign(file.substr(0, front.end));
     return good;
+}
+
+std::string MergeCatalogues(std::string_view file, std::string_view older) {
+    constexpr std::int32_t kNoNumber = std::numeric_limits<std::int32_t>::max();
+    std::unordered_set<std::int32_t> numbers;
+    std::unordered_set<std::string> songs;  // by path, and by name and number
+    std::vector<std::pair<std::int32_t, std::string_view>> records;
+    const auto take = [&](std::string_view bytes, bool isOlder) {
+        CatalogueReader reader(bytes);
+        CatalogueStrings strings;
+        for (std::size_t begin = 0; reader.Read(strings);) {
+            const std::string_view record = bytes.substr(begin, reader.Offset() - begin);
+            begin = reader.Offset();
+            const std::string name(strings[kFileNameString]);
+            const std::string path = std::string(strings[kFolderString]) + name;
+            const std::string numbered = name + "|" + std::string(strings[kNumberString]);
+            const bool isCleared = name == "0" && !SaysPresent(strings[kPresenceString]);
+            std::int32_t number = MaybeToLong(strings[kNumberString]).value_or(kNoNumber);
+            const bool isTaken = numbers.contains(number);
+            if (isOlder &&
+                (isCleared ? isTaken
+                           : name.empty() || songs.contains(path) || songs.contains(numbered)))
+                continue;
+            if (isOlder && isTaken)
+                number = kNoNumber;
+            numbers.insert(number);
+            if (!isCleared)
+                songs.insert({path, numbered});
+            records.emplace_back(number, record);
+        }
+    };
+    take(file, false);
+    take(older, true);
+    std::ranges::stable_sort(records, {}, &std::pair<std::int32_t, std::string_view>::first);
+    std::string merged;
+    for (const auto& [number, bytes] : records)
+        merged.append(bytes);
+    return merged;
 }
 
 }  // namespace tobbin

@@ -96,4 +96,8 @@ bool SaysPresent(std::string_view presenceFlag);
 // those before the damage and, beyond it, every run of bytes that can only be a record.
 std::string SalvageCatalogue(std::string_view file);
 
+// The bytes of a catalogue file with all records of the first one, and of an older copy those whose
+// songs it doesn't have, in the order of their numbers. Both are whole.
+std::string MergeCatalogues(std::string_view file, std::string_view older);
+
 }  // namespace tobbin

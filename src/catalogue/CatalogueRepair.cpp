@@ -54,11 +54,19 @@ class CatalogueRepair {
     CatalogueStart WithoutSongs(bool expectsSongs, const std::string& what) {
         m_settings.NumerOfRecordsInTheMain(0);
         m_catalogue.LoadMain();  // Empties the table.
+        const std::string backupPath = CatalogueBackup(m_environment, m_path).Path();
+        const std::string copy = RecordsOfTheCopy();
+        if (const std::int32_t songs = SummariseCatalogue(copy).songs;
+            songs > 0 && SaveWholeFile(m_environment.disk, m_path, copy).Ok() &&
+            LoadWithCount(songs))
+            return {CatalogueFinding::Gone,
+                    Sentence(what) + "  Its earlier copy \"" + backupPath +
+                        "\" has taken its place, with the songs and ranks that it knows.",
+                    ""};
         if (!expectsSongs)
             return {};
         std::string message = Sentence(what);
         PathInfo backup;
-        const std::string backupPath = CatalogueBackup(m_environment, m_path).Path();
         if (m_environment.disk.Stat(backupPath, backup).Ok() && backup.kind == PathKind::File)
             message += "  An earlier copy of it is kept as \"" + backupPath + "\".";
         return {CatalogueFinding::Gone, message, ""};
@@ -70,8 +78,10 @@ class CatalogueRepair {
     }
 
     CatalogueStart Damaged(const std::string& file, const CatalogueSummary& summary) {
-        const std::string good = SalvageCatalogue(file);
+        const std::string salvaged = SalvageCatalogue(file);
+        const std::string good = MergeCatalogues(salvaged, RecordsOfTheCopy());
         const std::int32_t songs = SummariseCatalogue(good).songs;
+        const std::int32_t fromCopy = songs - SummariseCatalogue(salvaged).songs;
         CatalogueStart start{CatalogueFinding::Damaged, Sentence("is " + summary.damage->Words()),
                              ""};
         std::string keptAs;
@@ -87,9 +97,22 @@ class CatalogueRepair {
         if (!status.Ok())
             start.message += "  It could not be mended: " + status.Reason() + ".";
         const std::int32_t loadable = status.Ok() ? songs : summary.songs;
-        start.message += "  Songs that could be read: " + std::to_string(loadable) + ".";
+        start.message += "  Songs that could be read: " +
+                         std::to_string(status.Ok() ? loadable - fromCopy : loadable) + ".";
+        if (status.Ok() && fromCopy > 0)
+            start.message += "  Songs that its earlier copy \"" +
+                             CatalogueBackup(m_environment, m_path).Path() +
+                             "\" knows besides: " + std::to_string(fromCopy) + ".";
         LoadWithCount(loadable);
         return start;
+    }
+
+    // What can be read of the copy FileLocNames.bak; empty without one.
+    std::string RecordsOfTheCopy() {
+        std::string copy;
+        const std::string path = CatalogueBackup(m_environment, m_path).Path();
+        return ReadWholeFile(m_environment.disk, path, kLargestCatalogue, copy).Ok() ? SalvageCatalogue(copy)
+                                                                  : std::string();
     }
 
     std::string Sentence(const std::string& what) const {

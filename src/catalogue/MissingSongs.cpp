@@ -63,6 +63,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         const auto found = std::ranges::lower_bound(files, name, {}, &Named::first);
         if (found != files.end() && found->first == name) {
             known[found->second] = true;
+            m_seen.push_back({song->record, listing.entries[found->second].size});
             continue;
         }
         // The file system itself knows best which names it takes for the same, and whether a file
@@ -74,11 +75,11 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
             m_environment.events.LetEventsThrough();
     }
     if (listed) {
-        std::vector<std::string>& others = m_listed[folder];
+        std::vector<FolderEntry>& others = m_listed[folder];
         for (std::size_t i = 0; i < known.size(); ++i) {
             const FolderEntry& entry = listing.entries[i];
             if (!known[i] && !entry.isFolder && IsSongName(entry.name))
-                others.push_back(entry.name);
+                others.push_back(entry);
         }
     }
     // A drive that went away meanwhile took its files with it without their being gone.

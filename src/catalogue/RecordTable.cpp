@@ -50,6 +50,11 @@ RecordTable::CellId RecordTable::IdOf(std::string_view text) {
     return IsPlainNumber(text, value) ? kNumberBit | value : m_pool.Add(text);
 }
 
+std::optional<RecordTable::CellId> RecordTable::MaybeIdOf(std::string_view text) const {
+    std::uint32_t value = 0;
+    return IsPlainNumber(text, value) ? std::optional(kNumberBit | value) : m_pool.MaybeFind(text);
+}
+
 void RecordTable::Reserve(std::size_t records) {
     m_rows.reserve(m_rows.size() + records);
     m_pool.Reserve(records);

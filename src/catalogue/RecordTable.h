@@ -56,6 +56,8 @@ class RecordTable : public SortableTable {
     void Reserve(std::size_t records);
 
     CellId IdOf(std::string_view text);
+    // The same for a text that some cell may have; nothing when none has it.
+    std::optional<CellId> MaybeIdOf(std::string_view text) const;
     std::string TextOf(CellId id) const;
 
     // TextOf without a copy where there is one to look at; `digits` holds a number's text.

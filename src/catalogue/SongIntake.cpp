@@ -1,43 +1,23 @@
 #include "catalogue/SongIntake.h"
 
-#include <array>
-#include <string_view>
-#include <unordered_map>
-
+#include "catalogue/FoundSongs.h"
 #include "search/SongSearch.h"
 #include "util/Text.h"
 
 namespace tobbin {
 
-std::vector<std::int32_t> SongIntake::RecordsOf(const std::vector<std::string>& paths) {
-    std::vector<std::string> songs;
-    for (const std::string& path : paths)
-        if (IsSongName(FileNameOfPath(path)) && FileExists(m_environment.disk, path))
-            songs.push_back(path);
-
-    std::unordered_map<std::string, std::int32_t> byName;
-    for (const std::string& song : songs)
-        byName.try_emplace(FileNameOfPath(song), 0);
-    std::array<char, 10> digits{};
-    std::string name;
-    for (std::int32_t record = m_catalogue.UBoundOfMp3Array(); record >= 1; --record) {
-        name = m_catalogue.FileName(record, digits);
-        const auto found = byName.find(name);
-        if (found != byName.end() && m_catalogue.IsPresent(record))
-            found->second = record;
+FoundOutcome SongIntake::TakeIn(const std::vector<std::string>& paths) {
+    FoundSongs songs(m_environment, m_catalogue);
+    for (const std::string& path : paths) {
+        PathInfo info;
+        if (IsSongName(FileNameOfPath(path)) && m_environment.disk.Stat(path, info).Ok() &&
+            info.kind == PathKind::File)
+            songs.OnSongFound(FolderOfPath(path), FileNameOfPath(path), info.size);
     }
-
-    const std::int32_t before = m_catalogue.UBoundOfMp3Array();
-    std::vector<std::int32_t> records;
-    for (const std::string& song : songs) {
-        std::int32_t& record = byName.at(FileNameOfPath(song));
-        if (record == 0)
-            record = m_catalogue.OnSongFound(FolderOfPath(song), FileNameOfPath(song));
-        records.push_back(record);
-    }
-    if (m_catalogue.UBoundOfMp3Array() != before)
+    FoundOutcome outcome = songs.Settle();
+    if (m_catalogue.MainIsDirty())
         m_catalogue.WriteOutMp3DirectoryLocations();
-    return records;
+    return outcome;
 }
 
 }  // namespace tobbin

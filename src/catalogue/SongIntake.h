@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -15,11 +14,10 @@ class SongIntake {
     SongIntake(Environment& environment, clsMain& catalogue)
         : m_environment(environment), m_catalogue(catalogue) {}
 
-    // The record numbers of the MP3 files among these full paths, in their order. A file whose name
-    // the catalogue has for a present song (case counts) is that song, as in every search; the
-    // others are appended. The catalogue and the list of song folders are saved when there were
-    // such. Files that are not there are passed over.
-    std::vector<std::int32_t> RecordsOf(const std::vector<std::string>& paths);
+    // Takes in the MP3 files among these full paths (see FoundSongs); the outcome's records are
+    // theirs, in their order. The catalogue and the list of song folders are saved when there were
+    // songs that are new or back. Files that are not there are passed over.
+    FoundOutcome TakeIn(const std::vector<std::string>& paths);
 
  private:
     Environment& m_environment;

@@ -69,6 +69,18 @@ std::uint32_t TextPool::Add(std::string_view text) {
     return m_slots[at].id;
 }
 
+std::optional<std::uint32_t> TextPool::MaybeFind(std::string_view text) const {
+    if (text.empty())
+        return 0;
+    const std::uint32_t hash = Hash(text);
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t at = hash & mask; m_slots[at].id != 0; at = (at + 1) & mask) {
+        if (m_slots[at].hash == hash && m_texts[m_slots[at].id] == text)
+            return m_slots[at].id;
+    }
+    return std::nullopt;
+}
+
 std::string_view TextPool::Store(std::string_view text) {
     if (text.size() > m_chunkLeft) {
         const std::size_t bytes = text.size() > kChunkBytes ? text.size() : kChunkBytes;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,8 @@ class TextPool {
     TextPool& operator=(const TextPool&) = delete;
 
     std::uint32_t Add(std::string_view text);
+    // The number of a text that the pool has; nothing for any other.
+    std::optional<std::uint32_t> MaybeFind(std::string_view text) const;
 
     // Makes room for that many more distinct texts at once.
     void Reserve(std::size_t count);

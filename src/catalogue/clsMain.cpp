@@ -8,6 +8,7 @@
 
 #include "catalogue/CatalogueBackup.h"
 #include "catalogue/CatalogueFile.h"
+#include "catalogue/FoundSongs.h"
 #include "catalogue/SongFolderList.h"
 #include "platform/ProgressTexts.h"
 #include "util/DataText.h"
@@ -27,6 +28,16 @@ clsMain::clsMain(Environment& environment, clsINI& settings, SortCity& sorter, P
 
 std::string clsMain::CataloguePath() const {
     return m_settings.LocOfGroupingDir() + "FileLocNames.lmz";
+}
+
+std::string clsMain::MemoryPath() const {
+    return FolderOfPath(m_settings.SettingsPath()) + "SongMemory.txt";
+}
+
+SongIdentity::Rule clsMain::NameRule() const {
+    return m_environment.userSettings.MaybeRead(kKeepSongsOfOneName) == "Yes"
+               ? SongIdentity::Rule::OneForEachPath
+               : SongIdentity::Rule::OneForEachName;
 }
 
 std::string clsMain::Mp3Info(int field, std::int32_t record) const {
@@ -68,7 +79,8 @@ std::int32_t clsMain::OnSongFound(const std::string& folder, const std::string& 
 bool clsMain::Save() {
     if (m_fileState == FileState::Unreadable)
         return SayNotSaved("the one on the disk could not be read and would be lost");
-    if (!FileHoldsTable() && !SaveTable())
+    // First what lets a song be known again, so that no moment finds it cleared and forgotten.
+    if (!SaveMemory() || (!FileHoldsTable() && !SaveTable()))
         return false;
     m_settings.NumerOfRecordsInTheMain(UBoundOfMp3Array());
     return m_settings.Save(m_settings.SettingsPath());
@@ -103,7 +115,43 @@ bool clsMain::SaveTable() {
     m_fileState = FileState::InTable;
     m_recordsInFile = UBoundOfMp3Array();
     m_dirty = false;
+    m_memory.OnCatalogueSaved(m_table);
     RememberFile();
+    return true;
+}
+
+void clsMain::LoadMemory() {
+    std::string bytes;
+    const DiskStatus status = ReadWholeFile(m_environment.disk, MemoryPath(), kLargestSongMemory, bytes);
+    m_memoryIsUnread = !status.Ok() && status.Error() != DiskError::NotFound;
+    m_memory.ForgetCleared();
+    if (!status.Ok())
+        return;
+    const LoadResult result = m_memory.Read(bytes, m_table);
+    if (result.outcome == LoadOutcome::Loaded)
+        return;
+    std::string keptAs;
+    m_memoryIsUnread = !KeepDamagedFileAside(m_environment.disk, MemoryPath(), keptAs).Ok();
+    m_environment.statusLine.Say("The file \"" + MemoryPath() + "\" is damaged: " + result.message +
+                                 ".  What could be read is used.");
+}
+
+bool clsMain::SaveMemory() {
+    const bool withSizes = NameRule() == SongIdentity::Rule::OneForEachPath;
+    if (!m_memory.IsDirty(withSizes))
+        return true;
+    std::string keptAs;
+    DiskStatus status;
+    if (m_memoryIsUnread)
+        status = KeepCopyAside(m_environment.disk, MemoryPath(), kLargestSongMemory, keptAs);
+    if (status.Ok())
+        status = SaveWholeFileIfChanged(m_environment.disk, MemoryPath(),
+                                        m_memory.Write(m_table, withSizes));
+    if (!status.Ok())
+        return SayNotSaved("the file \"" + MemoryPath() + "\" could not be written, " +
+                           status.Reason());
+    m_memoryIsUnread = false;
+    m_memory.OnSaved();
     return true;
 }
 
@@ -164,6 +212,7 @@ DiskStatus clsMain::LoadFile() try {
         m_lastLoad.outcome == LoadOutcome::Loaded ? FileState::InTable : FileState::Unknown;
     m_recordsInFile = UBoundOfMp3Array();
     RememberFile();
+    LoadMemory();
     return {};
 } catch (const std::bad_alloc&) {
     return DiskStatus(DiskError::OutOfMemory);
@@ -188,17 +237,32 @@ bool clsMain::KeepBackup() {
 ListedFolders clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
     MissingSongs check(m_environment, m_table);
     const std::vector<std::int32_t> missing = check.Find();
+    m_seen = check.TakeSeen();
+    for (const auto& [record, size] : m_seen)
+        m_memory.TakeSize(record, size);
     const bool losesSongs =
         std::any_of(missing.begin(), missing.end(), [this](std::int32_t record) {
             const std::string name = m_table.Text(kFileName, record);
             return !name.empty() && name != "0";
         });
+    m_lost.clear();
     if (!losesSongs || KeepBackup()) {
-        for (const std::int32_t record : missing)
+        for (const std::int32_t record : missing) {
+            const std::string name = m_table.Text(kFileName, record);
+            if (!name.empty() && name != "0") {
+                m_memory.Clear(record, m_table.Text(kFolder, record), name);
+                m_lost.push_back(record);
+            }
             for (const Field field : {kPresence, kFolder, kFileName})
                 Mp3Info(field, record, "0");
+        }
     }
     return check.TakeListed();
+}
+
+std::size_t clsMain::SongsLostByLastCheck() const {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        m_lost, [this](std::int32_t record) { return IsCleared(m_table, record); }));
 }
 
 bool clsMain::RenumberBasedOnArrayNumber() {
@@ -215,13 +279,22 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     if (UBoundOfMp3Array() == 0)
         return true;  // Never an empty table over a file of records.
     const RecordTable::CellId present = m_table.IdOf("1");
-    std::unordered_map<RecordTable::CellId, std::int32_t> keepers;  // by file name
+    const bool byPath = NameRule() == SongIdentity::Rule::OneForEachPath;
+    std::unordered_map<std::string, std::uint64_t> folders;   // numbered, by their small letters
+    std::unordered_map<std::uint64_t, std::int32_t> keepers;  // by file name, and folder if wished
     keepers.reserve(static_cast<std::size_t>(UBoundOfMp3Array()));
     std::vector<std::int32_t> dropped;
     for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record) {
         if (m_table.Id(kPresence, record) != present)
             continue;
-        const auto [keeper, isFirst] = keepers.try_emplace(m_table.Id(kFileName, record), record);
+        std::uint64_t folder = 0;
+        if (byPath)
+            folder = folders
+                         .try_emplace(m_environment.text.ToLower(m_table.Text(kFolder, record)),
+                                      folders.size())
+                         .first->second;
+        const auto [keeper, isFirst] =
+            keepers.try_emplace(folder << 32U | m_table.Id(kFileName, record), record);
         if (isFirst)
             continue;
         const bool isSmaller = NumberOrLargest(record) < NumberOrLargest(keeper->second);
@@ -247,7 +320,17 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
     m_environment.events.PumpWithoutInput();
     const bool sorted = inOrder || Sort(true, 0, kNumber);
     m_environment.events.PumpWithoutInput();
+    RememberMoves();
     return RenumberBasedOnArrayNumber() && Save() && sorted;
+}
+
+// Each record still has the number that it had before records were dropped.
+void clsMain::RememberMoves() {
+    std::unordered_map<std::int32_t, std::int32_t> moved;
+    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record)
+        if (const std::int32_t before = NumberOrLargest(record); before != record)
+            moved.try_emplace(before, record);
+    m_memory.Move(moved);
 }
 
 bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
@@ -279,7 +362,9 @@ bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
 
 bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
-    SongSearch(m_environment, m_progress, *this).SearchHardDrives();
+    FoundSongs found(m_environment, *this);
+    SongSearch(m_environment, m_progress, found).SearchHardDrives();
+    m_lastSearch = found.Settle();
     m_environment.events.PumpWithoutInput();
     return !Mp3MainHasSomeMembers() ||
            (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
@@ -297,9 +382,10 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& l
     if (!status.Ok())
         m_environment.statusLine.Say("The list of song folders \"" + list +
                                      "\" can't be read: " + status.Reason() + ".");
-    // The songs known already are appended again and dropped as duplicates of a larger number.
     RenumberBasedOnArrayNumber();
-    SongSearch search(m_environment, m_progress, *this);
+    FoundSongs found(m_environment, *this);
+    found.Seen(std::exchange(m_seen, {}));
+    SongSearch search(m_environment, m_progress, found);
     for (const std::string& folder : folders) {
         if (m_progress.StopRequested())
             break;
@@ -309,7 +395,20 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& l
             search.SearchFolder(folder);
         m_environment.events.LetEventsThrough();
     }
+    m_lastSearch = found.Settle();
     return DeleteIdenticalFileNamesAndPaths() && status.Ok();
+}
+
+bool clsMain::TakeInWhatWasLeftOut() {
+    FoundSongs found(m_environment, *this);
+    for (const FoundOutcome::LeftOut& one : m_lastSearch.leftOut)
+        found.OnSongFound(one.file.folder, one.file.name, one.file.size);
+    const std::int32_t cameBack = m_lastSearch.cameBack;
+    const std::int32_t added = m_lastSearch.added;
+    m_lastSearch = found.Settle();
+    m_lastSearch.cameBack += cameBack;
+    m_lastSearch.added += added;
+    return WriteOutMp3DirectoryLocations();
 }
 
 bool clsMain::WriteOutMp3DirectoryLocations() {

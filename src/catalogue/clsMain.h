@@ -4,20 +4,34 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "catalogue/clsINI.h"
 #include "catalogue/MissingSongs.h"
 #include "catalogue/RecordTable.h"
+#include "catalogue/SongIdentity.h"
+#include "catalogue/SongMemory.h"
 #include "platform/Environment.h"
-#include "search/SongSearch.h"
 #include "util/SortCity.h"
 
 namespace tobbin {
 
+// What became of the files that a search, a drop or a list has found.
+struct FoundOutcome {
+    struct LeftOut {
+        SongFile file;
+        std::int32_t kept = 0;  // the record of the song that has its name
+    };
+    std::vector<std::int32_t> records;  // of each file; for one that was left out, of the song kept
+    std::int32_t added = 0;             // new songs
+    std::int32_t cameBack = 0;          // songs whose files were gone from their places
+    std::vector<LeftOut> leftOut;
+};
+
 // The song catalogue: the master list of every song that a search has found, in memory and in the
 // file FileLocNames.lmz of the data folder (see docs/catalogue-file.md). Records count from 1 to
 // UBoundOfMp3Array without a gap; each has the twelve text fields of Field.
-class clsMain : public SongSink {
+class clsMain {
  public:
     clsMain(Environment& environment, clsINI& settings, SortCity& sorter, Progress& progress);
 
@@ -32,22 +46,33 @@ class clsMain : public SongSink {
     };
 
     // Sets every record's presence flag from its file's existence; a missing song also gets the
-    // folder and name "0". Songs on a drive that can't be reached stay as they are. Each folder is
-    // listed once. Returns what else the listings held.
+    // folder and name "0", and what it was called is kept in the memory. Songs on a drive that
+    // can't be reached stay as they are. Each folder is listed once. Returns what else the listings
+    // held.
     ListedFolders CheckToSeeIfFilesAreMissingAndMakeFalse();
 
-    // Appends the songs of the listed song folders that are not in the catalogue yet; with no
+    // Takes in the songs of the listed song folders (see SongIdentity); with no
     // catalogue (the settings count no record), searches every hard drive. A lost list is made anew
     // from the catalogue. What a check has listed just now is not listed again. Returns whether all
     // of it succeeded.
     bool AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& listedJustNow = {});
 
-    // Appends the songs of every hard drive, then drops duplicates, renumbers, saves, loads again
+    // Takes in the songs of every hard drive, then drops duplicates, renumbers, saves, loads again
     // and writes the list of song folders. A search that was stopped keeps what it found.
     bool SearchHardDrives();
 
-    // Keeps one present record for each file name (case counts), the one with the smallest number,
-    // renumbers and saves. Cleared records stay.
+    // How many songs the last check has cleared that no search has found since.
+    std::size_t SongsLostByLastCheck() const;
+
+    // What the last of these two searches found.
+    const FoundOutcome& LastSearch() const { return m_lastSearch; }
+
+    // Takes in what the last search left out, by the rule as it is now, saves and writes the list
+    // of song folders.
+    bool TakeInWhatWasLeftOut();
+
+    // Keeps one present record for each file name (case counts), or for each path where that is the
+    // rule: the one with the smallest number. Renumbers and saves. Cleared records stay.
     bool DeleteIdenticalFileNamesAndPaths();
 
     // Field 4 of every record becomes its record number.
@@ -100,15 +125,24 @@ class clsMain : public SongSink {
     bool IsPresent(std::int32_t record) const;     // presence flag is not 0
     std::int32_t Rank(std::int32_t record) const;  // 2 to 7; 2 when the cell holds no number
 
+    // Whether the songs of one name are one song, by the per-user setting "Keep Songs Of One Name".
+    SongIdentity::Rule NameRule() const;
+    static constexpr char kKeepSongsOfOneName[] = "Keep Songs Of One Name";
+
+    SongMemory& Memory() { return m_memory; }
+    const SongMemory& Memory() const { return m_memory; }
+    const SystemText& Text() const { return m_environment.text; }
+
     std::string CataloguePath() const;
+    std::string MemoryPath() const;
 
     // Makes the copy FileLocNames.bak of the catalogue file, as CatalogueBackup describes. The
     // passes above call it themselves before they clear or drop a record of the file; without the
     // copy they leave those records alone.
     bool KeepBackup();
 
-    // SongSink: appends a record with rank "2".
-    std::int32_t OnSongFound(const std::string& folder, const std::string& name) override;
+    // Appends a record with rank "2" and returns its number.
+    std::int32_t OnSongFound(const std::string& folder, const std::string& name);
 
  private:
     // How the table stands to the catalogue file.
@@ -122,6 +156,9 @@ class clsMain : public SongSink {
     LoadResult ReadRecords(std::string_view file);
     bool FileHoldsTable();
     bool SaveTable();
+    void LoadMemory();
+    bool SaveMemory();
+    void RememberMoves();
     void RememberFile();
     bool MakeFile(std::string& file);
     bool SayNotSaved(const std::string& why);
@@ -137,6 +174,11 @@ class clsMain : public SongSink {
     FileState m_fileState = FileState::Unknown;
     std::int32_t m_recordsInFile = 0;  // as last loaded or saved
     PathInfo m_fileInfo;               // likewise; a path that names nothing when it is not known
+    SongMemory m_memory;
+    bool m_memoryIsUnread = false;
+    std::vector<MissingSongs::SeenSong> m_seen;  // by the last check
+    std::vector<std::int32_t> m_lost;            // the records it cleared
+    FoundOutcome m_lastSearch;
 };
 
 }  // namespace tobbin

@@ -165,6 +165,14 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
     m_building = wasBuilding;
 }
 
+void AutomaticGroups::FileNewSongs() {
+    if (m_building)
+        return;
+    m_takesInput = false;
+    BuildAutomaticGroups(0, true, "");
+    m_takesInput = true;
+}
+
 void AutomaticGroups::ShowProgressIn(Progress& progress, const std::function<void()>& work) {
     Progress* const other = std::exchange(m_progress, &progress);
     work();
@@ -201,7 +209,10 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
             tag.year = tags.texts.Add(FolderTextOf(texts[TagField::Year]));
             tag.genre = tags.texts.Add(texts[TagField::Genre]);
         }
-        m_environment.events.LetEventsThrough();
+        if (m_takesInput)
+            m_environment.events.LetEventsThrough();
+        else
+            m_environment.events.PumpWithoutInput();
         if (m_progress != nullptr && m_progress->StopRequested())
             return false;
     }

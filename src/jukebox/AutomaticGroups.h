@@ -37,6 +37,10 @@ class AutomaticGroups {
     // to stop ends the reading, and the songs read by then are filed.
     void BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded, const std::string& caption);
 
+    // Fills all open jukeboxes with songs that came in by another command. The windows are painted
+    // but take no input; does nothing while a run is at work.
+    void FileNewSongs();
+
     // For each catalogue record, at its number from 1: whether it is present and not in the folder.
     // Element 0 is unused.
     void SelectSongsNotInFolder(const Folder& folder, std::vector<bool>& selection) const;
@@ -74,6 +78,7 @@ class AutomaticGroups {
     OpenJukeboxes& m_jukeboxes;
     Progress* m_progress = nullptr;
     bool m_building = false;
+    bool m_takesInput = true;  // while tags are read
 };
 
 }  // namespace tobbin

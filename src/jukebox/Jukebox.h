@@ -81,6 +81,14 @@ class Jukebox {
     bool SongsCameOrWent() const { return m_songsCameOrWent; }
     void SongsCameOrWent(bool cameOrWent) { m_songsCameOrWent = cameOrWent; }
 
+    // The songs that were found under another record number than their file gives.
+    struct SongMove {
+        std::int32_t before = 0;
+        std::int32_t now = 0;
+    };
+    const std::vector<SongMove>& SongMoves() const { return m_songMoves; }
+    void AddSongMove(const SongMove& move) { m_songMoves.push_back(move); }
+
     // A song ranked worst is shown one rank below the one that the catalogue has for it, until the
     // jukebox is opened again. Who changes ranks tells so when it is done.
     bool IsShownAsWorst(std::int32_t recordNumber) const;
@@ -156,6 +164,7 @@ class Jukebox {
     bool m_filled = false;
     std::uint64_t m_changes = 0;
     bool m_songsCameOrWent = false;
+    std::vector<SongMove> m_songMoves;
     std::vector<std::string> m_columns;
     std::vector<JukeboxListener*> m_listeners;
 };

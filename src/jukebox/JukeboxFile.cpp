@@ -29,7 +29,7 @@ LoadResult LoadJukeboxFile(Disk& disk, const std::string& path, const clsMain& c
     std::string bytes;
     if (const DiskStatus status = ReadWholeFile(disk, path, kLargestJukebox, bytes); !status.Ok())
         return NotOpened(path, status);
-    LoadResult result = ReadJukebox(bytes, path, catalogue, text, jukebox);
+    LoadResult result = ReadJukebox(bytes, path, catalogue, jukebox);
     if (jukebox != nullptr) {
         jukebox->DaCaption(JukeboxTitle(text, path));
         jukebox->FileLocation(FolderOfPath(path));

@@ -27,10 +27,10 @@ inline constexpr std::uint64_t kLargestJukebox = Megabytes(512);
 std::string WriteJukebox(const Jukebox& jukebox, const clsMain& catalogue);
 
 // Reads the bytes of the jukebox file `path`, which is named in messages only, into a new jukebox:
-// its tree, songs and columns. A song whose record is no longer the same is found again by its
-// path, or becomes a missing one. When the outcome is not Loaded, `jukebox` is empty.
+// its tree, songs and columns. A song whose record is no longer the same is found again (see
+// SongIdentity), or becomes a missing one. When the outcome is not Loaded, `jukebox` is empty.
 LoadResult ReadJukebox(std::string_view bytes, const std::string& path, const clsMain& catalogue,
-                       const SystemText& text, std::unique_ptr<Jukebox>& jukebox);
+                       std::unique_ptr<Jukebox>& jukebox);
 
 // The same from and to the disk. A loaded jukebox has the caption and the file location of its
 // path, the first heading of an unsorted list, and is not dirty.

@@ -6,9 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/SongIdentity.h"
 #include "jukebox/JukeboxFile.h"
 #include "jukebox/JukeboxLines.h"
-#include "jukebox/SongFinder.h"
+#include "jukebox/MovedSongs.h"
 #include "util/Convert.h"
 
 namespace tobbin {
@@ -22,9 +23,8 @@ using MaybeError = std::optional<std::string>;
 // Reads the lines into a jukebox. Anything that the writer would not have written is an error.
 class JukeboxReader {
  public:
-    JukeboxReader(std::string_view bytes, const clsMain& catalogue, const SystemText& text,
-                  Jukebox& jukebox)
-        : m_bytes(bytes), m_lines(bytes), m_finder(catalogue, text), m_jukebox(jukebox) {}
+    JukeboxReader(std::string_view bytes, const clsMain& catalogue, Jukebox& jukebox)
+        : m_bytes(bytes), m_lines(bytes), m_identity(catalogue), m_jukebox(jukebox) {}
 
     MaybeError Read() {
         if (auto error = ReadFirstLine())
@@ -166,7 +166,9 @@ class JukeboxReader {
     // A song that was missing already when the file was written has its number negated.
     SongItem FindSong(std::int32_t number, std::string_view folder, std::string_view fileName,
                       std::string_view text) {
-        const std::int32_t record = m_finder.RecordOf(std::abs(number), folder, fileName);
+        const std::int32_t record = m_identity.RecordOf(std::abs(number), folder, fileName);
+        if (record != 0 && record != std::abs(number))
+            m_jukebox.AddSongMove({std::abs(number), record});
         if ((record != 0) != (number > 0))
             m_jukebox.SongsCameOrWent(true);
         return record != 0
@@ -189,7 +191,7 @@ class JukeboxReader {
 
     std::string_view m_bytes;
     JukeboxLines m_lines;
-    SongFinder m_finder;
+    SongIdentity m_identity;
     Jukebox& m_jukebox;
     std::vector<Folder*> m_path;  // the last folder and those above it, from the top
     std::vector<std::string> m_places;
@@ -200,15 +202,16 @@ class JukeboxReader {
 }  // namespace
 
 LoadResult ReadJukebox(std::string_view bytes, const std::string& path, const clsMain& catalogue,
-                       const SystemText& text, std::unique_ptr<Jukebox>& jukebox) {
+                       std::unique_ptr<Jukebox>& jukebox) {
     jukebox = std::make_unique<Jukebox>();
-    JukeboxReader reader(bytes, catalogue, text, *jukebox);
+    JukeboxReader reader(bytes, catalogue, *jukebox);
     if (const auto error = reader.Read()) {
         jukebox.reset();
         return {LoadOutcome::Damaged, "The jukebox \"" + path + "\" was not opened: in line " +
                                           std::to_string(reader.LineNumber()) + ", " + *error +
                                           "."};
     }
+    KeepMovedSongsOnce(*jukebox);
     jukebox->IsFormDirty(false);
     return {};
 }

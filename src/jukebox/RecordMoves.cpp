@@ -1,9 +1,9 @@
 #include "jukebox/RecordMoves.h"
 
 #include <algorithm>
-#include <string>
 
-#include "jukebox/SongFinder.h"
+#include "jukebox/MovedSongs.h"
+#include "util/Check.h"
 
 namespace tobbin {
 
@@ -11,20 +11,29 @@ RecordMoves::RecordMoves(const clsMain& catalogue) : m_catalogue(catalogue) {
     const std::int32_t last = catalogue.UBoundOfMp3Array();
     m_paths.reserve(static_cast<std::size_t>(last));
     for (std::int32_t record = 1; record <= last; ++record)
-        m_paths.emplace_back(m_texts.Add(catalogue.Mp3Info(clsMain::kFolder, record)),
-                             m_texts.Add(catalogue.Mp3Info(clsMain::kFileName, record)));
+        if (const SongMemory::Cleared* const song = catalogue.Memory().MaybeCleared(record))
+            m_paths.emplace_back(m_texts.Add(song->folder), m_texts.Add(song->name));
+        else
+            m_paths.emplace_back(m_texts.Add(catalogue.Mp3Info(clsMain::kFolder, record)),
+                                 m_texts.Add(catalogue.Mp3Info(clsMain::kFileName, record)));
 }
 
-bool RecordMoves::Find(const SystemText& text) {
-    SongFinder finder(m_catalogue, text);
+bool RecordMoves::Find() {
+    m_identity.emplace(m_catalogue);
     m_numbers.clear();
-    bool moved = false;
+    m_moved = false;
+    m_merged.clear();
+    std::vector<bool> taken(static_cast<std::size_t>(m_catalogue.UBoundOfMp3Array()) + 1);
     for (const auto& [folder, name] : m_paths) {
         const auto before = static_cast<std::int32_t>(m_numbers.size()) + 1;
-        m_numbers.push_back(finder.RecordOf(before, m_texts.Text(folder), m_texts.Text(name)));
-        moved = moved || m_numbers.back() != before;
+        m_numbers.push_back(m_identity->RecordOf(before, m_texts.Text(folder), m_texts.Text(name)));
+        const std::int32_t now = m_numbers.back();
+        m_moved = m_moved || now != before;
+        if (now != 0 && taken[static_cast<std::size_t>(now)])
+            m_merged.push_back({before, now});
+        taken[static_cast<std::size_t>(now)] = true;
     }
-    return moved;
+    return m_moved;
 }
 
 std::int32_t RecordMoves::NumberNow(std::int32_t before) const {
@@ -32,7 +41,14 @@ std::int32_t RecordMoves::NumberNow(std::int32_t before) const {
     return before >= 1 && index < m_numbers.size() ? m_numbers[index] : 0;
 }
 
-void RecordMoves::Apply(Jukebox& jukebox) const {
+void RecordMoves::Apply(Jukebox& jukebox) {
+    CHECK(m_identity);
+    const bool anyBack = FindMissingSongsAgain(jukebox, *m_identity);
+    if (!m_moved) {
+        if (anyBack)
+            jukebox.TellRecordsMoved();
+        return;
+    }
     for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder)) {
         const auto stays = [&](const SongItem& song) {
             return song.IsMissing() || NumberNow(song.recordNumber) == song.recordNumber;
@@ -45,6 +61,9 @@ void RecordMoves::Apply(Jukebox& jukebox) const {
                 song = ItemNow(jukebox, song);
         jukebox.SetSongs(*folder, std::move(songs));
     }
+    for (const Jukebox::SongMove& move : m_merged)
+        jukebox.AddSongMove(move);
+    KeepMovedSongsOnce(jukebox);
     jukebox.TellRecordsMoved();
 }
 

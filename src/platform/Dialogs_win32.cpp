@@ -17,6 +17,8 @@ UINT ButtonFlags(Buttons buttons) {
     switch (buttons) {
         case Buttons::YesNo:
             return MB_YESNO;
+        case Buttons::YesNoPreferNo:
+            return MB_YESNO | MB_DEFBUTTON2;
         case Buttons::YesNoCancel:
             return MB_YESNOCANCEL;
         default:

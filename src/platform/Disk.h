@@ -67,7 +67,8 @@ struct FolderId {
 struct FolderEntry {
     std::string name;
     bool isFolder = false;
-    bool isLink = false;  // leads to another place, which may be on another volume
+    bool isLink = false;     // leads to another place, which may be on another volume
+    std::uint64_t size = 0;  // bytes, of a file; 0 where the listing does not tell
 };
 
 // Everything in a folder but "." and "..", in the order of the file system.

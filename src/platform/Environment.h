@@ -36,7 +36,12 @@ class Drives {
                                                       const std::function<bool()>& keepOn) = 0;
 };
 
-enum class Buttons { Ok, YesNo, YesNoCancel };
+enum class Buttons {
+    Ok,
+    YesNo,
+    YesNoPreferNo,  // as YesNo, with No as the one that Enter presses
+    YesNoCancel,
+};
 enum class Answer { Ok, Yes, No, Cancel };
 enum class BoxIcon { None, Information, Question, Warning, Stop };
 

@@ -1,6 +1,7 @@
 #include "platform/FolderListing_win32.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -14,10 +15,11 @@ namespace {
 
 constexpr std::size_t kBufferBytes = 64 * 1024;
 
-void Add(std::wstring_view name, DWORD attributes, std::vector<FolderEntry>& entries) {
+void Add(std::wstring_view name, DWORD attributes, std::uint64_t size,
+         std::vector<FolderEntry>& entries) {
     if (name != L"." && name != L"..")
         entries.push_back({Utf8(name), (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
-                           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
+                           (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0, size});
 }
 
 // Adds the entries of a filled buffer: a chain of records, each with its distance to the next.
@@ -27,7 +29,8 @@ void AddAll(const std::byte* buffer, std::vector<FolderEntry>& entries) {
         std::memcpy(&record, buffer + at, offsetof(FILE_FULL_DIR_INFO, FileName));
         const auto* const name =
             reinterpret_cast<const wchar_t*>(buffer + at + offsetof(FILE_FULL_DIR_INFO, FileName));
-        Add({name, record.FileNameLength / sizeof(wchar_t)}, record.FileAttributes, entries);
+        Add({name, record.FileNameLength / sizeof(wchar_t)}, record.FileAttributes,
+            static_cast<std::uint64_t>(record.EndOfFile.QuadPart), entries);
         if (record.NextEntryOffset == 0)
             return;
         at += record.NextEntryOffset;
@@ -68,7 +71,8 @@ DiskStatus ListBySearch(const std::wstring& longFolder, std::vector<FolderEntry>
                                              FIND_FIRST_EX_LARGE_FETCH));
     BOOL more = search ? TRUE : FALSE;
     while (more) {
-        Add(found.cFileName, found.dwFileAttributes, entries);
+        Add(found.cFileName, found.dwFileAttributes,
+            static_cast<std::uint64_t>(found.nFileSizeHigh) << 32U | found.nFileSizeLow, entries);
         more = FindNextFileW(search.Get(), &found);
     }
     const DWORD error = GetLastError();

@@ -24,12 +24,12 @@ bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
                kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
 }
 
-// The names of the songs among what a listing holds.
-std::vector<std::string> SongsIn(const FolderListing& listing) {
-    std::vector<std::string> songs;
+// The songs among what a listing holds.
+std::vector<FolderEntry> SongsIn(const FolderListing& listing) {
+    std::vector<FolderEntry> songs;
     for (const FolderEntry& entry : listing.entries)
         if (!entry.isFolder && IsSongName(entry.name))
-            songs.push_back(entry.name);
+            songs.push_back(entry);
     return songs;
 }
 
@@ -135,13 +135,13 @@ void SongSearch::WalkTree(const std::string& root) {
     }
 }
 
-void SongSearch::HandOverSongs(const std::string& folder, const std::vector<std::string>& songs) {
+void SongSearch::HandOverSongs(const std::string& folder, const std::vector<FolderEntry>& songs) {
     if (IsSkippedFolder(m_environment.text, folder))
         return;
-    for (const std::string& song : songs) {
+    for (const FolderEntry& song : songs) {
         if (m_progress.StopRequested())
             return;
-        const std::int32_t count = m_sink.OnSongFound(folder, song);
+        const std::int32_t count = m_sink.OnSongFound(folder, song.name, song.size);
         m_progress.Show("Found " + std::to_string(count) + " Mp3s");
         m_environment.events.LetEventsThrough();
     }

@@ -15,8 +15,10 @@ class SongSink {
  public:
     virtual ~SongSink() = default;
 
-    // `folder` ends in "\". Returns how many songs there are now.
-    virtual std::int32_t OnSongFound(const std::string& folder, const std::string& name) = 0;
+    // `folder` ends in "\"; `size` in bytes, 0 when not known. Returns how many songs there are
+    // now.
+    virtual std::int32_t OnSongFound(const std::string& folder, const std::string& name,
+                                     std::uint64_t size) = 0;
 };
 
 // The text for a kind of drive. `type` is the system's number (see Drives::Type), `root` the
@@ -46,8 +48,8 @@ class SongSearch {
     // Searches one folder without the folders in it.
     void SearchFolder(const std::string& folder);
 
-    // The same with a folder that was listed just now: `songs` are the names of songs in it.
-    void HandOverSongs(const std::string& folder, const std::vector<std::string>& songs);
+    // The same with a folder that was listed just now: `songs` are the songs in it.
+    void HandOverSongs(const std::string& folder, const std::vector<FolderEntry>& songs);
 
  private:
     struct FolderIdHash {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "jukebox/JukeboxFile.h"
+#include "jukebox/MovedSongs.h"
 #include "platform/ProgressTexts.h"
 
 namespace tobbin {
@@ -31,8 +32,11 @@ Jukebox* Application::MaybeLoadJukebox(const std::string& path, LoadOutcome* out
         LoadJukeboxFile(m_environment.disk, path, m_catalogue, m_environment.text, loaded);
     if (outcome != nullptr)
         *outcome = result.outcome;
-    if (loaded != nullptr)
+    if (loaded != nullptr) {
+        if (TellOfClearedSongs(*loaded, m_catalogue))
+            m_catalogue.Save();
         return &AddJukebox(std::move(loaded));
+    }
     m_environment.statusLine.Say(result.message);
     return nullptr;
 }

@@ -57,7 +57,7 @@ class Application : public OpenJukeboxes {
     // What was last cut or copied, and all that jukebox windows work with.
     SongClipboard& Clipboard() { return m_clipboard; }
     EditingTools Tools() {
-        return {m_environment, m_catalogue, m_settings, m_sorter, m_clipboard, *this};
+        return {m_environment, m_catalogue, m_settings, m_sorter, m_clipboard, *this, m_groups};
     }
 
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.

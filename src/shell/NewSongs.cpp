@@ -5,6 +5,7 @@
 
 #include "search/PlayerDiscovery.h"
 #include "shell/CataloguePass.h"
+#include "shell/SongsOfOneName.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -19,7 +20,6 @@ void NewSongs::SearchWholeComputer() {
 
 void NewSongs::Search(bool wholeComputer) {
     clsMain& catalogue = m_application.Catalogue();
-    const std::int32_t before = catalogue.UBoundOfMp3Array();
     const std::unique_ptr<SearchingWindow> window = m_view.MakeSearchingWindow();
     window->Open();
     window->Show("Searching to add new songs  . . . ");
@@ -30,8 +30,9 @@ void NewSongs::Search(bool wholeComputer) {
         return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories() &&
                catalogue.WriteOutMp3DirectoryLocations();
     });
-    const std::int32_t found = catalogue.UBoundOfMp3Array() - before;
+    std::string leftOut;
     if (saved) {
+        leftOut = SettleSongsOfOneName(m_application, wholeComputer);
         window->GoOn();  // What a search found before it was stopped shall be filed.
         m_application.Groups().ShowProgressIn(
             *window, [this] { m_application.Groups().BuildAutomaticGroups(0, true, ""); });
@@ -40,10 +41,16 @@ void NewSongs::Search(bool wholeComputer) {
     window->Close();
     if (!saved)
         return;
+    const std::int32_t found = catalogue.LastSearch().added;
     std::string line = "No new songs were found.";
     if (found > 0)
         line = GroupedNumber(static_cast<std::size_t>(found)) + " new " +
                (found == 1 ? "song was found." : "songs were found.");
+    if (const std::int32_t back = catalogue.LastSearch().cameBack; back > 0)
+        line += "  " + GroupedNumber(static_cast<std::size_t>(back)) +
+                (back == 1 ? " song was found again." : " songs were found again.");
+    if (!leftOut.empty())
+        line += "  " + leftOut;
     if (window->StopRequested())
         line += "  " + std::string(AutomaticGroups::kStopped);
     m_application.TheEnvironment().statusLine.Say(line);

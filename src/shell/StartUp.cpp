@@ -7,6 +7,7 @@
 #include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxFile.h"
 #include "search/SongSearch.h"
+#include "shell/SongsOfOneName.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -204,9 +205,8 @@ void StartUp::PrepareCatalogue() {
             BringCatalogueUpToDate();
             break;
         case CatalogueFinding::Damaged:
-            BringCatalogueUpToDate();
-            [[fallthrough]];
         case CatalogueFinding::Gone:
+            BringCatalogueUpToDate();
             if (m_environment.dialogs.Ask(
                     start.message + "  Do you want to search the hard drives for your songs now?",
                     Buttons::YesNo, BoxIcon::Question) == Answer::Yes)
@@ -230,6 +230,13 @@ void StartUp::BringCatalogueUpToDate() {
     catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
         catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
     m_view.ShowProgressArea(false);
+    SettleSongsOfOneName(m_application, false);
+    if (const std::size_t lost = catalogue.SongsLostByLastCheck(); lost > 0)
+        m_environment.statusLine.Say(
+            GroupedNumber(lost) +
+            (lost == 1 ? " song is not where it was.  " : " songs are not where they were.  ") +
+            "\"Bring In New Songs (Search my whole computer)\" in the Songs menu looks for " +
+            (lost == 1 ? "it." : "them."));
     m_environment.events.LetEventsThrough();
 }
 
@@ -243,6 +250,8 @@ void StartUp::SearchForSongs() {
     m_view.ShowProgressArea(true);
     m_application.Catalogue().SearchHardDrives();
     m_view.ShowProgressArea(false);
+    if (const std::string line = SettleSongsOfOneName(m_application, false); !line.empty())
+        m_environment.statusLine.Say(line);
 }
 
 void StartUp::OpenFirstJukebox() {

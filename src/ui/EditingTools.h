@@ -2,6 +2,7 @@
 
 #include "catalogue/clsINI.h"
 #include "catalogue/clsMain.h"
+#include "jukebox/AutomaticGroups.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/SongClipboard.h"
 #include "platform/Environment.h"
@@ -17,6 +18,7 @@ struct EditingTools {
     SortCity& sorter;
     SongClipboard& clipboard;
     OpenJukeboxes& jukeboxes;
+    AutomaticGroups& groups;
 };
 
 }  // namespace tobbin

@@ -11,6 +11,7 @@
 #include "jukebox/RankChange.h"
 #include "jukebox/SpecialFolders.h"
 #include "ui/ListSort.h"
+#include "util/Text.h"
 #include "util/Utf.h"
 
 namespace tobbin {
@@ -209,10 +210,26 @@ EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
     return m_history.Do("Sort Songs", std::move(changes));
 }
 
+// What the person is told of files whose names other songs have; empty when there is none.
+std::string JukeboxEditor::WordsOnNamesakes(const FoundOutcome& found) const {
+    if (found.leftOut.empty())
+        return {};
+    const auto& [file, kept] = found.leftOut.front();
+    std::string words = "  \"" + m_tools.catalogue.SongPath(kept) +
+                        "\" is known by that name and was added in the place of \"" + file.folder +
+                        file.name + "\"";
+    if (found.leftOut.size() > 1)
+        words += ", and so were songs in the place of " + GroupedNumber(found.leftOut.size() - 1) +
+                 " other " + (found.leftOut.size() == 2 ? "file" : "files");
+    return words + ".";
+}
+
 EditResult JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string>& paths) {
     const clsMain& catalogue = m_tools.catalogue;
-    const std::vector<std::int32_t> records =
-        SongIntake(m_tools.environment, m_tools.catalogue).RecordsOf(paths);
+    const FoundOutcome found = SongIntake(m_tools.environment, m_tools.catalogue).TakeIn(paths);
+    const std::vector<std::int32_t>& records = found.records;
+    if (found.added + found.cameBack > 0)
+        m_tools.groups.FileNewSongs();
     std::vector<SongItem> songs;
     songs.reserve(records.size());
     for (const std::int32_t record : records)
@@ -222,7 +239,8 @@ EditResult JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string
     if (records.empty())
         Say("There is no MP3 file among what was dropped.");
     else
-        Say("Added " + CountedSongs(songs.size()) + " to \"" + folder.Text() + "\".");
+        Say("Added " + CountedSongs(songs.size()) + " to \"" + folder.Text() + "\"." +
+            WordsOnNamesakes(found));
     return songs.empty() ? EditResult()
                          : m_history.Do("Add Files", AppendSongs(folder, std::move(songs)));
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/JukeboxHistory.h"
 #include "ui/Dragging.h"
@@ -57,6 +58,7 @@ class JukeboxEditor {
                            Folder* target, DropMode mode);
 
  private:
+    std::string WordsOnNamesakes(const FoundOutcome& found) const;
     bool MayTakeFolder(const Folder& folder);
     bool MayTakeSongs(const Folder& folder);
     // The songs that a folder takes in: "All Songs" holds each only once.

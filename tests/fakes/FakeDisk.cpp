@@ -254,7 +254,8 @@ DiskStatus FakeDisk::List(const std::string& folder, const ListOptions& wish,
     std::sort(found.begin(), found.end(),
               [](const Node* a, const Node* b) { return a->id < b->id; });
     for (const Node* entry : found)
-        listing.entries.push_back({entry->name, entry->isFolder, entry->isLink});
+        listing.entries.push_back(
+            {entry->name, entry->isFolder, entry->isLink, entry->content->size()});
     return {};
 }
 

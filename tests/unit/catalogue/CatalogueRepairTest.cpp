@@ -48,11 +48,23 @@ TEST_F(Repair, KnowsAFirstRunFromALostFile) {
     fake.disk.AddFile(kBackup, three);
     const CatalogueStart start = LoadCatalogueAtStart(fake.environment, settings, catalogue);
     EXPECT_EQ(start.finding, CatalogueFinding::Gone);
-    EXPECT_EQ(start.message,
-              "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is not there any more.  An "
-              "earlier copy of it is kept as \"C:\\T\\Grouping\\FileLocNames.bak\".");
-    EXPECT_FALSE(catalogue.Mp3MainHasSomeMembers());
-    EXPECT_EQ(settings.NumerOfRecordsInTheMain(), 0);
+    EXPECT_EQ(
+        start.message,
+        "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is not there any more.  Its "
+        "earlier copy \"C:\\T\\Grouping\\FileLocNames.bak\" has taken its place, with the songs "
+        "and ranks that it knows.");
+    const Texts all{"C:\\M\\|a.mp3|1|1|2", "C:\\M\\|b.mp3|1|2|7", "0|0|0|3|4"};
+    EXPECT_EQ(Rows(), all);
+    EXPECT_EQ(SavedCount(), 3);
+    EXPECT_EQ(fake.disk.Content(kCatalogue), three);
+
+    // Of a damaged one, the copy gives what can't be read.
+    const std::string moved = FileRecord("a.mp3", "C:\\New\\", "1", "1", "6") + "\x07";
+    EXPECT_NE(
+        Start(moved, 3).message.find("Songs that could be read: 1.  Songs that its earlier copy "
+                                     "\"C:\\T\\Grouping\\FileLocNames.bak\" knows besides: 2."),
+        std::string::npos);
+    EXPECT_EQ(Rows(), (Texts{"C:\\New\\|a.mp3|1|1|6", all[1], all[2]}));
 }
 
 TEST_F(Repair, KeepsADamagedFileAsideAndEveryReadableRecord) {

@@ -9,7 +9,8 @@ namespace {
 
 class Search : public testing::Test, public SongSink {
  protected:
-    std::int32_t OnSongFound(const std::string& folder, const std::string& name) override {
+    std::int32_t OnSongFound(const std::string& folder, const std::string& name,
+                             std::uint64_t /*size*/) override {
         m_found.push_back(folder + name);
         return static_cast<std::int32_t>(m_found.size());
     }
