@@ -108,28 +108,7 @@ class Editing(Case):
             keys("alt+BackSpace")
             self.until(CATALOGUE.read_bytes, before)
 
-    def test_2_sorts_and_jumps_to_what_is_typed(self):
-        with Program() as self.program:
-            driver("open", "New")
-            # Two names differ by their case only: their order is free.
-            names = sorted(row[2].lower() for row in rows())
-            click("row", 2)
-            song = chosen()
-            x, y = map(int, where("heading", 0))
-            for step, (text, order) in enumerate((("Name    --   ", names), ("Name    --   ", names[::-1]))):
-                # Two quick clicks on one place would be a double click.
-                mouse("mousemove", x + 30 * step, y, "click", 1)
-                self.until(heading, text)
-                self.until(lambda: [row[2].lower() for row in rows()], order)
-                self.until(chosen, song)
-            names = [row[2] for row in rows()]
-            click("row", 0)
-            keys("End")
-            self.until(chosen, names[-1:])
-            typed("sho")
-            self.until(chosen, ["SHOUTED.MP3"])  # round the end
-
-    def test_3_drags_songs_and_folders(self):
+    def test_2_drags_songs_and_folders(self):
         with Program(question=None) as self.program:  # saved at its end
             self.save("dragged")
             driver("open", "New")

@@ -98,26 +98,6 @@ TEST_F(SystemDiskTest, BothWaysOfListingGiveTheSame) {
     }
 }
 
-TEST_F(SystemDiskTest, AFolderHasOneIdWhateverPathLeadsToIt) {
-    const std::string one = folder / "first folder", two = folder / "second folder";
-    ASSERT_TRUE(disk.CreateFolder(one).Ok());
-    ASSERT_TRUE(disk.CreateFolder(two).Ok());
-    const auto id = [this](const std::string& path) {
-        FolderListing listing;
-        EXPECT_TRUE(disk.List(path, {true, {}}, listing).Ok()) << path;
-        FolderListing again;
-        const std::uint64_t volume = listing.id ? listing.id->volume : 0;
-        EXPECT_TRUE(disk.List(path, {true, volume}, again).Ok()) << path;
-        EXPECT_EQ(again.id, listing.id);
-        return listing.id;
-    };
-    ASSERT_TRUE(id(one).has_value());
-    EXPECT_NE(id(one), id(two));
-    EXPECT_EQ(id(one), id(folder / "FIRST folder\\"));
-    // In short names, where the drive keeps them.
-    EXPECT_EQ(id(one), id(disk.MaybeShortPath(one).value_or(one)));
-}
-
 TEST_F(SystemDiskTest, ASaveThatMayNotReplaceLeavesTheOldFileAlone) {
     WriteFileWith(folder / "song", "older");
     SetFileAttributesW(Wide(folder / "song").c_str(), FILE_ATTRIBUTE_HIDDEN);

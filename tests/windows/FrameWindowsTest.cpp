@@ -3,16 +3,11 @@
 
 #include <commctrl.h>
 
-#include <future>
-#include <thread>
-
 #include "fakes/FakeEnvironment.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameMenu_win32.h"
-#include "shell/Searching_win32.h"
-#include "shell/SingleInstance_win32.h"
 #include "shell/Splash_win32.h"
 
 namespace tobbin {
@@ -48,20 +43,6 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_FALSE(splash.StopRequested());
     EXPECT_TRUE(IsWindowEnabled(button));
 
-    // On a screen of another density.
-    SearchingPopup searching(nullptr);
-    searching.Open();
-    for (const auto& [window, stop] : {std::pair(splash.Handle(), int{Splash::cmdStop}),
-                                       std::pair(FindWindowW(SearchingPopup::kClassName, nullptr),
-                                                 int{SearchingPopup::cmdStop})}) {
-        RECT suggested = {10, 20, 910, 420}, taken = {}, at = {};
-        SendMessageW(window, WM_DPICHANGED, 0, reinterpret_cast<LPARAM>(&suggested));
-        GetWindowRect(window, &taken);
-        EXPECT_TRUE(EqualRect(&taken, &suggested));
-        GetWindowRect(GetDlgItem(window, stop), &at);
-        EXPECT_TRUE(at.bottom > 380 && at.bottom < 410) << at.bottom;
-    }
-
     FrameStatusBar status;
     ASSERT_TRUE(status.Create(splash.Handle()));
     const HWND bar = GetWindow(status.Handle(), GW_CHILD);
@@ -71,28 +52,6 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 70'000);
     status.ShowLine("", {});
     EXPECT_FALSE(IsWindowVisible(bar));
-}
-
-TEST(SingleInstance, TakesThePlaceOfOneThatEndedBeforeItHadAWindow) {
-    std::promise<void> isThere, mayEnd, secondIsThere;
-    std::thread first([&] {
-        const SingleInstance instance("C:\\Tobbin Tests\\Ω\\");
-        isThere.set_value();
-        mayEnd.get_future().wait();
-    });
-    isThere.get_future().wait();
-    auto second = std::async(std::launch::async, [&] {
-        SingleInstance instance("c:\\tobbin tests\\ω\\");  // the same folder
-        EXPECT_FALSE(instance.IsFirst());
-        secondIsThere.set_value();
-        return instance.HandOver({});
-    });
-    secondIsThere.get_future().wait();
-    EXPECT_TRUE(SingleInstance("C:\\Tobbin Tests\\other\\").IsFirst());
-    mayEnd.set_value();
-    first.join();
-    EXPECT_EQ(second.get(), SingleInstance::Outcome::IsFirstNow);
-    EXPECT_FALSE(SingleInstance::MaybeFiles({}));  // another program's data
 }
 
 TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {

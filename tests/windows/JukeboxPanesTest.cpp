@@ -57,28 +57,6 @@ class JukeboxPanesTest : public testing::Test {
         jukebox.SetSongs(folder, std::move(songs));
     }
 
-    // The tree as it is in the control: one line for each folder, indented by its level.
-    std::string TreeText() {
-        std::string text;
-        AddTreeText(TreeView_GetRoot(Tree()), 0, text);
-        return text;
-    }
-    void AddTreeText(HTREEITEM item, std::size_t level, std::string& text) {
-        for (; item != nullptr; item = TreeView_GetNextSibling(Tree(), item)) {
-            text += std::string(level, ' ') + ItemText(item) + "\n";
-            AddTreeText(TreeView_GetChild(Tree(), item), level + 1, text);
-        }
-    }
-    std::string ItemText(HTREEITEM handle) {
-        wchar_t text[100] = L"";
-        TVITEMW item = {};
-        item.mask = TVIF_TEXT;
-        item.hItem = handle;
-        item.pszText = text;
-        item.cchTextMax = 100;
-        SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        return Utf8(text);
-    }
     std::string CellText(int row, int column) {
         wchar_t text[100] = L"";
         LVITEMW item = {};
@@ -103,18 +81,6 @@ class JukeboxPanesTest : public testing::Test {
         return place;
     }
 };
-
-TEST_F(JukeboxPanesTest, TheTreeFollowsTheJukebox) {
-    EXPECT_EQ(TreeText(), "All Songs\nArtist\n Zappa\n ABBA\nMine\n");
-    Folder& artist = jukebox.Root(1);
-    jukebox.ReorderChildren(&artist, {1, 0});
-    jukebox.AddChild(&artist.Child(1), "Live & more");
-    jukebox.SetText(jukebox.Root(2), "Yours");
-    EXPECT_EQ(TreeText(), "All Songs\nArtist\n ABBA\n Zappa\n  Live & more\nYours\n");
-    jukebox.Remove(artist);
-    jukebox.AddChild(nullptr, "Last");
-    EXPECT_EQ(TreeText(), "All Songs\nYours\nLast\n");
-}
 
 TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
     AddSongs(jukebox.Root(0), 3);
@@ -165,18 +131,12 @@ TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
                            reinterpret_cast<LPARAM>(&find)),
               4998);
 
-    // A large selection gives way to another, with the same rows in view.
-    std::vector<std::size_t> thirds, most;
-    for (std::size_t row = 0; row < kMany; ++row) {
-        if (row % 3 == 0)
-            thirds.push_back(row);
+    std::vector<std::size_t> most;  // A large selection gives way, with the same rows in view.
+    for (std::size_t row = 0; row < kMany; ++row)
         if (row % 1000 != 7)
             most.push_back(row);
-    }
-    for (const std::vector<std::size_t>& rows : {most, thirds}) {
-        window.SelectRows(rows);
-        EXPECT_EQ(window.SelectedRows(), rows);
-    }
+    window.SelectRows(most);
+    EXPECT_EQ(window.SelectedRows(), most);
     window.MakeRowVisible(kMany - 1);
     const int top = ListView_GetTopIndex(List());
     window.SelectRows({7, 400'000});

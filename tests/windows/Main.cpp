@@ -8,9 +8,7 @@
 #include <vector>
 
 #include "platform/Wide_win32.h"
-#include "platform/WindowBase_win32.h"
-#include "util/Check.h"
-#include "windows/Saver.h"
+#include "windows/Holder.h"
 
 namespace {
 
@@ -41,34 +39,6 @@ int ReportStart(const std::vector<std::wstring>& arguments) {
     return 0;
 }
 
-class ThrowingWindow : public tobbin::WindowBase {
- public:
-    bool Create() {
-        Placement placement;
-        placement.parent = HWND_MESSAGE;
-        return WindowBase::Create({.name = L"TobbinTestThrowing"}, "", placement);
-    }
-
- protected:
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_APP)
-            throw std::runtime_error("thrown on purpose");
-        return Default(message, wParam, lParam);
-    }
-};
-
-// Reports what the person would be told.
-int ReportException() {
-    tobbin::SetCheckHandler([](const char* message) {
-        Report(tobbin::Wide(message));
-        TerminateProcess(GetCurrentProcess(), 3);
-    });
-    ThrowingWindow window;
-    if (window.Create())
-        SendMessageW(window.Handle(), WM_APP, 0, 0);
-    return 1;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -80,16 +50,8 @@ int main(int argc, char** argv) {
         ReportPath() = arguments[2];
         if (arguments[1] == L"--report-start")
             return ReportStart(arguments);
-        if (arguments[1] == L"--report-exception")
-            return ReportException();
-        const auto started = [] { Report(L"started"); };
         if (arguments[1] == L"--hold")
-            tobbin::HoldForEver(tobbin::Utf8(arguments[3]), started);
-        if (arguments[1] == L"--save")
-            tobbin::SaveForEver(
-                tobbin::Utf8(arguments[3]), std::stoul(arguments[4]),
-                arguments[5] == L"naive" ? tobbin::Manner::Naive : tobbin::Manner::Careful,
-                started);
+            tobbin::HoldForEver(tobbin::Utf8(arguments[3]), [] { Report(L"started"); });
     }
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     testing::InitGoogleTest(&argc, argv);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeEnvironment.h"
-#include "player/SongPaths.h"
 
 namespace tobbin {
 namespace {
@@ -73,25 +72,6 @@ TEST_F(Requests, PlayInTheListsOrder) {
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
-TEST_F(Requests, OfferToInstallAnUnknownPlayer) {
-    fake.dialogs.answers = {Answer::Cancel, Answer::No, Answer::Yes};
-    requests.PlayAllSongsInFolder(songs);
-    requests.PlaySelectedSongs(songs);
-    EXPECT_EQ(host.did, "");
-    EXPECT_FALSE(requests.PlayerCheck());
-    EXPECT_EQ(host.did, "install ");
-    ASSERT_EQ(fake.dialogs.boxes.size(), 4U);
-    EXPECT_EQ(fake.dialogs.boxes[2].buttons, Buttons::YesNoCancel);
-    EXPECT_EQ(fake.dialogs.boxes[2].text,
-              "WinAmp is not installed on your system.  You need Winamp to play music.  Would you "
-              "like to have a free copy of WinAmp installed on you system now?");
-    EXPECT_EQ(fake.dialogs.boxes[3].buttons, Buttons::Ok);
-    EXPECT_EQ(fake.dialogs.boxes[3].text,
-              "WinAmp will now be installed on your system.  After WinAmp is installed, close down "
-              "both WinAmp and Tobbin.  Then just open Tobbin.  When you request to play songs "
-              "WinAmp will then automatically open.");
-}
-
 TEST_F(Requests, RunAPendingSearchFirstUntilItHasEnded) {
     FakeProgress stopped;
     stopped.stopAfter = 0;
@@ -106,22 +86,6 @@ TEST_F(Requests, RunAPendingSearchFirstUntilItHasEnded) {
     EXPECT_EQ(control.PlayerProgramPath(), "c:\\winamp.exe");
     requests.PlaySelectedSongs(songs);
     EXPECT_EQ(host.did, "open close open close play play ");
-}
-
-TEST(SongPaths, AreFolderAndNameOfRecordsThatHaveBoth) {
-    FakeEnvironment fake;
-    clsINI settings(fake.environment, "C:\\Tobbin\\");
-    SortCity sorter(fake.text);
-    Progress progress;
-    clsMain catalogue(fake.environment, settings, sorter, progress);
-    const auto pathOf = SongPathsOf(catalogue);
-    EXPECT_EQ(pathOf(1), "");
-    catalogue.OnSongFound("C:\\M\\", "a.mp3");
-    catalogue.OnSongFound("0", "0");  // cleared
-    catalogue.OnSongFound("C:\\M\\", "");
-    EXPECT_EQ(pathOf(1), "C:\\M\\a.mp3");
-    for (const std::int32_t record : {-1, 0, 2, 3, 4})
-        EXPECT_EQ(pathOf(record), "") << record;
 }
 
 }  // namespace

@@ -176,21 +176,6 @@ TEST_F(JukeboxFilesTest, AFailedSaveLeavesCaptionEntryAndFlag) {
     EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
     EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to \"c:\\nowhere\\mix.juk\""));
     EXPECT_TRUE(fake.dialogs.boxes.empty());
-
-    // A file that is held for good or read-only can be saved under another name, changes and all.
-    SaveAs("C:\\App\\Grouping\\mine");
-    const std::string old = fake.disk.Content("C:\\App\\Grouping\\mine.juk");
-    for (const DiskError error : {DiskError::SharingViolation, DiskError::AccessDenied}) {
-        fake.disk.Lock("C:\\App\\Grouping\\mine.juk", error);
-        commands.Do(FrameCommand::AddFolderToRoot);
-        commands.Do(FrameCommand::Save);
-        EXPECT_TRUE(window.IsFormDirty());
-        EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to"));
-    }
-    SaveAs("C:\\App\\Grouping\\other");
-    EXPECT_FALSE(window.IsFormDirty());
-    EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mine.juk"), old);
-    EXPECT_GT(fake.disk.Content("C:\\App\\Grouping\\other.juk").size(), old.size());
 }
 
 TEST_F(JukeboxFilesTest, AFailedSaveAtClosingIsOfferedAsAJukeboxOfItsOwn) {
@@ -288,23 +273,13 @@ TEST_F(JukeboxFilesTest, WhatCanBeKeptNowhereIsToldBeforeItsWindowGoesWithAWayOu
     }
 }
 
-TEST_F(JukeboxFilesTest, AFileNamedFromOutsideBringsItsWindowForward) {
-    AddJukeboxFile("C:\\One\\mix.juk", 3);
-    AddJukeboxFile("C:\\One\\pop.juk", 3);
-    files.OpenFromOutside({"C:\\One\\mix.juk", "C:\\One\\pop.juk", "c:\\one\\MIX.juk"});
-    ASSERT_EQ(frame.children.size(), 2U);
-    EXPECT_TRUE(frame.children[0].view->active);
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
 TEST_F(JukeboxFilesTest, TheRecentMenuGrowsAndNeverShrinks) {
     clsINI& settings = application.Settings();
     RecentMenu menu;
     menu.Update(settings);
     EXPECT_TRUE(menu.Captions().empty());
-    settings.LocOfLastSavedJukeBox("C:\\a.juk");
-    settings.LocOfLastSavedJukeBox("C:\\b.juk");
-    settings.LocOfLastSavedJukeBox("C:\\a.juk");
+    for (const char* path : {"C:\\a.juk", "C:\\b.juk", "C:\\a.juk"})
+        settings.LocOfLastSavedJukeBox(path);
     menu.Update(settings);
     using Captions = std::vector<std::string>;
     EXPECT_EQ(menu.Captions(), (Captions{"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"}));

@@ -60,17 +60,6 @@ TEST_F(BackgroundPictureTest, StepsThroughTheFolderAndRoundItsEnds) {
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
-TEST_F(BackgroundPictureTest, WhileNoneIsShownTheStepsStillCount) {
-    Read("C:\\P\\a.jpg\r\n0\r\n0\r\n");
-    commands.Do(FrameCommand::NextPicture);
-    EXPECT_EQ(shown, (Lines{"|fitted|", "|fitted|"}));
-    EXPECT_EQ(window.LastPicFileLocation(), "C:\\P\\a.jpg");
-    commands.Do(FrameCommand::NoPicture);
-    EXPECT_EQ(shown.back(), R"(file:\\C:\P\b.jpg|fitted|C:\P\c.jpg)");
-    EXPECT_TRUE(commands.IsOn(FrameCommand::NoPicture));
-    EXPECT_FALSE(commands.IsOn(FrameCommand::ToggleTile));
-}
-
 TEST_F(BackgroundPictureTest, WithoutAListEachCommandSaysSoAndOpensTheDialog) {
     commands.Do(FrameCommand::NextPicture);
     EXPECT_EQ(LastBox(), std::string(kPickFirst) +
@@ -119,15 +108,6 @@ TEST_F(BackgroundPictureTest, ReadsFlagsOfEveryWriterAndTellsOfDamagedOnes) {
         EXPECT_EQ(window.ShowPictt(), each.shown);
         EXPECT_EQ(fake.statusLine.lines.size() - linesBefore, each.damaged ? 1U : 0U);
     }
-}
-
-TEST_F(BackgroundPictureTest, OnlyAJukeboxFromAFileFindsItsPictureAgain) {
-    fake.disk.AddFile(kPoc, "C:\\P\\a.jpg\r\n0\r\n1\r\n");
-    window.OnOpened();
-    EXPECT_TRUE(shown.empty());
-    window.FileLocation("C:\\App\\Grouping\\");
-    window.OnOpened();
-    EXPECT_EQ(shown, Lines{R"(file:\\C:\P\a.jpg|fitted|C:\P\b.jpg)"});
 }
 
 TEST_F(BackgroundPictureTest, AFailedPictureIsToldOnlyWhileItIsWanted) {
