@@ -250,14 +250,14 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     for (int i = 1; i <= 13; ++i)
         lost += "lost" + std::to_string(i) + ".mp3\n";
     fake.disk.AddFile("D:\\New\\Mine.M3U", "b.mp3\nnotes.txt\n..\\..\\New\\d.mp3\n" + lost);
+    fake.drives.drives.push_back({"D:\\", 3});
     Window().DropFiles({"D:\\New\\Mine.M3U", "D:\\gone.m3u8"}, At("Decades/70's"));
     EXPECT_EQ(Dump(Window().Model(), *At("Decades/70's")), "70's(b.mp3d.MP3)");
     ASSERT_EQ(fake.dialogs.boxes.size(), 1U);
     const std::string& box = fake.dialogs.boxes[0].text;
     EXPECT_TRUE(box.starts_with(
         "The list D:\\gone.m3u8 could not be read: it does not exist.\r\n\r\n14 of 16 songs were "
-        "not "
-        "added, since there are no such MP3 files:\r\n\r\nnotes.txt\r\nlost1.mp3\r\n"));
+        "not added, since there are no such MP3 files:\r\n\r\nnotes.txt\r\nlost1.mp3\r\n"));
     EXPECT_TRUE(box.ends_with("lost11.mp3\r\n... and 2 more"));
 }
 
