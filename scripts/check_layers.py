@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks the structure of src/: which folder may include which, and what is portable.
+"""Checks the structure of src/ and tobbin_player/: which folder may include which, and what is
+portable.
 
 Prints each breach as file:line: text and exits 1 if there is one. The rules stand in
 docs/architecture.md.
@@ -11,20 +12,31 @@ import sys
 # Each folder may include itself and the folders before it.
 LAYERS = ["util", "platform", "tags", "search", "catalogue", "jukebox", "player", "ui", "shell"]
 
+# The player that comes with the program, beside src/, may include itself and these.
+PLAYER = "tobbin_player"
+PLAYER_LAYERS = ["util", "platform", "tags", PLAYER]
+
 INCLUDE = re.compile(r'\s*#\s*include\s*(["<])([^">]+)[">]')
 WINDOWS_CONDITION = re.compile(r"\s*#\s*(?:el)?if.*\b_?_?(?:WIN32|WIN64|MINGW)")
 WINDOWS_HEADERS = re.compile(
-    r"(?i)^(windows|windowsx|commctrl|shl\w+|obj\w+|win\w+|com\w+dlg|dbghelp|wincodec|tlhelp32)\.h$")
+    r"(?i)^(windows|windowsx|commctrl|shl\w+|obj\w+|win\w+|com\w+dlg|mm\w+|dbghelp|wincodec|tlhelp32)\.h$")
+
+
+def sources(root):
+    """Each source file, with its folder and the folders that it may include."""
+    for path in sorted((root / "src").rglob("*")):
+        if path.suffix in (".h", ".cpp"):
+            folder = path.relative_to(root / "src").parts[0]
+            known = folder in LAYERS
+            yield path, folder, LAYERS[:LAYERS.index(folder) + 1] if known else None
+    for path in sorted((root / PLAYER).glob("*")):
+        if path.suffix in (".h", ".cpp"):
+            yield path, PLAYER, PLAYER_LAYERS
 
 
 def breaches(root):
-    source = root / "src"
-    for path in sorted(source.rglob("*")):
-        if path.suffix not in (".h", ".cpp"):
-            continue
-        relative = path.relative_to(source)
-        folder = relative.parts[0]
-        if len(relative.parts) < 2 or folder not in LAYERS:
+    for path, folder, allowed in sources(root):
+        if allowed is None:
             yield f"{path}:1: not in one of the folders {', '.join(LAYERS)}"
             continue
         portable = not path.stem.endswith("_win32")
@@ -38,14 +50,13 @@ def breaches(root):
             quoted, name = match.group(1) == '"', match.group(2)
             if portable and (WINDOWS_HEADERS.match(name) or name.endswith("_win32.h")):
                 yield where + f"a portable file includes {name}"
-            if not quoted:
+            if not quoted or (name == "resource.h" and not portable):
                 continue
             included = name.split("/")[0]
-            if "/" not in name or included not in LAYERS:
-                if not (name == "resource.h" and not portable):
-                    yield where + f'"{name}" is not named by its folder in src/'
-            elif LAYERS.index(included) > LAYERS.index(folder):
-                yield where + f"{folder}/ lies below {included}/ and may not include it"
+            if "/" not in name or included not in [*LAYERS, PLAYER]:
+                yield where + f'"{name}" is not named by its folder in src/'
+            elif included not in allowed:
+                yield where + f"{folder}/ may not include {included}/"
 
 
 def main():

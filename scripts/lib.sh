@@ -13,6 +13,7 @@ windows_packages=(g++-mingw-w64-x86-64-posix)
 music_packages=(lame ffmpeg id3v2 python3-mutagen)
 tag_packages=(eyed3 kid3-cli "${music_packages[@]}")
 wine_packages=(wine wine64 xvfb fonts-wine xdotool imagemagick)
+sound_packages=(pulseaudio pulseaudio-utils)
 package_packages=(zip nsis binutils-mingw-w64-x86-64)
 
 say() { printf '\n== %s\n' "$*"; }
@@ -97,9 +98,25 @@ use_display() {
     rm "$answer"
 }
 
-# Ends what use_prefix and use_display started. For a trap on EXIT.
+# Opens a sound server of its own, whose one device is heard by nobody but who records it.
+use_sound() {
+    local place=$root/build/sound.$BASHPID
+    rm -rf "$place"
+    mkdir -p "$place"
+    export PULSE_SERVER=unix:$place/socket PULSE_RUNTIME_PATH=$place PULSE_STATE_PATH=$place
+    pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --disallow-exit \
+        -L "module-null-sink sink_name=recorded rate=44100 channels=2 format=s16le" \
+        -L "module-native-protocol-unix auth-anonymous=1 socket=$place/socket" \
+        >"$place/log" 2>&1 &
+    sound_process=$!
+    wait_for 20 pactl info >/dev/null 2>&1 || fail "the sound server did not open"
+    "$wine" reg add 'HKCU\Software\Wine\Drivers' /v Audio /d pulse /f >/dev/null 2>&1
+}
+
+# Ends what use_prefix, use_display and use_sound started. For a trap on EXIT.
 clean_up() {
     [ -z "${WINEPREFIX:-}" ] || timeout 20 wineserver -k || true
+    [ -z "${sound_process:-}" ] || kill "$sound_process" 2>/dev/null || true
     [ -z "${display_process:-}" ] || kill "$display_process" 2>/dev/null || true
 }
 

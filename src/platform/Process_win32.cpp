@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
 #include <shlobj.h>
 
 #include <exception>
@@ -62,6 +63,21 @@ std::string ProgramFolder() {
         }
         path.resize(path.size() * 2);
     }
+}
+
+std::vector<std::string> FilesOnCommandLine() {
+    std::vector<std::string> files;
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; arguments != nullptr && i < count; ++i) {
+        std::wstring full(GetFullPathNameW(arguments[i], 0, nullptr, nullptr), L'\0');
+        full.resize(
+            GetFullPathNameW(arguments[i], static_cast<DWORD>(full.size()), full.data(), nullptr));
+        if (!full.empty())
+            files.push_back(Utf8(full));
+    }
+    LocalFree(arguments);
+    return files;
 }
 
 std::string PersonalDataFolder() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tobbin {
 
@@ -11,6 +12,9 @@ void PrepareProcess();
 
 // The program file's folder, with "\" at its end.
 std::string ProgramFolder();
+
+// The files named on the command line, as full paths.
+std::vector<std::string> FilesOnCommandLine();
 
 // The person's folder for what the program keeps on this computer, with "\" at its end; it need not
 // be there yet. Empty when the system has none.

@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <commctrl.h>
-#include <shellapi.h>
 
 #include <string>
 #include <vector>
@@ -27,28 +26,12 @@ void PrepareControls() {
     InitCommonControlsEx(&controls);
 }
 
-// The files named on the command line, as full paths.
-std::vector<std::string> FilesToOpen() {
-    std::vector<std::string> files;
-    int count = 0;
-    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; arguments != nullptr && i < count; ++i) {
-        std::wstring full(GetFullPathNameW(arguments[i], 0, nullptr, nullptr), L'\0');
-        full.resize(
-            GetFullPathNameW(arguments[i], static_cast<DWORD>(full.size()), full.data(), nullptr));
-        if (!full.empty())
-            files.push_back(Utf8(full));
-    }
-    LocalFree(arguments);
-    return files;
-}
-
 int Run() {
     PrepareProcess();
     PrepareControls();
     const std::string folder = ProgramFolder();
     SingleInstance instance(folder);
-    const std::vector<std::string> files = FilesToOpen();
+    const std::vector<std::string> files = FilesOnCommandLine();
     const auto outcome =
         instance.IsFirst() ? SingleInstance::Outcome::IsFirstNow : instance.HandOver(files);
     if (outcome == SingleInstance::Outcome::HandedOver)

@@ -32,6 +32,7 @@
 //   end CLASS                   ends the program of such a window, if there is one
 //   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
 //   thaw CLASS                  lets it go on
+//   player WORD...              see PlayerCommands_win32.h
 #include <windows.h>
 
 #include <shellapi.h>
@@ -49,6 +50,7 @@
 
 #include "platform/FileDrop_win32.h"
 #include "platform/Wide_win32.h"
+#include "PlayerCommands_win32.h"
 #include "RemoteControls_win32.h"
 
 namespace tobbin::driver {
@@ -343,6 +345,7 @@ void Run(const std::wstring& command, const Words& words) {
         {L"command",
          [&] { PostMessageW(frame(), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0); }},
         {L"answers", [&] { AskForAnswers(WindowOf(word(0)), number(1, 3)); }},
+        {L"player", [&] { RunPlayerScript(words); }},
         {L"titles", [&] { PrintTitles(); }},
         {L"tree", [&] { PrintTree(); }},
         {L"contents", [&] { PrintContents(); }},
