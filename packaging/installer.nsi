@@ -83,6 +83,24 @@ VIAddVersionKey LegalCopyright "MIT License"
     ${Loop}
 !macroend
 
+; The player has nothing to lose: it is closed without a question. Waits ten seconds at most.
+!macro ClosePlayer
+    ${If} ${FileExists} "$INSTDIR\Player\TobbinPlayer.exe"
+        ${For} $1 1 40
+            ClearErrors
+            FileOpen $0 "$INSTDIR\Player\TobbinPlayer.exe" a
+            ${IfNot} ${Errors}
+                FileClose $0
+                ${ExitFor}
+            ${EndIf}
+            ${If} $1 = 1
+                ExecWait '"$INSTDIR\Player\TobbinPlayer.exe" /close'
+            ${EndIf}
+            Sleep 250
+        ${Next}
+    ${EndIf}
+!macroend
+
 ; Deletes what Tobbin itself writes into a folder, by kind, and then the folder if nothing else is in
 ; it, unless the folder is a link or junction: what is in there lies somewhere else.
 !macro DeleteData FOLDER
@@ -105,6 +123,7 @@ VIAddVersionKey LegalCopyright "MIT License"
 Section "Tobbin" SecProgram
     SectionIn RO
     !insertmacro CloseProgram "Tobbin.exe" "frmMDIForm1"
+    !insertmacro ClosePlayer
     SetOutPath "$INSTDIR"
     SetOverwrite off  ; The tips are anyone's to change.
     File "${SOURCE}/TIPOFDAY.TXT"
@@ -155,6 +174,7 @@ FunctionEnd
 
 Section Uninstall
     !insertmacro CloseProgram "Tobbin.exe" "frmMDIForm1"
+    !insertmacro ClosePlayer
     !include "${FILES}"
     Delete "$INSTDIR\Uninstall.exe"
     Delete "$SMPROGRAMS\Tobbin.lnk"

@@ -98,25 +98,9 @@ use_display() {
     rm "$answer"
 }
 
-# Opens a sound server of its own, whose one device is heard by nobody but who records it.
-use_sound() {
-    local place=$root/build/sound.$BASHPID
-    rm -rf "$place"
-    mkdir -p "$place"
-    export PULSE_SERVER=unix:$place/socket PULSE_RUNTIME_PATH=$place PULSE_STATE_PATH=$place
-    pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --disallow-exit \
-        -L "module-null-sink sink_name=recorded rate=44100 channels=2 format=s16le" \
-        -L "module-native-protocol-unix auth-anonymous=1 socket=$place/socket" \
-        >"$place/log" 2>&1 &
-    sound_process=$!
-    wait_for 20 pactl info >/dev/null 2>&1 || fail "the sound server did not open"
-    "$wine" reg add 'HKCU\Software\Wine\Drivers' /v Audio /d pulse /f >/dev/null 2>&1
-}
-
-# Ends what use_prefix, use_display and use_sound started. For a trap on EXIT.
+# Ends what use_prefix and use_display started. For a trap on EXIT.
 clean_up() {
     [ -z "${WINEPREFIX:-}" ] || timeout 20 wineserver -k || true
-    [ -z "${sound_process:-}" ] || kill "$sound_process" 2>/dev/null || true
     [ -z "${display_process:-}" ] || kill "$display_process" 2>/dev/null || true
 }
 
@@ -124,6 +108,10 @@ clean_up() {
 make_application_folder() {
     mkdir -p "$1"
     cp "$root/build/windows-release/Tobbin.exe" "$1/"
+    "$root/scripts/build_mpg123"
+    mkdir -p "$1/Player"
+    cp "$root/build/windows-release/TobbinPlayer.exe" "$root/build/mpg123/libmpg123-0.dll" "$1/Player/"
+    cp "$root/build/mpg123/COPYING.txt" "$1/Player/libmpg123-license.txt"
     local text
     for text in assets/TIPOFDAY.TXT assets/readme.txt LICENSE; do
         sed 's/$/\r/' "$root/$text" >"$1/$(basename "$text")"  # as Windows' own editor wants it

@@ -4,6 +4,7 @@
 #include <objbase.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Disk_win32.h"
@@ -43,6 +44,10 @@ int Run(int show) {
     PrepareProcess();
     const bool isAskedFor =
         show == SW_SHOWNORMAL || show == SW_SHOW || show == SW_SHOWMAXIMIZED || show == SW_RESTORE;
+    if (std::wstring_view(GetCommandLineW()).ends_with(L" /close")) {  // for the installer
+        PostMessageW(Window::MaybeOther(), WM_CLOSE, 0, 0);
+        return 0;
+    }
     const std::vector<std::string> files = FilesOnCommandLine();
     const UniqueKernelObject mutex(CreateMutexW(nullptr, FALSE, L"Local\\TobbinPlayer"));
     bool isFirst = false;

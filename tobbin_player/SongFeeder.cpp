@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kRetryPause = 300;      // milliseconds
 constexpr int kLookAgain = 100;       // milliseconds; a device may forget to wake
+constexpr int kQuickMeasure = 80;     // milliseconds
 constexpr int kMeasureLimit = 1'000;  // milliseconds, less than what is decoded in advance
 
 }  // namespace
@@ -38,7 +39,7 @@ int SongFeeder::Work() {
     if (m_song == nullptr || m_queued >= kAhead) {
         if (std::exchange(m_starting, false))
             return 0;
-        Measure();
+        MeasureLater();
         return task.status == Status::Paused ? kUntilWoken : kLookAgain;
     }
     return Fill();
@@ -73,14 +74,15 @@ void SongFeeder::Open(const Player::Entry& entry, std::int64_t start) {
     m_entry = entry;
     m_begin = start;
     m_frames = 0;
-    m_measured = false;
     std::string reason;
     m_song = m_songs.MaybeOpen(entry.path, reason);
     if (m_song == nullptr) {
         OnBroken(reason);
         return;
     }
-    const std::int64_t length = m_song->Length();
+    const auto measured = m_song->IsLengthExact() ? std::nullopt : MaybeMeasured(kQuickMeasure);
+    m_measured = measured || m_song->IsLengthExact();
+    const std::int64_t length = measured.value_or(m_song->Length());
     m_player.OnOpened(m_order, entry.id, m_song->Name(),
                       length < 0 ? -1 : length * 1000 / m_song->Rate());
     if (start > 0 && !m_song->Seek(start * m_song->Rate() / 1000))
@@ -212,19 +214,21 @@ void SongFeeder::CountFinished() {
     }
 }
 
-// Once for each song, while enough is decoded in advance.
-void SongFeeder::Measure() {
-    if (m_measured || m_song == nullptr)
-        return;
-    m_measured = true;
-    if (m_song->IsLengthExact())
-        return;
-    const std::int64_t limit = m_clock.Milliseconds() + kMeasureLimit;
+// The length by going through the whole file: at once where that is quick, else once for each song
+// while enough is decoded in advance. Nothing when it takes longer than so many milliseconds.
+std::optional<std::int64_t> SongFeeder::MaybeMeasured(int limit) {
+    const std::int64_t end = m_clock.Milliseconds() + limit;
     const std::int64_t frames = m_songs.Measure(m_entry.path, [&] {
-        return m_clock.Milliseconds() < limit && m_player.CurrentTask().order == m_order;
+        return m_clock.Milliseconds() < end && m_player.CurrentTask().order == m_order;
     });
-    if (frames >= 0)
-        m_player.OnLength(m_order, m_entry.id, frames * 1000 / m_song->Rate());
+    return frames < 0 ? std::nullopt : std::optional(frames);
+}
+
+void SongFeeder::MeasureLater() {
+    if (m_song == nullptr || std::exchange(m_measured, true))
+        return;
+    if (const auto frames = MaybeMeasured(kMeasureLimit))
+        m_player.OnLength(m_order, m_entry.id, *frames * 1000 / m_song->Rate());
 }
 
 }  // namespace tobbin::player

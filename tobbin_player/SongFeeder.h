@@ -50,7 +50,8 @@ class SongFeeder {
     int OnDeviceLost();
     void FollowTask(const Player::Task& task);
     void CountFinished();
-    void Measure();
+    std::optional<std::int64_t> MaybeMeasured(int limit);
+    void MeasureLater();
     bool IsQueued(std::uint64_t id) const;
 
     Player& m_player;
@@ -61,9 +62,9 @@ class SongFeeder {
     std::uint64_t m_order = 0;
     Player::Entry m_entry;  // of m_song
     std::unique_ptr<Song> m_song;
-    std::int64_t m_begin = 0;   // where reading began, in milliseconds ...
-    std::int64_t m_frames = 0;  // ... and the frames read since
-    bool m_measured = false;
+    std::int64_t m_begin = 0;             // where reading began, in milliseconds ...
+    std::int64_t m_frames = 0;            // ... and the frames read since
+    bool m_measured = false;              // its length
     std::optional<Player::Entry> m_next;  // to be opened
 
     int m_rate = 0;  // of the open device; 0 while it is closed

@@ -16,6 +16,10 @@ namespace tobbin::driver {
 //   until OPERATION ARGUMENT VALUE  asks until the reply is that; a position (105 0) may be beyond
 //   track                    the number of the song that plays
 //   wait MILLISECONDS
+//   pester COUNT             sends random messages, but none that closes a window; the reply is how
+//                            many were not answered in two seconds
+//   decode PATH FILE         decodes a song with the player's own DLL, without the player, into a
+//                            file of samples
 void RunPlayerScript(const std::vector<std::wstring>& words);
 
 }  // namespace tobbin::driver

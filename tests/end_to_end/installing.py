@@ -51,7 +51,7 @@ class Installing(unittest.TestCase):
     def test_1_installs_for_one_user(self):
         self.assertEqual(run("C:\\setup.exe", "/S"), 0)
         self.assertEqual({path.name for path in PLACE.iterdir()},
-                         {"Tobbin.exe", "TIPOFDAY.TXT", "readme.txt", "LICENSE.txt", "Help",
+                         {"Tobbin.exe", "TIPOFDAY.TXT", "readme.txt", "LICENSE.txt", "Help", "Player",
                           "Uninstall.exe"})
         self.assertTrue(START_MENU.exists())
         self.assertFalse(DESKTOP.exists())
