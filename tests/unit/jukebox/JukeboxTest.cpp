@@ -64,5 +64,21 @@ TEST(Jukebox, TellsEachChangeOnceAndBecomesDirty) {
     EXPECT_EQ(item.recordNumber, 7);
 }
 
+TEST(Jukebox, AListenerMayRemoveAnotherWhileItIsTold) {
+    struct Remover : JukeboxListener {
+        Jukebox* jukebox = nullptr;
+        JukeboxListener* other = nullptr;
+        void OnFolderAdded(Folder&) override { jukebox->RemoveListener(*other); }
+    };
+    Jukebox jukebox;
+    Remover remover;
+    jukebox.AddListener(remover);
+    Recorder recorder(jukebox);
+    remover.jukebox = &jukebox;
+    remover.other = &recorder;
+    jukebox.AddChild(nullptr, "a");
+    EXPECT_TRUE(recorder.heard.empty());
+}
+
 }  // namespace
 }  // namespace tobbin
