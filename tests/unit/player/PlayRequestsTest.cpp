@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeEnvironment.h"
+#include "player/SongPaths.h"
 
 namespace tobbin {
 namespace {
@@ -86,6 +87,22 @@ TEST_F(Requests, RunAPendingSearchFirstUntilItHasEnded) {
     EXPECT_EQ(control.PlayerProgramPath(), "c:\\winamp.exe");
     requests.PlaySelectedSongs(songs);
     EXPECT_EQ(host.did, "open close open close play play ");
+}
+
+TEST(SongPaths, AreFolderAndNameOfRecordsThatHaveBoth) {
+    FakeEnvironment fake;
+    clsINI settings(fake.environment, "C:\\Tobbin\\");
+    SortCity sorter(fake.text);
+    Progress progress;
+    clsMain catalogue(fake.environment, settings, sorter, progress);
+    const auto pathOf = SongPathsOf(catalogue);
+    EXPECT_EQ(pathOf(1), "");
+    catalogue.OnSongFound("C:\\M\\", "a.mp3");
+    catalogue.OnSongFound("0", "0");  // cleared
+    catalogue.OnSongFound("C:\\M\\", "");
+    EXPECT_EQ(pathOf(1), "C:\\M\\a.mp3");
+    for (const std::int32_t record : {-1, 0, 2, 3, 4})
+        EXPECT_EQ(pathOf(record), "") << record;
 }
 
 }  // namespace
