@@ -377,5 +377,20 @@ TEST_F(StartUpTest, AStoppedSearchKeepsWhatItFoundAndStopsNoOther) {
     EXPECT_TRUE(fake.disk.Has(kFolderList));
 }
 
+TEST(LoadedWindows, AreKnownByNameInAnyCase) {
+    const FakeText text;
+    LoadedWindows windows(text);
+    Lines unloaded;
+    const int first = windows.Add("frmMain", [&] { unloaded.push_back("first"); });
+    windows.Add("frmMain", [&] {
+        unloaded.push_back("second");
+        windows.Remove(first);
+    });
+    EXPECT_TRUE(windows.IsLoaded("FRMMAIN"));
+    EXPECT_FALSE(windows.IsLoaded("frmMai"));
+    windows.UnloadAll();
+    EXPECT_EQ(unloaded, (Lines{"second"}));  // the first was taken off with it
+}
+
 }  // namespace
 }  // namespace tobbin
