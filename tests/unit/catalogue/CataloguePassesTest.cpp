@@ -139,6 +139,8 @@ TEST_F(Passes, SortOrdersNumbersByValueAndFieldsAsText) {
     EXPECT_EQ(Rows(), (Texts{"C:\\|a.mp3|1|no number|2", "C:\\|b.mp3|1|10|2", "C:\\|C.mp3|1|2|2"}));
     EXPECT_TRUE(catalogue.Sort(true, 99, 4));
     EXPECT_EQ(Rows(), (Texts{"C:\\|C.mp3|1|2|2", "C:\\|b.mp3|1|10|2", "C:\\|a.mp3|1|no number|2"}));
+    EXPECT_TRUE(catalogue.Sort(false, 0, 4));
+    EXPECT_EQ(catalogue.Mp3Info(2, 1), "a.mp3");
     EXPECT_TRUE(catalogue.Sort(false, 0, 2));
     EXPECT_EQ(catalogue.Mp3Info(2, 1), "C.mp3");
     EXPECT_FALSE(catalogue.Sort(true, 0, 13));
