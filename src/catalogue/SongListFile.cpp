@@ -11,11 +11,6 @@
 namespace tobbin {
 namespace {
 
-bool HasExtension(std::string_view path, std::string_view extension) {
-    return path.size() > extension.size() &&
-           EqualsIgnoringAsciiCase(path.substr(path.size() - extension.size()), extension);
-}
-
 // The path and number of a line "File12=path".
 std::optional<std::pair<unsigned, std::string_view>> MaybeNumbered(std::string_view line) {
     constexpr std::string_view kKey = "file";
@@ -76,7 +71,7 @@ SongListFile::SongListFile(const SystemText& system, const std::string& listPath
                            std::string_view bytes) {
     const std::string text = DecodeForeignText(system, bytes);
     std::vector<std::pair<unsigned, std::string_view>> found;
-    const bool numbered = HasExtension(listPath, ".pls");
+    const bool numbered = EndsWithIgnoringAsciiCase(listPath, ".pls");
     for (const std::string_view whole : SplitLines(text)) {
         const std::string_view line = TrimBlanks(whole);
         if (numbered) {
@@ -95,7 +90,7 @@ SongListFile::SongListFile(const SystemText& system, const std::string& listPath
 
 bool SongListFile::IsListName(std::string_view path) {
     return std::ranges::any_of(std::initializer_list<std::string_view>{".m3u", ".m3u8", ".pls"},
-                               [&](std::string_view end) { return HasExtension(path, end); });
+                               [&](std::string_view end) { return EndsWithIgnoringAsciiCase(path, end); });
 }
 
 }  // namespace tobbin

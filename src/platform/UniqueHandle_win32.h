@@ -34,12 +34,6 @@ class UniqueHandle {
             Traits::Close(old);
     }
 
-    // For functions that return a handle through a pointer. Gives back the one held so far.
-    Type* Receive() {
-        Reset();
-        return &m_handle;
-    }
-
  private:
     Type m_handle = Traits::None();
 };
@@ -64,19 +58,14 @@ using UniqueFile = UniqueHandle<FileHandleTraits<&::CloseHandle>>;
 using UniqueFind = UniqueHandle<FileHandleTraits<&::FindClose>>;
 using UniqueKernelObject = UniqueHandle<NullHandleTraits<HANDLE, &::CloseHandle>>;
 using UniqueLibrary = UniqueHandle<NullHandleTraits<HMODULE, &::FreeLibrary>>;
-using UniqueRegistryKey = UniqueHandle<NullHandleTraits<HKEY, &::RegCloseKey>>;
 
 using UniqueIcon = UniqueHandle<NullHandleTraits<HICON, &::DestroyIcon>>;
-using UniqueCursor = UniqueHandle<NullHandleTraits<HCURSOR, &::DestroyCursor>>;
 using UniqueMenu = UniqueHandle<NullHandleTraits<HMENU, &::DestroyMenu>>;
 using UniqueAccelerators = UniqueHandle<NullHandleTraits<HACCEL, &::DestroyAcceleratorTable>>;
 using UniqueImageList = UniqueHandle<NullHandleTraits<HIMAGELIST, &::ImageList_Destroy>>;
 
-using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, &::DeleteObject>>;
-using UniquePen = UniqueHandle<NullHandleTraits<HPEN, &::DeleteObject>>;
 using UniqueFont = UniqueHandle<NullHandleTraits<HFONT, &::DeleteObject>>;
 using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, &::DeleteObject>>;
-using UniqueRegion = UniqueHandle<NullHandleTraits<HRGN, &::DeleteObject>>;
 using UniqueMemoryDc = UniqueHandle<NullHandleTraits<HDC, &::DeleteDC>>;
 
 // Runs a function when the scope is left.
@@ -86,15 +75,10 @@ class ScopeGuard {
     explicit ScopeGuard(Function function) : m_function(std::move(function)) {}
     ScopeGuard(const ScopeGuard&) = delete;
     ScopeGuard& operator=(const ScopeGuard&) = delete;
-    ~ScopeGuard() {
-        if (m_armed)
-            m_function();
-    }
-    void Dismiss() { m_armed = false; }
+    ~ScopeGuard() { m_function(); }
 
  private:
     Function m_function;
-    bool m_armed = true;
 };
 
 }  // namespace tobbin

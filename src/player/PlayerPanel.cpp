@@ -239,8 +239,8 @@ void PlayerPanel::FinishPlaystuff() {
     m_view.SetTimer(true);
     if (m_leftOut > 0)
         m_environment.statusLine.Say(
-            (m_leftOut == 1 ? "1 song was left out: "
-                            : GroupedNumber(m_leftOut) + " songs were left out. The first: ") +
+            Counted(m_leftOut, "song") +
+            (m_leftOut == 1 ? " was left out: " : " were left out. The first: ") +
             m_whyLeftOut + ".");
 }
 

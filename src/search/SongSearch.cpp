@@ -36,9 +36,7 @@ std::vector<FolderEntry> SongsIn(const FolderListing& listing) {
 }  // namespace
 
 bool IsSongName(std::string_view name) {
-    constexpr std::string_view kEnding = ".mp3";
-    return name.size() >= kEnding.size() &&
-           EqualsIgnoringAsciiCase(name.substr(name.size() - kEnding.size()), kEnding);
+    return EndsWithIgnoringAsciiCase(name, ".mp3");
 }
 
 std::string DriveTypeText(unsigned type, const std::string& root) {

@@ -44,11 +44,11 @@ void NewSongs::Search(bool wholeComputer) {
     const std::int32_t found = catalogue.LastSearch().added;
     std::string line = "No new songs were found.";
     if (found > 0)
-        line = GroupedNumber(static_cast<std::size_t>(found)) + " new " +
-               (found == 1 ? "song was found." : "songs were found.");
+        line = Counted(static_cast<std::size_t>(found), "new song") +
+               (found == 1 ? " was found." : " were found.");
     if (const std::int32_t back = catalogue.LastSearch().cameBack; back > 0)
-        line += "  " + GroupedNumber(static_cast<std::size_t>(back)) +
-                (back == 1 ? " song was found again." : " songs were found again.");
+        line += "  " + Counted(static_cast<std::size_t>(back), "song") +
+                (back == 1 ? " was found again." : " were found again.");
     if (!leftOut.empty())
         line += "  " + leftOut;
     if (window->StopRequested())

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/SystemText_win32.h"
 #include "platform/Wide_win32.h"
 #include "util/Text.h"
 
@@ -31,8 +32,7 @@ BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
 // The name under which programs of one folder know each other: a mutex and a window property, whose
 // names may not hold a "\" (nor the property's more than 255 units).
 std::wstring NameFor(const std::string& applicationFolder) {
-    std::wstring folder = Wide(applicationFolder);
-    CharLowerBuffW(folder.data(), static_cast<DWORD>(folder.size()));
+    std::wstring folder = Wide(WindowsText().ToLower(applicationFolder));
     std::ranges::replace(folder, L'\\', L'/');
     if (folder.size() > 200)
         folder.erase(0, folder.size() - 200);

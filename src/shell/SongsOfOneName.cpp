@@ -54,9 +54,8 @@ Namesakes Kept(const clsMain& catalogue) {
 }
 
 std::string Question(const Namesakes& found) {
-    return GroupedNumber(found.count) +
-           (found.count == 1 ? " file has the name of another song"
-                             : " files have the names of other songs") +
+    return Counted(found.count, "file") +
+           (found.count == 1 ? " has the name of another song" : " have the names of other songs") +
            " but a different size, such as\r\n\r\n" + found.first + "\r\n" + found.second +
            "\r\n\r\nShall Tobbin keep each of them as a song of its own?  With No it keeps one "
            "song of each file name.";
@@ -90,9 +89,9 @@ std::string SettleSongsOfOneName(Application& application, bool askAgain) {
     const std::size_t leftOut = catalogue.LastSearch().leftOut.size();
     if (leftOut == 0)
         return {};
-    return GroupedNumber(leftOut) +
-           (leftOut == 1 ? " file was left out, since another song has its name."
-                         : " files were left out, since other songs have their names.");
+    return Counted(leftOut, "file") + (leftOut == 1
+                                           ? " was left out, since another song has its name."
+                                           : " were left out, since other songs have their names.");
 }
 
 }  // namespace tobbin

@@ -233,8 +233,8 @@ void StartUp::BringCatalogueUpToDate() {
     SettleSongsOfOneName(m_application, false);
     if (const std::size_t lost = catalogue.SongsLostByLastCheck(); lost > 0)
         m_environment.statusLine.Say(
-            GroupedNumber(lost) +
-            (lost == 1 ? " song is not where it was.  " : " songs are not where they were.  ") +
+            Counted(lost, "song") +
+            (lost == 1 ? " is not where it was.  " : " are not where they were.  ") +
             "\"Bring In New Songs (Search my whole computer)\" in the Songs menu looks for " +
             (lost == 1 ? "it." : "them."));
     m_environment.events.LetEventsThrough();

@@ -4,14 +4,6 @@
 #include "util/Text.h"
 
 namespace tobbin {
-namespace {
-
-std::string Counted(std::size_t number, const std::string& noun) {
-    return GroupedNumber(number) + " " + noun + (number == 1 ? "" : "s");
-}
-
-}  // namespace
-
 // The songs are those of "All Songs", which holds each song of the jukebox once.
 std::string JukeboxText(const Jukebox& jukebox) {
     std::string text = Counted(jukebox.FolderCount(), "folder");

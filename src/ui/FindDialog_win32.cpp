@@ -1,7 +1,5 @@
 #include "ui/FindDialog_win32.h"
 
-#include <commctrl.h>
-
 #include "platform/Wide_win32.h"
 #include "resource.h"
 
@@ -28,20 +26,6 @@ void SetIcon(HWND dialog, WPARAM which, int width, int height) {
                                             IMAGE_ICON, width, height, LR_SHARED)));
 }
 
-// A button with the focus would take Enter for itself.
-LRESULT CALLBACK LeaveEnter(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                            DWORD_PTR) {
-    const auto* const key = reinterpret_cast<const MSG*>(lParam);
-    if (message == WM_GETDLGCODE && key != nullptr && key->message == WM_KEYDOWN &&
-        key->wParam == VK_RETURN)
-        return DLGC_WANTMESSAGE;
-    if (message == WM_KEYDOWN && wParam == VK_RETURN) {
-        SendMessageW(GetParent(button), WM_COMMAND, MAKEWPARAM(IDC_FIND_COMMAND1, BN_CLICKED), 0);
-        return 0;
-    }
-    return DefSubclassProc(button, message, wParam, lParam);
-}
-
 }  // namespace
 
 void FindDialog::Show(HWND owner) {
@@ -65,8 +49,21 @@ HWND FindDialog::OnLoad() {
     SetIcon(Handle(), ICON_BIG, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
     SetIcon(Handle(), ICON_SMALL, GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
     Center(Handle(), GetParent(Handle()));
-    SetWindowSubclass(Item(IDCANCEL), &LeaveEnter, 0, 0);
+    m_cancel.Attach(Item(IDCANCEL));
     return nullptr;
+}
+
+// With the focus it would take Enter for itself.
+LRESULT FindDialog::OnCancelMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto* const key = reinterpret_cast<const MSG*>(lParam);
+    if (message == WM_GETDLGCODE && key != nullptr && key->message == WM_KEYDOWN &&
+        key->wParam == VK_RETURN)
+        return DLGC_WANTMESSAGE;
+    if (message == WM_KEYDOWN && wParam == VK_RETURN) {
+        SendMessageW(Handle(), WM_COMMAND, MAKEWPARAM(IDC_FIND_COMMAND1, BN_CLICKED), 0);
+        return 0;
+    }
+    return m_cancel.Default(message, wParam, lParam);
 }
 
 void FindDialog::Find() {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/DialogBase_win32.h"
+#include "platform/WindowSubclass_win32.h"
 #include "ui/frmFind.h"
 
 namespace tobbin {
@@ -24,8 +25,12 @@ class FindDialog : public DialogBase {
 
  private:
     void Find();
+    LRESULT OnCancelMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     frmFind& m_find;
+    WindowSubclass m_cancel{[this](UINT message, WPARAM wParam, LPARAM lParam) {
+        return OnCancelMessage(message, wParam, lParam);
+    }};
 };
 
 }  // namespace tobbin

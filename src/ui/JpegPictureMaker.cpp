@@ -1,41 +1,38 @@
 #include "ui/JpegPictureMaker.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <utility>
-
-#include "ui/JpegHeader.h"
-#include "ui/PictureScaler.h"
 
 namespace tobbin {
 namespace {
 
 constexpr std::uint64_t kLargestFile = Megabytes(128);
-constexpr int kRowsAtOnce = 64;
+// Larger than what any camera takes in one picture.
+constexpr std::int64_t kMostPixels = 150'000'000;
 
-// How far the decoder may reduce a part so that it still holds every pixel of what is shown.
-int Reduction(const PicturePart& part, PictureSize to) {
-    int by = 1;
-    while (by < 8 && part.width / (by * 2) >= to.width && part.height / (by * 2) >= to.height)
-        by *= 2;
-    return by;
+constexpr char kDamaged[] = "the file is damaged, or no JPEG picture that this system can decode";
+
+PictureTurn TurnOf(int orientation) {
+    constexpr std::array<PictureTurn, 8> kTurns = {{{false, false, 0},
+                                                    {true, false, 0},
+                                                    {false, false, 2},
+                                                    {false, true, 0},
+                                                    {false, true, 1},
+                                                    {false, false, 1},
+                                                    {true, false, 1},
+                                                    {false, false, 3}}};
+    return orientation >= 1 && orientation <= 8 ? kTurns[static_cast<std::size_t>(orientation) - 1]
+                                                : PictureTurn{};
 }
 
-int Scaled(int value, int times, int by) {
-    return static_cast<int>(static_cast<std::int64_t>(value) * times / by);
-}
-
-// The part of a picture of the size `to` that is the part of one of the size `from`.
-PicturePart ScaledPart(const PicturePart& part, PictureSize from, PictureSize to) {
-    PicturePart result{Scaled(part.x, to.width, from.width), Scaled(part.y, to.height, from.height),
-                       std::max(1, Scaled(part.width, to.width, from.width)),
-                       std::max(1, Scaled(part.height, to.height, from.height))};
-    result.x = std::min(result.x, to.width - result.width);
-    result.y = std::min(result.y, to.height - result.height);
-    return result;
-}
-
-PictureSize Turn(PictureSize seen, int orientation) {
-    return TurnedSize(seen, orientation);  // the way back is the same
+// The part of a stored picture, of a given size, that is seen in the upper left corner.
+PicturePart Corner(PictureSize stored, PictureSize size, const PictureTurn& turn) {
+    const bool right = (turn.quarters >= 2) != turn.mirrorX;
+    const bool bottom = (turn.quarters == 1 || turn.quarters == 2) != turn.mirrorY;
+    return {right ? stored.width - size.width : 0, bottom ? stored.height - size.height : 0,
+            size.width, size.height};
 }
 
 }  // namespace
@@ -50,34 +47,14 @@ std::string JpegPictureMaker::Stamp(const std::string& path) {
 Picture JpegPictureMaker::Make(const PictureRequest& request) {
     Picture picture;
     std::string bytes;
-    picture.problem = ReadFile(request.path, bytes);
-    if (!picture.problem.empty())
-        return picture;
-    const JpegHeader header = ReadJpegHeader(bytes);
-    picture.problem = header.problem;
-    if (!picture.problem.empty())
-        return picture;
-    const PictureSize seen = TurnedSize(header.size, header.orientation);
-    const PicturePart seenPart = request.tiled
-                                     ? PicturePart{0, 0, std::min(seen.width, request.pane.width),
-                                                   std::min(seen.height, request.pane.height)}
-                                     : CoveringPart(seen, request.pane);
-    const PictureSize seenTarget =
-        request.tiled ? PictureSize{seenPart.width, seenPart.height} : request.pane;
-    const PicturePart part = StoredPart(seenPart, header.size, header.orientation);
-    const PictureSize target = Turn(seenTarget, header.orientation);
     PicturePixels pixels;
-    const bool decoded =
-        m_decoder->Open(bytes, Reduction(part, target)) && m_decoder->Size().width > 0 &&
-        m_decoder->Size().height > 0 &&
-        ReadScaled(ScaledPart(part, header.size, m_decoder->Size()), target, pixels);
-    m_decoder->Close();
-    if (!decoded) {
-        picture.problem = "the file is damaged, or of a kind of JPEG that this system can't decode";
-        return picture;
+    picture.problem = ReadFile(request.path, bytes);
+    if (picture.problem.empty()) {
+        picture.problem = Decode(bytes, request, pixels);
+        m_decoder->Close();
     }
-    if (header.orientation != 1)
-        pixels = Turned(pixels, header.orientation);
+    if (!picture.problem.empty())
+        return picture;
     if (pixels.size != request.pane)
         pixels = Tiled(pixels, request.pane);
     if (request.veil)
@@ -94,32 +71,33 @@ std::string JpegPictureMaker::ReadFile(const std::string& path, std::string& byt
         return "it is not there any more";
     if (status.Ok())
         status = ReadWholeFile(*m_disk, path, kLargestFile, bytes);
+    if (status.Ok() && bytes.empty())
+        return "the file is empty";
     return status.Ok() ? std::string() : status.Reason();
 }
 
-bool JpegPictureMaker::ReadScaled(const PicturePart& part, PictureSize to, PicturePixels& result) {
-    const PictureSize size{part.width, part.height};
-    if (to == size || to.width > size.width || to.height > size.height) {
-        PicturePixels all(size);
-        if (!m_decoder->Read(part, all.pixels))
-            return false;
-        result = to == size ? std::move(all) : Enlarged(all, to);
-        return true;
+// Likewise.
+std::string JpegPictureMaker::Decode(const std::string& bytes, const PictureRequest& request,
+                                     PicturePixels& pixels) {
+    if (!m_decoder->Open(bytes))
+        return kDamaged;
+    const PictureSize stored = m_decoder->Size();
+    if (stored.width <= 0 || stored.height <= 0)
+        return kDamaged;
+    if (static_cast<std::int64_t>(stored.width) * stored.height > kMostPixels)
+        return "it is too large (" + std::to_string(stored.width) + " x " +
+               std::to_string(stored.height) + " pixels)";
+    const PictureTurn turn = TurnOf(m_decoder->Orientation());
+    const PictureSize pane = turn.quarters % 2 == 0
+                                 ? request.pane
+                                 : PictureSize{request.pane.height, request.pane.width};
+    PicturePart part = CoveringPart(stored, pane);
+    PictureSize size = pane;
+    if (request.tiled) {
+        size = {std::min(stored.width, pane.width), std::min(stored.height, pane.height)};
+        part = Corner(stored, size, turn);
     }
-    PictureShrinker shrinker(size, to);
-    PicturePixels rows({part.width, kRowsAtOnce});
-    for (int y = 0; y < part.height; y += kRowsAtOnce) {
-        const int count = std::min(kRowsAtOnce, part.height - y);
-        const std::size_t pixels =
-            static_cast<std::size_t>(part.width) * static_cast<std::size_t>(count);
-        if (!m_decoder->Read({part.x, part.y + y, part.width, count},
-                             std::span(rows.pixels).first(pixels)))
-            return false;
-        for (int i = 0; i < count; ++i)
-            shrinker.AddRow({rows.Row(i), static_cast<std::size_t>(part.width)});
-    }
-    result = shrinker.Take();
-    return true;
+    return m_decoder->Read(part, size, turn, pixels) ? std::string() : kDamaged;
 }
 
 }  // namespace tobbin

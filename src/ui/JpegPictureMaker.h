@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,25 +9,36 @@
 
 namespace tobbin {
 
+// How a stored picture is turned to be seen: mirrored first, then turned by quarters, clockwise.
+struct PictureTurn {
+    bool mirrorX = false;  // left and right
+    bool mirrorY = false;  // top and bottom
+    int quarters = 0;      // 0 to 3
+    bool operator==(const PictureTurn&) const = default;
+};
+
 // Decodes one JPEG picture at a time.
 class JpegDecoder {
  public:
     virtual ~JpegDecoder() = default;
 
-    // Begins with a file's bytes, which stay valid until Close. Where it saves work the decoder
-    // makes the picture smaller by `reduceBy` (1, 2, 4 or 8) in both directions. Returns whether
-    // it can decode the picture.
-    virtual bool Open(std::string_view bytes, int reduceBy) = 0;
-    virtual PictureSize Size() const = 0;
+    // Begins with a file's bytes, which stay valid until Close. False when they are no picture that
+    // can be decoded.
+    virtual bool Open(std::string_view bytes) = 0;
+    virtual PictureSize Size() const = 0;  // as stored
 
-    // The pixels of a part, as in PicturePixels. Parts are asked for from the top. False when the
-    // file can't be decoded any further.
-    virtual bool Read(const PicturePart& part, std::span<std::uint32_t> pixels) = 0;
+    // How the camera was held: the EXIF number of the orientation, 1 to 8, of which 1 is upright.
+    virtual int Orientation() const = 0;
+
+    // The pixels of a part, as stored, scaled to a size and then turned. False when the file can't
+    // be decoded any further.
+    virtual bool Read(const PicturePart& part, PictureSize to, const PictureTurn& turn,
+                      PicturePixels& pixels) = 0;
     virtual void Close() = 0;
 };
 
-// Makes pictures of JPEG files. Decodes no more than is shown and needs, beside the file, the
-// memory of a pane and of a few rows.
+// Makes pictures of JPEG files. What to decode is told by the header; no more is asked for than is
+// shown.
 class JpegPictureMaker : public PictureMaker {
  public:
     JpegPictureMaker(std::unique_ptr<Disk> disk, std::unique_ptr<JpegDecoder> decoder)
@@ -40,7 +49,8 @@ class JpegPictureMaker : public PictureMaker {
 
  private:
     std::string ReadFile(const std::string& path, std::string& bytes);
-    bool ReadScaled(const PicturePart& part, PictureSize to, PicturePixels& result);
+    std::string Decode(const std::string& bytes, const PictureRequest& request,
+                       PicturePixels& pixels);
 
     std::unique_ptr<Disk> m_disk;
     std::unique_ptr<JpegDecoder> m_decoder;

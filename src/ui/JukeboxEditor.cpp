@@ -25,10 +25,6 @@ bool IsAllSongs(const Folder& folder) {
     return folder.Parent() == nullptr && folder.Text() == kAllSongs;
 }
 
-std::string CountedSongs(std::size_t number) {
-    return std::to_string(number) + (number == 1 ? " song" : " songs");
-}
-
 // What a rank command writes into the catalogue, and whether the list shows "2" all the same.
 SongRank RankOfCommand(int command) {
     constexpr int kBest = 9;
@@ -239,7 +235,7 @@ EditResult JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string
     if (records.empty())
         Say("There is no MP3 file among what was dropped.");
     else
-        Say("Added " + CountedSongs(songs.size()) + " to \"" + folder.Text() + "\"." +
+        Say("Added " + Counted(songs.size(), "song") + " to \"" + folder.Text() + "\"." +
             WordsOnNamesakes(found));
     return songs.empty() ? EditResult()
                          : m_history.Do("Add Files", AppendSongs(folder, std::move(songs)));
@@ -295,8 +291,8 @@ EditResult JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged,
         Say(kHoldsThemAll);
         return {};
     }
-    Say((isMove ? "Moved " + CountedSongs(dragged.rows.size())
-                : "Copied " + CountedSongs(songs.size())) +
+    Say((isMove ? "Moved " + Counted(dragged.rows.size(), "song")
+                : "Copied " + Counted(songs.size(), "song")) +
         " to \"" + target.Text() + "\".");
     const std::string name = isMove ? "Move Songs" : "Copy Songs";
     JukeboxHistory::Changes changes;

@@ -30,9 +30,7 @@ constexpr int kRankWorst = 14;
 constexpr int kChangePicture = 16;
 
 bool IsJukeboxFile(std::string_view path) {
-    constexpr std::string_view kExtension = ".juk";
-    return path.size() > kExtension.size() &&
-           EqualsIgnoringAsciiCase(path.substr(path.size() - kExtension.size()), kExtension);
+    return EndsWithIgnoringAsciiCase(path, ".juk");
 }
 
 bool IsTree(int pane) {

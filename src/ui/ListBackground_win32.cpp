@@ -41,30 +41,6 @@ RECT Covering(PictureSize canvas, const RECT& pane) {
 
 }  // namespace
 
-void ListBackground::Attach(HWND list) {
-    m_list = list;
-    SetWindowLongPtrW(list, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    m_listProcedure = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
-}
-
-void ListBackground::Detach() {
-    m_loader.Forget(this);
-    if (m_list != nullptr)
-        SetWindowLongPtrW(m_list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_listProcedure));
-    m_list = nullptr;
-}
-
-// A selection of a hundred thousand rows is as many messages, and the system's own way to put a
-// procedure in front of another looks up a window property for each.
-LRESULT CALLBACK ListBackground::Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto& background = *reinterpret_cast<ListBackground*>(GetWindowLongPtrW(list, GWLP_USERDATA));
-    if (message != WM_NCDESTROY)
-        return background.HandleMessage(message, wParam, lParam);
-    background.Detach();
-    return CallWindowProcW(background.m_listProcedure, list, message, wParam, lParam);
-}
-
 // The list moves its rows with the picture under them; a list that has moved is drawn anew.
 LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == kReady) {
@@ -79,10 +55,11 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
     if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST &&
         onMouse(message, wParam, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}))
         return 0;
-    const HWND list = m_list;
+    if (message == WM_NCDESTROY)
+        m_loader.Forget(this);
     const POINT before = IsShown() ? Scrolled() : POINT{};
-    const LRESULT result = CallWindowProcW(m_listProcedure, list, message, wParam, lParam);
-    if (m_list == nullptr)
+    const LRESULT result = m_list.Default(message, wParam, lParam);
+    if (m_list.Handle() == nullptr)
         return result;
     if (message == WM_SIZE)
         Request();
@@ -90,23 +67,23 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
         UseColors();
     if (IsShown())
         if (const POINT after = Scrolled(); after.x != before.x || after.y != before.y)
-            InvalidateRect(list, nullptr, FALSE);
+            InvalidateRect(m_list.Handle(), nullptr, FALSE);
     return result;
 }
 
 POINT ListBackground::Scrolled() const {
-    return {GetScrollPos(m_list, SB_HORZ), GetScrollPos(m_list, SB_VERT)};
+    return {GetScrollPos(m_list.Handle(), SB_HORZ), GetScrollPos(m_list.Handle(), SB_VERT)};
 }
 
 // Below the headings, and as wide as without scroll bars, which come and go with the rows.
 RECT ListBackground::Pane() const {
     RECT pane = {};
-    GetClientRect(m_list, &pane);
+    GetClientRect(m_list.Handle(), &pane);
     RECT heading = {};
-    GetWindowRect(ListView_GetHeader(m_list), &heading);
+    GetWindowRect(ListView_GetHeader(m_list.Handle()), &heading);
     pane.top += heading.bottom - heading.top;
-    const auto style = GetWindowLongPtrW(m_list, GWL_STYLE);
-    const UINT dpi = GetDpiForWindow(m_list);
+    const auto style = GetWindowLongPtrW(m_list.Handle(), GWL_STYLE);
+    const UINT dpi = GetDpiForWindow(m_list.Handle());
     if ((style & WS_VSCROLL) != 0)
         pane.right += GetSystemMetricsForDpi(SM_CXVSCROLL, dpi);
     if ((style & WS_HSCROLL) != 0)
@@ -129,7 +106,7 @@ void ListBackground::Show(const std::string& path, bool tiled, const std::string
 }
 
 void ListBackground::Request() {
-    const RECT pane = m_list != nullptr ? Pane() : RECT{};
+    const RECT pane = m_list.Handle() != nullptr ? Pane() : RECT{};
     if (m_path.empty() || pane.right <= pane.left || pane.bottom <= pane.top)
         return;
     PictureRequest request;
@@ -141,7 +118,7 @@ void ListBackground::Request() {
     if (request == m_request)
         return;
     m_request = request;
-    m_loader.Want(this, request, [list = m_list] { PostMessageW(list, kReady, 0, 0); });
+    m_loader.Want(this, request, [list = m_list.Handle()] { PostMessageW(list, kReady, 0, 0); });
 }
 
 void ListBackground::OnReady() {
@@ -173,13 +150,13 @@ void ListBackground::SetCanvas(const PicturePixels& pixels) {
 
 // In high contrast each name gets a ground of the window's color.
 void ListBackground::UseColors() {
-    if (m_list == nullptr)
+    if (m_list.Handle() == nullptr)
         return;
     const COLORREF window = GetSysColor(COLOR_WINDOW);
-    ListView_SetBkColor(m_list, IsShown() ? CLR_NONE : window);
-    ListView_SetTextBkColor(m_list, IsShown() && !IsHighContrast() ? CLR_NONE : window);
+    ListView_SetBkColor(m_list.Handle(), IsShown() ? CLR_NONE : window);
+    ListView_SetTextBkColor(m_list.Handle(), IsShown() && !IsHighContrast() ? CLR_NONE : window);
     Request();
-    InvalidateRect(m_list, nullptr, TRUE);
+    InvalidateRect(m_list.Handle(), nullptr, TRUE);
 }
 
 void ListBackground::Paint(HDC dc) const {
@@ -206,11 +183,11 @@ void ListBackground::Paint(HDC dc) const {
 
 void ListBackground::PaintRow(HDC dc, int row) const {
     RECT place = {};
-    if (ListView_GetItemState(m_list, row, LVIS_SELECTED) == 0 ||
-        !ListView_GetItemRect(m_list, row, &place, LVIR_BOUNDS))
+    if (ListView_GetItemState(m_list.Handle(), row, LVIS_SELECTED) == 0 ||
+        !ListView_GetItemRect(m_list.Handle(), row, &place, LVIR_BOUNDS))
         return;
-    SetDCBrushColor(dc,
-                    GetFocus() == m_list ? GetSysColor(COLOR_HIGHLIGHT) : QuietSelectionColor());
+    SetDCBrushColor(
+        dc, GetFocus() == m_list.Handle() ? GetSysColor(COLOR_HIGHLIGHT) : QuietSelectionColor());
     FillRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 

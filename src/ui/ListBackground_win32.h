@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/UniqueHandle_win32.h"
+#include "platform/WindowSubclass_win32.h"
 #include "ui/PictureLoader.h"
 
 namespace tobbin {
@@ -16,14 +17,20 @@ namespace tobbin {
 // list asks how to draw itself.
 class ListBackground {
  public:
-    explicit ListBackground(PictureLoader& loader) : m_loader(loader) {}
+    explicit ListBackground(PictureLoader& loader)
+        : m_loader(loader), m_list([this](UINT message, WPARAM wParam, LPARAM lParam) {
+              return HandleMessage(message, wParam, lParam);
+          }) {}
     ListBackground(const ListBackground&) = delete;
     ListBackground& operator=(const ListBackground&) = delete;
     ~ListBackground() { Detach(); }
 
     // From the list view's creation to its end.
-    void Attach(HWND list);
-    void Detach();
+    void Attach(HWND list) { m_list.Attach(list); }
+    void Detach() {
+        m_loader.Forget(this);
+        m_list.Detach();
+    }
 
     // Shows a file, or nothing when the path is empty. `next` is decoded ahead.
     void Show(const std::string& path, bool tiled, const std::string& next);
@@ -47,7 +54,6 @@ class ListBackground {
     };
 
  private:
-    static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void Request();
     void OnReady();
@@ -57,8 +63,7 @@ class ListBackground {
     POINT Scrolled() const;
 
     PictureLoader& m_loader;
-    HWND m_list = nullptr;
-    WNDPROC m_listProcedure = nullptr;
+    WindowSubclass m_list;
     std::string m_path, m_next;
     bool m_tiled = false;
     PictureRequest m_request;  // the last one made

@@ -3,21 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <utility>
 
 namespace tobbin {
 namespace {
-
-// Where the pixel at a place of the seen picture is stored.
-std::pair<int, int> StoredPlace(int x, int y, PictureSize stored, int orientation) {
-    if (IsOnItsSide(orientation))
-        std::swap(x, y);
-    const bool mirrorX =
-        orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
-    const bool mirrorY =
-        orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
-    return {mirrorX ? stored.width - 1 - x : x, mirrorY ? stored.height - 1 - y : y};
-}
 
 // How bright a pixel is, 0 to 255.
 int Brightness(std::uint32_t pixel) {
@@ -56,35 +44,6 @@ PicturePart CoveringPart(PictureSize picture, PictureSize pane) {
     part.x = (picture.width - part.width) / 2;
     part.y = (picture.height - part.height) / 2;
     return part;
-}
-
-bool IsOnItsSide(int orientation) {
-    return orientation >= 5;
-}
-
-PictureSize TurnedSize(PictureSize stored, int orientation) {
-    return IsOnItsSide(orientation) ? PictureSize{stored.height, stored.width} : stored;
-}
-
-PicturePart StoredPart(const PicturePart& seen, PictureSize stored, int orientation) {
-    const auto [x1, y1] = StoredPlace(seen.x, seen.y, stored, orientation);
-    const auto [x2, y2] =
-        StoredPlace(seen.x + seen.width - 1, seen.y + seen.height - 1, stored, orientation);
-    const auto [left, right] = std::minmax(x1, x2);
-    const auto [top, bottom] = std::minmax(y1, y2);
-    return {left, top, right - left + 1, bottom - top + 1};
-}
-
-PicturePixels Turned(const PicturePixels& stored, int orientation) {
-    PicturePixels seen(TurnedSize(stored.size, orientation));
-    for (int y = 0; y < seen.size.height; ++y) {
-        std::uint32_t* const row = seen.Row(y);
-        for (int x = 0; x < seen.size.width; ++x) {
-            const auto [fromX, fromY] = StoredPlace(x, y, stored.size, orientation);
-            row[x] = stored.Row(fromY)[fromX];
-        }
-    }
-    return seen;
 }
 
 PicturePixels Tiled(const PicturePixels& tile, PictureSize pane) {

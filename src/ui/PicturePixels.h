@@ -42,14 +42,6 @@ struct PicturePixels {
 // width or all of its height, and the middle of the other.
 PicturePart CoveringPart(PictureSize picture, PictureSize pane);
 
-// How a camera was held: the EXIF number of the orientation, 1 to 8, of which 1 is upright. A
-// stored picture is turned to be seen; these tell the size that it then has, and which part of the
-// stored picture a part of the seen one is.
-bool IsOnItsSide(int orientation);
-PictureSize TurnedSize(PictureSize stored, int orientation);
-PicturePart StoredPart(const PicturePart& seen, PictureSize stored, int orientation);
-PicturePixels Turned(const PicturePixels& stored, int orientation);
-
 // Fills a pane with copies of a picture, from its upper left corner on.
 PicturePixels Tiled(const PicturePixels& tile, PictureSize pane);
 

@@ -28,6 +28,11 @@ bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
 }
 
+bool EndsWithIgnoringAsciiCase(std::string_view text, std::string_view ending) {
+    return text.size() >= ending.size() &&
+           EqualsIgnoringAsciiCase(text.substr(text.size() - ending.size()), ending);
+}
+
 bool IsAscii(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     std::uint64_t eight = 0;
@@ -87,6 +92,10 @@ std::string GroupedNumber(std::size_t number) {
     for (std::size_t left = digits.size(); left > 3; left -= 3)
         digits.insert(left - 3, 1, ',');
     return digits;
+}
+
+std::string Counted(std::size_t number, std::string_view noun) {
+    return GroupedNumber(number) + " " + std::string(noun) + (number == 1 ? "" : "s");
 }
 
 std::string FolderOfPath(std::string_view path) {

@@ -15,6 +15,8 @@ std::string_view TrimBlanks(std::string_view text);
 // Whether two texts are equal when the letters A to Z count as a to z.
 bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b);
 
+bool EndsWithIgnoringAsciiCase(std::string_view text, std::string_view ending);
+
 // Whether every byte is below 128.
 bool IsAscii(std::string_view text);
 
@@ -28,6 +30,9 @@ bool MatchesPattern(std::string_view text, std::string_view pattern);
 
 // A whole number with a comma between each three digits: "12,345".
 std::string GroupedNumber(std::size_t number);
+
+// A number of things: "1 song", "12,345 songs".
+std::string Counted(std::size_t number, std::string_view noun);
 
 // The folder of a path, trimmed of blanks, up to and including its last "\"; empty when there is
 // none.

@@ -3,54 +3,43 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeDisk.h"
-#include "ui/PictureScaler.h"
 
 namespace tobbin {
 namespace {
 
 using Rows = std::vector<std::uint32_t>;
 
-// A JPEG file of nothing but its header.
-std::string FileOf(PictureSize size, int orientation) {
-    std::string bytes = "\xFF\xD8\xFF\xE1";
-    bytes +=
-        std::string("\0\x22", 2) + std::string("Exif\0\0II*\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0", 24);
-    bytes += static_cast<char>(orientation);
-    bytes += std::string(7, '\0') + "\xFF\xC0";
-    bytes += std::string("\0\x0B\x08", 3);
-    for (const int number : {size.height, size.width})
-        bytes += {static_cast<char>(number >> 8), static_cast<char>(number & 0xFF)};
-    return bytes + std::string(2000, '\0');
-}
-
-// Pixels that tell their place in the stored picture, as it was before the decoder made it smaller:
-// the column's low byte in the red part, the row's in the green one.
+// Of pixels that tell their place in the stored picture: the column in the red part, the row in the
+// green one. Scales by taking the nearest, and turns step by step.
 class FakeDecoder : public JpegDecoder {
  public:
     PictureSize stored;
-    int reducedBy = 0;
-    int readable = 1'000'000;  // rows
-    std::size_t mostPixels = 0;
-    bool Open(std::string_view, int reduceBy) override {
-        reducedBy = reduceBy;
-        return stored.width > 0;
-    }
-    PictureSize Size() const override {
-        return {stored.width / reducedBy, stored.height / reducedBy};
-    }
-    bool Read(const PicturePart& part, std::span<std::uint32_t> pixels) override {
-        EXPECT_EQ(pixels.size(), static_cast<std::size_t>(part.width * part.height));
-        EXPECT_GE(part.x, 0);
-        EXPECT_LE(part.x + part.width, Size().width);
-        EXPECT_LE(part.y + part.height, Size().height);
-        mostPixels = std::max(mostPixels, pixels.size());
-        for (std::size_t i = 0; i < pixels.size(); ++i) {
-            const auto x = part.x + static_cast<int>(i) % part.width;
-            const auto y = part.y + static_cast<int>(i) / part.width;
-            pixels[i] = static_cast<std::uint32_t>((x * reducedBy & 0xFF) << 16 |
-                                                   (y * reducedBy & 0xFF) << 8);
+    int orientation = 1;
+    bool readable = true;
+    PicturePart part;
+    bool Open(std::string_view) override { return stored.width > 0; }
+    PictureSize Size() const override { return stored; }
+    int Orientation() const override { return orientation; }
+    bool Read(const PicturePart& of, PictureSize to, const PictureTurn& turn,
+              PicturePixels& pixels) override {
+        part = of;
+        const auto mirrored = [](bool mirror, int at, int length) {
+            return mirror ? length - 1 - at : at;
+        };
+        pixels = PicturePixels(to);
+        for (int y = 0; y < to.height; ++y)
+            for (int x = 0; x < to.width; ++x)
+                pixels.Row(y)[x] = static_cast<std::uint32_t>(
+                    (part.x + mirrored(turn.mirrorX, x, to.width) * part.width / to.width) << 16 |
+                    (part.y + mirrored(turn.mirrorY, y, to.height) * part.height / to.height) << 8);
+        for (int quarter = 0; quarter < turn.quarters; ++quarter) {
+            PicturePixels turned({pixels.size.height, pixels.size.width});
+            for (int y = 0; y < pixels.size.height; ++y)
+                for (int x = 0; x < pixels.size.width; ++x)
+                    turned.Row(x)[pixels.size.height - 1 - y] = pixels.Row(y)[x];
+            pixels = turned;
         }
-        return part.y + part.height <= readable;
+        return readable;
     }
     void Close() override {}
 };
@@ -63,7 +52,8 @@ class JpegPictureMakerTest : public testing::Test {
 
     Picture Make(PictureSize stored, PictureSize pane, bool tiled, int orientation = 1) {
         decoder->stored = stored;
-        disk->AddFile("C:\\a.jpg", FileOf(stored, orientation));
+        decoder->orientation = orientation;
+        disk->AddFile("C:\\a.jpg", "a picture");
         return maker.Make({"C:\\a.jpg", pane, tiled});
     }
 };
@@ -86,49 +76,36 @@ TEST_F(JpegPictureMakerTest, TurnsThePictureAsTheCameraWasHeld) {
         EXPECT_EQ(Make({3, 2}, {1, 1}, true, orientation).pixels.pixels[0],
                   expected[orientation - 1][0]);
     }
+    EXPECT_EQ(Make({3, 2}, {3, 2}, false, 9).pixels.pixels, expected[0]);
 }
 
 TEST_F(JpegPictureMakerTest, TilesInNaturalSizeFromTheCorner) {
     EXPECT_EQ(Make({2, 1}, {3, 2}, true).pixels.pixels, (Rows{0, 0x10000, 0, 0, 0x10000, 0}));
     EXPECT_EQ(Make({200, 100}, {2, 2}, true).pixels.pixels, (Rows{0, 0x10000, 0x100, 0x10100}));
-    EXPECT_EQ(decoder->reducedBy, 1);
 }
 
 TEST_F(JpegPictureMakerTest, CoversThePaneWithTheMiddleAndKeepsTheProportions) {
-    // 200 x 100 on 50 x 50: every second pixel of the columns 50 to 149, as the decoder gives them.
-    const Picture wide = Make({200, 100}, {50, 50}, false);
-    EXPECT_EQ(decoder->reducedBy, 2);
-    EXPECT_EQ(wide.pixels.Row(0)[0], 50U << 16);
-    EXPECT_EQ(wide.pixels.Row(49)[49], 148U << 16 | 98U << 8);
-}
-
-TEST_F(JpegPictureMakerTest, EnlargesSmoothly) {
-    PicturePixels two({2, 1});
-    two.pixels = {0x000080, 0x800000};
-    EXPECT_EQ(Enlarged(two, {4, 1}).pixels, (Rows{0x000080, 0x200060, 0x600020, 0x800000}));
-}
-
-TEST_F(JpegPictureMakerTest, ShrinksToTheMeanOfTheArea) {
-    EXPECT_EQ(Make({3, 3}, {2, 2}, false).pixels.pixels,
-              (Rows{0x000000, 0x020000, 0x000200, 0x020200}));
-}
-
-TEST_F(JpegPictureMakerTest, NeedsFewRowsAtATimeWhateverTheShape) {
-    for (const PictureSize size : {PictureSize{9000, 100}, PictureSize{20, 50000}}) {
-        EXPECT_EQ(Make(size, {100, 100}, false).problem, "");
-        EXPECT_LE(decoder->mostPixels, 64U * 200U);
-    }
+    EXPECT_EQ(Make({200, 100}, {50, 50}, false).pixels.size, (PictureSize{50, 50}));
+    EXPECT_EQ(decoder->part, (PicturePart{50, 0, 100, 100}));
+    Make({200, 100}, {50, 200}, false, 6);  // seen as 100 x 200
+    EXPECT_EQ(decoder->part, (PicturePart{0, 25, 200, 50}));
 }
 
 TEST_F(JpegPictureMakerTest, TellsWhyThereIsNoPicture) {
+    constexpr char kDamaged[] =
+        "the file is damaged, or no JPEG picture that this system can decode";
     EXPECT_EQ(maker.Make({"C:\\gone.jpg", {9, 9}}).problem, "it is not there any more");
     disk->AddFolder("C:\\folder.jpg");
     EXPECT_EQ(maker.Make({"C:\\folder.jpg", {9, 9}}).problem, "it is not there any more");
-    EXPECT_EQ(Make({0, 9}, {9, 9}, false).problem, "the file is damaged");
-    decoder->readable = 100;
+    disk->AddFile("C:\\empty.jpg");
+    EXPECT_EQ(maker.Make({"C:\\empty.jpg", {9, 9}}).problem, "the file is empty");
+    EXPECT_EQ(Make({0, 9}, {9, 9}, false).problem, kDamaged);
+    EXPECT_EQ(Make({15000, 10000}, {9, 9}, false).problem, "");
+    EXPECT_EQ(Make({15000, 10001}, {9, 9}, false).problem,
+              "it is too large (15000 x 10001 pixels)");
+    decoder->readable = false;
     const Picture cut = Make({300, 300}, {90, 90}, false);
-    EXPECT_EQ(cut.problem,
-              "the file is damaged, or of a kind of JPEG that this system can't decode");
+    EXPECT_EQ(cut.problem, kDamaged);
     EXPECT_TRUE(cut.pixels.pixels.empty());
     disk->Lock("C:\\a.jpg", DiskError::AccessDenied);
     EXPECT_EQ(maker.Make({"C:\\a.jpg", {9, 9}}).problem, "access is denied");
