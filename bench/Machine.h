@@ -18,9 +18,9 @@ class Machine : private OpenJukeboxes {
 
     FakeEnvironment fake;
     PosixDisk disk;
-    Environment environment{fake.text,         disk,          fake.drives,   fake.dialogs,
-                            fake.userSettings, fake.programs, fake.events,   fake.clock,
-                            fake.statusLine,   fake.player,   fake.clipboard};
+    Environment environment{fake.text,         disk,          fake.drives,    fake.dialogs,
+                            fake.userSettings, fake.programs, fake.events,    fake.clock,
+                            fake.statusLine,   fake.player,   fake.clipboard, kTagReaders};
     SortCity sorter{fake.text};
     Progress progress;
     clsINI settings{environment, "C:\\Tobbin\\"};

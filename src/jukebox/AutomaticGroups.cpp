@@ -188,32 +188,50 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
 
 // Returns whether all were read.
 bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
-    SongTags reader(m_environment.disk, m_environment.text);
-    TagTexts texts;
-    const auto all = static_cast<std::size_t>(std::ranges::count(selection, true));
-    std::size_t reached = 0;
-    for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()) &&
-                                  record <= m_catalogue.UBoundOfMp3Array();
-         ++record) {
-        if (!selection[static_cast<std::size_t>(record)])
-            continue;
-        if (m_progress != nullptr && reached++ % kSongsForAText == 0)
-            m_progress->ShowSteps("Reading the tags of new songs: " + GroupedNumber(reached) +
-                                      " of " + GroupedNumber(all),
-                                  {reached, all});
-        if (tags.byRecord.contains(record))
-            continue;
-        Tag& tag = tags.byRecord[record];
-        if (reader.Load(m_catalogue.SongPath(record), TagFields::ForFiling(), texts)) {
-            tag.artist = tags.texts.Add(FolderTextOf(texts[TagField::Artist]));
-            tag.year = tags.texts.Add(FolderTextOf(texts[TagField::Year]));
-            tag.genre = tags.texts.Add(texts[TagField::Genre]);
-        }
+    std::vector<std::int32_t> records;
+    for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()); ++record)
+        if (selection[static_cast<std::size_t>(record)] && !tags.byRecord.contains(record))
+            records.push_back(record);
+    std::size_t named = 0;
+    const auto nextPath = [&](std::string& path) {
+        if (named == records.size())
+            return false;
+        const std::int32_t record = records[named++];
+        path = record <= m_catalogue.UBoundOfMp3Array() ? m_catalogue.SongPath(record) : "";
+        return true;
+    };
+    const auto threads =
+        static_cast<unsigned>(std::min<std::size_t>(m_environment.tagReaders, records.size()));
+    auto readers = std::make_unique<TagReaders>(m_environment.disk, m_environment.text,
+                                                TagFields::ForFiling(), threads, nextPath);
+    const auto isToStop = [&] {
         if (m_takesInput)
             m_environment.events.LetEventsThrough();
         else
             m_environment.events.PumpWithoutInput();
-        if (m_progress != nullptr && m_progress->StopRequested())
+        if (m_progress == nullptr || !m_progress->StopRequested())
+            return false;
+        // A thread may wait for its disk much longer than the person should for the windows.
+        readers->Stop();
+        m_stopped.push_back(std::move(readers));
+        return true;
+    };
+    TagTexts texts;
+    for (std::size_t taken = 0; taken < records.size(); ++taken) {
+        if (m_progress != nullptr && taken % kSongsForAText == 0)
+            m_progress->ShowSteps("Reading the tags of new songs: " + GroupedNumber(taken + 1) +
+                                      " of " + GroupedNumber(records.size()),
+                                  {taken + 1, records.size()});
+        while (!readers->WaitForNext())
+            if (isToStop())
+                return false;
+        Tag& tag = tags.byRecord[records[taken]];
+        if (readers->Take(texts)) {
+            tag.artist = tags.texts.Add(FolderTextOf(texts[TagField::Artist]));
+            tag.year = tags.texts.Add(FolderTextOf(texts[TagField::Year]));
+            tag.genre = tags.texts.Add(texts[TagField::Genre]);
+        }
+        if (isToStop())
             return false;
     }
     return true;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -10,7 +11,7 @@
 #include "catalogue/TextPool.h"
 #include "jukebox/Jukebox.h"
 #include "platform/Environment.h"
-#include "tags/SongTags.h"
+#include "tags/TagReaders.h"
 
 namespace tobbin {
 
@@ -79,6 +80,7 @@ class AutomaticGroups {
     Progress* m_progress = nullptr;
     bool m_building = false;
     bool m_takesInput = true;  // while tags are read
+    std::vector<std::unique_ptr<TagReaders>> m_stopped;  // may still be reading a song each
 };
 
 }  // namespace tobbin

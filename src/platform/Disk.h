@@ -124,6 +124,8 @@ class Disk {
     DiskStatus List(const std::string& folder, FolderListing& listing) {
         return List(folder, {}, listing);
     }
+
+    // With ReadIfHere it may be called on any thread, and what was opened so be used there.
     virtual DiskStatus Open(const std::string& path, OpenMode mode,
                             std::unique_ptr<File>& file) = 0;
     virtual DiskStatus CreateFolder(const std::string& folder) = 0;

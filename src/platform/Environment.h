@@ -162,6 +162,9 @@ class Progress {
     virtual bool StopRequested() const { return false; }
 };
 
+// How many threads read tags side by side in the program: with more a disk gains little.
+constexpr unsigned kTagReaders = 12;
+
 // Everything outside the program that its core may touch, handed down by reference.
 struct Environment {
     const SystemText& text;
@@ -175,6 +178,8 @@ struct Environment {
     StatusLine& statusLine;
     PlayerWindow& player;
     SystemClipboard& clipboard;
+
+    unsigned tagReaders = 0;  // threads; 0 reads tags on the caller's own
 };
 
 }  // namespace tobbin

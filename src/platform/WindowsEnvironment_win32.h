@@ -44,9 +44,9 @@ class WindowsEnvironment {
     StatusLineModel m_statusLine;
     SystemPlayerWindow m_player;
     WindowsClipboard m_clipboard;
-    Environment m_environment{m_text,         m_disk,     m_drives,   m_dialogs,
-                              m_userSettings, m_programs, m_events,   m_clock,
-                              m_statusLine,   m_player,   m_clipboard};
+    Environment m_environment{m_text,         m_disk,     m_drives,    m_dialogs,
+                              m_userSettings, m_programs, m_events,    m_clock,
+                              m_statusLine,   m_player,   m_clipboard, kTagReaders};
 };
 
 }  // namespace tobbin

@@ -22,6 +22,7 @@ class FakeFile : public File {
         : m_disk(disk), m_path(std::move(path)), m_content(std::move(content)) {}
 
     DiskStatus Read(std::uint64_t offset, std::size_t count, std::string& bytes) override {
+        const std::scoped_lock lock(*m_disk.m_mutex);
         DiskStatus status = m_disk.Step("read " + m_path);
         bytes.clear();
         if (status.Ok() && offset < m_content->size())
@@ -36,6 +37,7 @@ class FakeFile : public File {
         return status;
     }
     DiskStatus Size(std::uint64_t& bytes) override {
+        const std::scoped_lock lock(*m_disk.m_mutex);
         const auto claimed = m_disk.m_claimed.find(FakeDisk::Key(m_path));
         bytes = claimed != m_disk.m_claimed.end() ? claimed->second : m_content->size();
         return m_disk.Step("size " + m_path);
@@ -260,6 +262,7 @@ DiskStatus FakeDisk::List(const std::string& folder, const ListOptions& wish,
 }
 
 DiskStatus FakeDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
+    const std::scoped_lock lock(*m_mutex);
     if (DiskStatus status = Step("open " + path); !status.Ok())
         return status;
     Node* node = Find(path);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -92,6 +93,8 @@ class FakeDisk : public Disk {
     using ContentHandle = std::shared_ptr<std::string>;
     void WriteTo(const ContentHandle& content, std::uint64_t offset, std::string_view bytes);
 
+    // For what other threads may do: open and read.
+    std::shared_ptr<std::mutex> m_mutex = std::make_shared<std::mutex>();
     std::map<std::string, Node> m_nodes;
     std::map<ContentHandle, Unflushed> m_unflushed;
     std::map<std::string, std::string> m_links;  // their keys, and those of what they lead to

@@ -7,6 +7,7 @@
 #include "fakes/FakeEnvironment.h"
 #include "fakes/TaggedSong.h"
 #include "tags/Id3v2Tag.h"
+#include "tags/TagReaders.h"
 
 namespace tobbin {
 namespace {
@@ -290,6 +291,27 @@ TEST_F(SongTagsTest, Id3v2ServesWhereId3v1IsEmptyOrCutOrLacksLetters) {
     }
     Load(TaggedSong("Abba", "1985", 17));
     EXPECT_EQ(std::ranges::count(m_fake.disk.Log(), "read C:\\a.mp3"), 1);  // nothing is in doubt
+}
+
+TEST_F(SongTagsTest, ManyThreadsReadTheSameInTheSameOrder) {
+    for (int i = 0; i < 1'000; ++i)
+        if (const std::string path = "C:\\" + std::to_string(i); i % 7 != 0)
+            m_fake.disk.AddFile(path, TaggedSong(path, ""));
+    for (const unsigned threads : {0U, 1U, 8U}) {
+        int named = 0;
+        TagReaders readers(m_fake.disk, m_fake.text, TagFields::ForFiling(), threads,
+                           [&](std::string& path) {
+                               path = "C:\\" + std::to_string(named);
+                               return ++named <= 1'000;
+                           });
+        TagTexts texts;
+        for (int i = 0; i < 1'000; ++i) {
+            while (!readers.WaitForNext()) {
+            }
+            ASSERT_EQ(readers.Take(texts), i % 7 != 0) << i;
+            ASSERT_EQ(texts[TagField::Artist], i % 7 == 0 ? "" : "C:\\" + std::to_string(i));
+        }
+    }
 }
 
 TEST_F(SongTagsTest, SaysThatASongCanNotBeRead) {
