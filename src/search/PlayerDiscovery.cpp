@@ -14,7 +14,11 @@ constexpr int kYieldsAfterADrive = 2000;
 
 PlayerDiscovery::Outcome PlayerDiscovery::Search(Progress& progress) {
     m_searchPending = false;
-    const Outcome outcome = SearchDrives(progress);
+    Outcome outcome = SearchDrives(progress);
+    if (outcome == Outcome::NotFound && FileExists(m_environment.disk, m_ownPlayer)) {
+        m_location.OnPlayerFound(m_environment.text.ToLower(m_ownPlayer));
+        outcome = Outcome::Found;
+    }
     m_searchPending = outcome == Outcome::Stopped;
     return outcome;
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/Environment.h"
 
@@ -29,14 +30,17 @@ class SearchingWindow : public Progress {
 // Finds the external player's program on the hard drives and runs its installer.
 class PlayerDiscovery {
  public:
-    PlayerDiscovery(Environment& environment, PlayerLocation& location)
-        : m_environment(environment), m_location(location) {}
+    // `ownPlayer` is the full path of the player that comes with the program, if the package has
+    // one; it serves where no other is found.
+    PlayerDiscovery(Environment& environment, PlayerLocation& location, std::string ownPlayer)
+        : m_environment(environment), m_location(location), m_ownPlayer(std::move(ownPlayer)) {}
 
     enum class Outcome { Found, NotFound, Stopped };
 
     // Looks through the hard drives up to the first that holds the player, whose path is stored in
-    // lower case. The texts go to the progress window, which can also stop the search; it is then
-    // pending, left to the first command that needs the player.
+    // lower case, as is that of our own player where none does. The texts go to the progress
+    // window, which can also stop the search; it is then pending, left to the first command that
+    // needs the player.
     Outcome Search(Progress& progress);
     bool IsSearchPending() const { return m_searchPending; }
 
@@ -53,6 +57,7 @@ class PlayerDiscovery {
 
     Environment& m_environment;
     PlayerLocation& m_location;
+    std::string m_ownPlayer;
     bool m_searchPending = false;
 };
 

@@ -17,7 +17,7 @@ Application::Application(Environment& environment, ProgramFolders folders)
       m_groups(environment, m_catalogue, *this),
       m_windows(environment.text),
       m_playerPlace(m_settings),
-      m_discovery(environment, m_playerPlace),
+      m_discovery(environment, m_playerPlace, m_folders.application + "Player\\TobbinPlayer.exe"),
       m_player(environment) {}
 
 Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {

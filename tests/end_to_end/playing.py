@@ -103,7 +103,9 @@ class Playing(Case):
         behave()
         away = PREFIX / "drive_c/player.away"
         installer = PREFIX / "drive_c/Tobbin/winamp265_lite.exe"
+        own = PREFIX / "drive_c/Tobbin/Player"
         shutil.move(PLAYER / "winamp.exe", away)
+        shutil.move(own, PREFIX / "drive_c/own.away")
         try:
             with Program():
                 select(0)
@@ -126,6 +128,7 @@ class Playing(Case):
                 close_panel()
         finally:
             installer.unlink(missing_ok=True)
+            shutil.move(PREFIX / "drive_c/own.away", own)
             if away.exists():
                 shutil.move(away, PLAYER / "winamp.exe")
 

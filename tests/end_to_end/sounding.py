@@ -14,11 +14,12 @@ import sys
 import tempfile
 import time
 
-from under_wine import PREFIX, Case, driver, report
+from under_wine import PLAYER, PREFIX, Case, Program, command, driver, report
 
 RATE = 44_100
 SONGS = PREFIX / "drive_c/sound"
-PREVIOUS, PLAY, PAUSE, STOP, NEXT = 40044, 40045, 40046, 40047, 40048
+PLAY, PAUSE, STOP = 40045, 40046, 40047
+PLAY_SELECTED = 1203  # of the frame's commands, from assets/resource.h
 TONES = [200 * 1.15 ** k for k in range(20)]  # Hz
 
 
@@ -238,6 +239,25 @@ class Sounding(Case):
                                 "command", STOP)
         self.assertEqual(runs(left)[0][0], 0)
         self.assertEqual(replies[0], 0)
+
+    def test_7_it_serves_where_there_is_no_other_player(self):
+        driver("player", "command", "40001")
+        driver("gone", "Winamp v1.x", "10")
+        other = (PLAYER / "winamp.exe").rename(PREFIX / "drive_c/player.away")
+        try:
+            with Program():
+                driver("open", "All Songs")
+                driver("select", "0", "1", "2")
+                command(PLAY_SELECTED)
+                driver("wait", "frmMainWinamp", "PLAYING", "30")
+                replies, left, _ = play("until", 104, 0, 0, "track")
+                self.assertEqual(replies[-1], 1)
+                self.assertGreater(max(left), 1_000)
+                driver("close", "frmMainWinamp")
+                driver("gone", "Winamp v1.x", "10")
+        finally:
+            other.rename(PLAYER / "winamp.exe")
+        driver("player", "start")
 
 
 if __name__ == "__main__":

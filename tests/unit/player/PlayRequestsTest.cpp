@@ -52,7 +52,7 @@ class Requests : public testing::Test {
     FakeEnvironment fake;
     FakeLocation location;
     FakeHost host;
-    PlayerDiscovery discovery{fake.environment, location};
+    PlayerDiscovery discovery{fake.environment, location, "C:\\none"};
     WinAMP_Control control{fake.environment};
     PlayList playList;
     PlayRequests requests{fake.environment, location, discovery, control, playList, host};

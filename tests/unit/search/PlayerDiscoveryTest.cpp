@@ -32,7 +32,7 @@ class Discovery : public testing::Test {
     FakeEnvironment fake;
     FakeLocation location;
     FakeProgress progress;
-    PlayerDiscovery discovery{fake.environment, location};
+    PlayerDiscovery discovery{fake.environment, location, "C:\\Tobbin\\Player\\TobbinPlayer.exe"};
 };
 
 TEST_F(Discovery, TakesTheFirstHardDriveThatHoldsThePlayer) {
@@ -59,6 +59,9 @@ TEST_F(Discovery, OnlyAStoppedSearchIsPendingAndWithoutAFindThePlaceStays) {
     EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::NotFound);
     EXPECT_FALSE(discovery.IsSearchPending());
     EXPECT_EQ(location.path, "as before");
+    fake.disk.AddFile("C:\\Tobbin\\Player\\TobbinPlayer.exe");  // in the package: it serves then
+    EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
+    EXPECT_EQ(location.path, "c:\\tobbin\\player\\tobbinplayer.exe");
 }
 
 TEST_F(Discovery, StartsTheInstallerOrSaysWhichFileIsMissing) {
