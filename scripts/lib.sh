@@ -8,7 +8,7 @@ export LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive WINEDEBUG=${WINEDEBUG:--all
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
 
 native_packages=(g++ cmake ninja-build python3 googletest libbenchmark-dev)
-sanitizer_packages=(clang libclang-rt-14-dev)
+sanitizer_packages=(clang libclang-rt-14-dev libmpg123-0)
 windows_packages=(g++-mingw-w64-x86-64-posix)
 music_packages=(lame ffmpeg id3v2 python3-mutagen)
 tag_packages=(eyed3 kid3-cli "${music_packages[@]}")
