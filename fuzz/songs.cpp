@@ -12,7 +12,8 @@ const player::Mpg123Library& Decoder() {
     static const player::Mpg123Library library = [] {
         void* const file = dlopen("libmpg123.so.0", RTLD_NOW);
         player::Mpg123Library functions;
-        CHECK(file != nullptr && functions.Load([&](const char* name) { return dlsym(file, name); }));
+        CHECK(file != nullptr &&
+              functions.Load([&](const char* name) { return dlsym(file, name); }));
         return functions;
     }();
     return library;

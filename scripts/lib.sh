@@ -121,15 +121,17 @@ make_application_folder() {
     cp -r "$root/assets/help" "$1/Help"
 }
 
-# Installs the program in the prefix in use, as the installer does, and the stand-in for the
-# external player where a player would be.
+# Installs the program in the prefix in use, as the installer does.
 install_program() {
-    local player="$WINEPREFIX/drive_c/Program Files/Winamp"
     make_application_folder "$WINEPREFIX/drive_c/Tobbin"
+    set_option "Runtime Library Check" 0
+}
+
+# Puts the stand-in for the external player where a player would be.
+install_stand_in() {
+    local player="$WINEPREFIX/drive_c/Program Files/Winamp"
     mkdir -p "$player"
     cp "$root/build/windows-release/tests/winamp.exe" "$player/"
-    set_option "Runtime Library Check" 0
-    set_option "Keep Songs Of One Name" No
 }
 
 # Stores one of the program's per-user settings.
