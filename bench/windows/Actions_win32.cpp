@@ -8,6 +8,7 @@
 
 #include "driver/RemoteControls_win32.h"
 #include "resource.h"
+#include "ui/Commands.h"
 
 namespace tobbin::bench {
 namespace {
@@ -175,7 +176,7 @@ double Actions::PressKey(WPARAM key) {
 
 double Actions::OpenFind() {
     const double begin = Now();
-    PostMessageW(m_frame, WM_COMMAND, IDM_FIND, 0);
+    PostMessageW(m_frame, WM_COMMAND, static_cast<WPARAM>(Command::Find), 0);
     WaitFor("the find dialog", [] { return MaybeVisible(L"frmFind") != nullptr; });
     return Shown(begin);
 }

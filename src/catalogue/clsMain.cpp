@@ -9,6 +9,7 @@
 #include "catalogue/CatalogueBackup.h"
 #include "catalogue/CatalogueFile.h"
 #include "catalogue/FoundSongs.h"
+#include "catalogue/Ranks.h"
 #include "catalogue/SongFolderList.h"
 #include "platform/ProgressTexts.h"
 #include "util/DataText.h"
@@ -16,12 +17,6 @@
 #include "util/Text.h"
 
 namespace tobbin {
-namespace {
-
-constexpr std::int32_t kWorstRank = 2;
-constexpr std::int32_t kBestRank = 7;
-
-}  // namespace
 
 clsMain::clsMain(Environment& environment, clsINI& settings, SortCity& sorter, Progress& progress)
     : m_environment(environment), m_settings(settings), m_sorter(sorter), m_progress(progress) {}
@@ -62,8 +57,8 @@ bool clsMain::IsPresent(std::int32_t record) const {
 }
 
 std::int32_t clsMain::Rank(std::int32_t record) const {
-    return std::clamp(m_table.MaybeNumber(kRank, record).value_or(kWorstRank), kWorstRank,
-                      kBestRank);
+    return std::clamp(m_table.MaybeNumber(kRank, record).value_or(kWorstRank.shown),
+                      kWorstRank.shown, kBestRank.shown);
 }
 
 std::int32_t clsMain::OnSongFound(const std::string& folder, const std::string& name) {
@@ -72,7 +67,7 @@ std::int32_t clsMain::OnSongFound(const std::string& folder, const std::string& 
     Mp3Info(kFileName, record, name);
     Mp3Info(kPresence, record, "1");
     Mp3Info(kNumber, record, std::to_string(record));
-    Mp3Info(kRank, record, std::to_string(kWorstRank));
+    Mp3Info(kRank, record, std::to_string(kWorstRank.shown));
     return record;
 }
 

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/AccessibleNames_win32.h"
 #include "platform/Dpi_win32.h"
@@ -11,7 +12,6 @@
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
-#include "shell/FrameCommands.h"
 
 namespace tobbin {
 namespace {
@@ -44,14 +44,20 @@ bool FrameToolbar::Create(HWND frame) {
     SendMessageW(m_handle, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     OnDpiChanged();
     int picture = 0;
-    for (int i = 0; i < kToolbarButtons; ++i) {
-        const std::wstring tip = Wide(kToolTips[i]);
+    for (int index = 1, last = 0; index <= kMostPositions; ++index) {
+        const CommandRow* const row = MaybeRowOfButton(index);
+        if (row == nullptr)
+            continue;
         TBBUTTON button = {};
-        button.idCommand = IDM_TOOLBAR + i + 1;
         button.fsState = TBSTATE_ENABLED;
-        button.fsStyle = tip.empty() ? BTNS_SEP : BTNS_BUTTON;
-        button.iBitmap = tip.empty() ? 0 : picture++;
-        button.iString = tip.empty() ? 0 : reinterpret_cast<INT_PTR>(tip.c_str());
+        button.fsStyle = BTNS_SEP;
+        if (std::exchange(last, index) != index - 1)
+            SendMessageW(m_handle, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+        const std::wstring tip = Wide(row->button.toolTip);
+        button.idCommand = kToolbarNumber + index;
+        button.fsStyle = BTNS_BUTTON;
+        button.iBitmap = picture++;
+        button.iString = reinterpret_cast<INT_PTR>(tip.c_str());
         SendMessageW(m_handle, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     }
     SendMessageW(m_handle, TB_AUTOSIZE, 0, 0);
@@ -77,14 +83,14 @@ int FrameToolbar::Height() const {
     return HeightOf(m_handle);
 }
 
-void FrameToolbar::Update(const std::function<bool(int button)>& isEnabled) {
-    for (int button = 1; button <= kToolbarButtons; ++button) {
-        if (*kToolTips[button - 1] == '\0')
+void FrameToolbar::Update(const std::function<bool(Command)>& isEnabled) {
+    for (const CommandRow& row : kCommands) {
+        if (row.button.index == 0)
             continue;
-        const WPARAM command = static_cast<WPARAM>(IDM_TOOLBAR + button);
-        const bool enabled = isEnabled(button);
-        if ((SendMessageW(m_handle, TB_ISBUTTONENABLED, command, 0) != 0) != enabled)
-            SendMessageW(m_handle, TB_ENABLEBUTTON, command, enabled);
+        const WPARAM number = static_cast<WPARAM>(kToolbarNumber + row.button.index);
+        const bool enabled = isEnabled(row.command);
+        if ((SendMessageW(m_handle, TB_ISBUTTONENABLED, number, 0) != 0) != enabled)
+            SendMessageW(m_handle, TB_ENABLEBUTTON, number, enabled);
     }
 }
 

@@ -7,18 +7,18 @@
 
 #include "platform/Environment.h"
 #include "platform/UniqueHandle_win32.h"
+#include "ui/Commands.h"
 
 namespace tobbin {
 
 // The toolbar `Toolbar1` of the main frame.
 class FrameToolbar {
  public:
-    // Buttons count from 1.
     bool Create(HWND frame);
     HWND Handle() const { return m_handle; }
     int Height() const;
     void OnDpiChanged();
-    void Update(const std::function<bool(int button)>& isEnabled);
+    void Update(const std::function<bool(Command)>& isEnabled);
 
  private:
     HWND m_handle = nullptr;

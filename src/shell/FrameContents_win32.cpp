@@ -23,7 +23,7 @@ FrameContents::FrameContents(Application& application)
 bool FrameContents::CreateIn(HWND frame, HMENU windowList) {
     CLIENTCREATESTRUCT creation = {};
     creation.hWindowMenu = windowList;
-    creation.idFirstChild = IDM_FIRST_CHILD;
+    creation.idFirstChild = kFirstChildNumber;
     m_frame = frame;
     m_client = CreateWindowExW(
         WS_EX_CLIENTEDGE, L"MDICLIENT", nullptr,

@@ -22,17 +22,13 @@ class FrameMenu {
     // The menu that carries the list of open windows.
     HMENU WindowList() const { return m_windowList; }
 
-    // Grays what can't act in a menu that is about to open. A recent jukebox can be opened when any
-    // can.
-    void EnableItems(HMENU menu, const std::function<bool(FrameCommand)>& isEnabled) const;
-
-    // Ticks what is switched on.
-    void TickItem(FrameCommand command, bool ticked) const;
+    // Grays what can't act and ticks what is on in a menu that is about to open. A recent jukebox
+    // can be opened when any can.
+    static void ShowStates(HMENU menu, const std::function<CommandState(Command)>& stateOf);
 
     // The captions of the recent jukeboxes, from element 1 on: never fewer than before.
     void ShowRecent(const std::vector<std::string>& captions);
 
-    static bool IsFrameCommand(int number);
     // Which of the recent jukeboxes an item stands for, from 1.
     static std::optional<int> MaybeRecent(int number);
 

@@ -96,7 +96,7 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnSize();
             return 0;  // the system would give the client window all of the frame
         case WM_COMMAND:
-            if (LOWORD(wParam) >= IDM_FIRST_CHILD || LOWORD(wParam) >= 0xF000)
+            if (LOWORD(wParam) >= kFirstChildNumber || LOWORD(wParam) >= 0xF000)
                 break;
             OnCommand(LOWORD(wParam));
             return 0;
@@ -108,7 +108,7 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnInitMenu(reinterpret_cast<HMENU>(wParam), HIWORD(lParam) != 0);
             break;
         case WM_HELP:
-            OnCommand(IDM_HELP);
+            OnCommand(static_cast<int>(Command::Help));
             return TRUE;
         case WM_SYSCOLORCHANGE:
             TellDescendants(Handle(), message);
@@ -197,22 +197,20 @@ void MainFrame::UseLook() {
 
 void MainFrame::OnCommand(int command) {
     m_environment.Status().Clear();
-    if (command > IDM_TOOLBAR && command <= IDM_TOOLBAR + kToolbarButtons)
-        m_contents.Commands().ClickButton(command - IDM_TOOLBAR);
-    else if (const auto recent = FrameMenu::MaybeRecent(command))
+    if (const auto recent = FrameMenu::MaybeRecent(command))
         m_contents.Commands().Files().OpenRecent(*recent);
-    else if (FrameMenu::IsFrameCommand(command))
-        m_contents.Commands().Do(static_cast<FrameCommand>(command));
+    else if (const CommandRow* const row = MaybeRowOf(command))
+        m_contents.Commands().Do(row->command);
+    else
+        m_contents.Commands().ClickButton(command - kToolbarNumber);
     m_barsOutdated = true;
 }
 
 void MainFrame::OnInitMenu(HMENU menu, bool isSystemMenu) {
     if (isSystemMenu)
         return;
-    m_menu.EnableItems(
-        menu, [this](FrameCommand command) { return m_contents.Commands().IsEnabled(command); });
-    for (const FrameCommand command : {FrameCommand::NoPicture, FrameCommand::ToggleTile})
-        m_menu.TickItem(command, m_contents.Commands().IsOn(command));
+    FrameMenu::ShowStates(
+        menu, [this](Command command) { return m_contents.Commands().StateOf(command); });
 }
 
 // A second start of the program. While this one is still starting, its splash window is what there
@@ -258,7 +256,7 @@ void MainFrame::UpdateBars() {
     // Not every system puts a maximized window's title into the frame's caption as it opens.
     if (const HWND active = m_contents.ActiveChild(); std::exchange(m_barsOf, active) != active)
         SetWindowTextW(Handle(), Wide(kCaption).c_str());
-    m_toolbar.Update([this](int button) { return m_contents.Commands().IsButtonEnabled(button); });
+    m_toolbar.Update([this](Command command) { return m_contents.Commands().IsEnabled(command); });
     const JukeboxWindow* const window = m_contents.View().MaybeActiveJukebox();
     m_statusBar.ShowJukebox(window != nullptr ? JukeboxText(window->Model()) : std::string());
     m_statusBar.ShowSelection(window != nullptr ? SelectionText(*window) : std::string());

@@ -25,14 +25,6 @@ bool IsAllSongs(const Folder& folder) {
     return folder.Parent() == nullptr && folder.Text() == kAllSongs;
 }
 
-// What a rank command writes into the catalogue, and whether the list shows "2" all the same.
-SongRank RankOfCommand(int command) {
-    constexpr int kBest = 9;
-    constexpr int kWorst = 14;
-    const int rank = '7' - (command - kBest);
-    return {std::string(1, static_cast<char>(command == kWorst ? '3' : rank)), command == kWorst};
-}
-
 }  // namespace
 
 JukeboxEditor::JukeboxEditor(const EditingTools& tools, Jukebox& jukebox)
@@ -181,14 +173,16 @@ void JukeboxEditor::CopySongs(const Folder& folder, const std::vector<std::size_
     HoldSongs(folder, rows);
 }
 
-void JukeboxEditor::RankSongs(int command, const Folder& folder,
+void JukeboxEditor::RankSongs(const RankRow& rank, const Folder& folder,
                               const std::vector<std::size_t>& rows) {
     std::vector<std::int32_t> records;
     records.reserve(rows.size());
     for (const std::size_t row : rows)
         records.push_back(folder.Songs()[row].recordNumber);
+    const bool shownAsWorst = &rank == &kWorstRank;
     auto change = std::make_unique<RankChange>(m_tools.catalogue, m_tools.jukeboxes, m_jukebox,
-                                               std::move(records), RankOfCommand(command));
+                                               std::move(records),
+                                               SongRank{rank.catalogueValue, shownAsWorst});
     if (change->IsEmpty())
         m_tools.catalogue.Save();
     else

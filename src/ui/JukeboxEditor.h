@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "catalogue/clsMain.h"
+#include "catalogue/Ranks.h"
 #include "jukebox/Jukebox.h"
 #include "jukebox/JukeboxHistory.h"
 #include "ui/Dragging.h"
@@ -40,8 +41,7 @@ class JukeboxEditor {
     // Refused, with a message, for "All Songs"; as above.
     EditResult CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void CopySongs(const Folder& folder, const std::vector<std::size_t>& rows);
-    // `command` is that of the song menu, 9 (best) to 14 (worst).
-    void RankSongs(int command, const Folder& folder, const std::vector<std::size_t>& rows);
+    void RankSongs(const RankRow& rank, const Folder& folder, const std::vector<std::size_t>& rows);
     // By a state of the sort cycle; `sortState` becomes the next one.
     EditResult SortSongs(Folder& folder, int state, int& sortState);
     EditResult AddFiles(Folder& folder, const std::vector<std::string>& paths);

@@ -166,22 +166,24 @@ void JukeboxMdiChild::OnColumnResized() {
 // A right click beside every row, or on none, opens the menu for what is selected.
 void JukeboxMdiChild::OnMenu(HWND pane, POINT screen, bool byMouse) {
     if (pane == m_explorer.List().Handle()) {
-        ShowPopUpMenu(static_cast<int>(Pane::List), screen);
+        ShowPopUpMenu(Pane::List, screen);
         return;
     }
     if (byMouse)
         if (Folder* const folder = m_explorer.Tree().MaybeFolderAt(screen); folder != nullptr)
             m_explorer.Tree().SelectFolder(folder);
-    ShowPopUpMenu(static_cast<int>(Pane::Tree), screen);
+    ShowPopUpMenu(Pane::Tree, screen);
 }
 
-void JukeboxMdiChild::ShowPopUpMenu(int pane, POINT screen) {
-    PopUpMenu menu(pane, Handle());
-    if (pane == static_cast<int>(Pane::List) && !m_controller.Picture().Pictures().IsEmpty())
+void JukeboxMdiChild::ShowPopUpMenu(Pane pane, POINT screen) {
+    PopUpMenu menu(pane == Pane::Tree ? Menu::FolderPopUp : Menu::SongPopUp, Handle());
+    if (pane == Pane::List && !m_controller.Picture().Pictures().IsEmpty())
         menu.AddControlCommands();
-    menu.EnableEntries([&](int entry) { return m_controller.IsEnabled(entry, pane); });
-    if (const int entry = menu.Show(screen, m_explorer.Handle()); entry != 0)
-        m_controller.ActOnPopUpClick(entry, pane, m_controller.SelectedFolder());
+    menu.EnableEntries([&](Command command) {
+        return m_controller.SelectedFolder() != nullptr && m_controller.IsEnabled(command, pane);
+    });
+    m_controller.ActOnPopUpClick(menu.Show(screen, m_explorer.Handle()), static_cast<int>(pane),
+                                 m_controller.SelectedFolder());
 }
 
 void JukeboxMdiChild::OnFolderRemoving(Folder& folder) {

@@ -69,7 +69,7 @@ class JukeboxMdiChild : public WindowBase,
     void OnFocus();
     void OnDestroy() override;
     void OnMenu(HWND pane, POINT screen, bool byMouse);
-    void ShowPopUpMenu(int pane, POINT screen);
+    void ShowPopUpMenu(Pane pane, POINT screen);
 
     void OnFolderRemoving(Folder& folder) override;
     void OnSongsChanged(Folder& folder) override;

@@ -9,32 +9,8 @@
 namespace tobbin {
 namespace {
 
-// Entries of both menus, of the folder menu, and of the song menu.
-constexpr int kPlayAll = 1;
-
-constexpr int kAddToFolder = 4;
-constexpr int kAddToRoot = 5;
-constexpr int kCutFolder = 6;
-constexpr int kCopyFolder = 7;
-constexpr int kPasteInTree = 8;
-constexpr int kDeleteFolder = 9;
-constexpr int kSortNodes = 11;
-
-constexpr int kPlaySelected = 2;
-constexpr int kCutSongs = 4;
-constexpr int kCopySongs = 5;
-constexpr int kPasteInList = 6;
-constexpr int kDeleteSongs = 7;
-constexpr int kRankBest = 9;
-constexpr int kRankWorst = 14;
-constexpr int kChangePicture = 16;
-
 bool IsJukeboxFile(std::string_view path) {
     return EndsWithIgnoringAsciiCase(path, ".juk");
-}
-
-bool IsTree(int pane) {
-    return pane == static_cast<int>(Pane::Tree);
 }
 
 }  // namespace
@@ -63,96 +39,125 @@ void JukeboxWindow::OnOpened() {
 }
 
 void JukeboxWindow::ActOnPopUpClick(int command, int pane, Folder* node) {
-    if (!CanAct(command, pane, node))
-        return;
-    if (command == kPlayAll)
-        m_host.PlayAllSongsInFolder(*this);
-    else if (IsTree(pane))
-        ActOnFolder(command, *node);
-    else
-        ActOnSongs(command, *node);
+    const bool inTree = pane == static_cast<int>(Pane::Tree);
+    const CommandRow* const row = MaybeRowAt(inTree ? Menu::FolderPopUp : Menu::SongPopUp, command);
+    if (row != nullptr && node != nullptr)
+        Do(*row, inTree ? Pane::Tree : Pane::List, node);
 }
 
-bool JukeboxWindow::CanAct(int command, int pane, const Folder* node) const {
-    if (node == nullptr)
-        return false;
-    if (command == kPlayAll)
-        return !node->Songs().empty();
-    if (IsTree(pane)) {
-        switch (command) {
-            case kAddToFolder:
-            case kAddToRoot:
-            case kCutFolder:  // which says why a special folder can't be cut
-            case kCopyFolder:
-                return true;
-            case kPasteInTree:
-                return !m_tools.clipboard.IsEmpty();
-            case kDeleteFolder:
-                return OkToDelete(*node);
-            case kSortNodes:
-                return node->ChildCount() > 1;
-            default:
-                return false;
-        }
-    }
-    if (command == kPasteInList)
-        return !m_tools.clipboard.IsEmpty();
-    if (command == kChangePicture)
-        return true;
-    const bool needsSongs = command == kPlaySelected || command == kCutSongs ||
-                            command == kCopySongs || command == kDeleteSongs ||
-                            (command >= kRankBest && command <= kRankWorst);
-    return needsSongs && node == m_selected && HasView() && m_view->SelectedCount() > 0;
+Pane JukeboxWindow::PaneFor(const CommandRow& row) const {
+    if (row.acts.songs == When::Never && m_focus != Pane::None)
+        return Pane::Tree;
+    return row.acts.folder == When::Never && m_focus != Pane::None ? Pane::List : m_focus;
 }
 
-void JukeboxWindow::ActOnFolder(int command, Folder& node) {
-    switch (command) {
-        case kAddToFolder:
-            AddFolder(&node);
-            break;
-        case kAddToRoot:
-            AddFolder(nullptr);
-            break;
-        case kCutFolder:
-            Show(m_editor.CutFolder(node));
-            break;
-        case kCopyFolder:
-            m_editor.CopyFolder(node);
-            break;
-        case kPasteInTree:
-            Paste(node);
-            break;
-        case kDeleteFolder:
-            Show(m_editor.DeleteFolder(node));
-            break;
-        case kSortNodes:
-            m_editor.SortNodes(node);
-            break;
+bool JukeboxWindow::CanAct(const CommandRow& row, Pane pane, const Folder* node) const {
+    const When inPane = pane == Pane::Tree   ? row.acts.folder
+                        : pane == Pane::List ? row.acts.songs
+                                             : When::Never;
+    switch (row.acts.frame != When::Never ? row.acts.frame : inPane) {
+        case When::JukeboxActive:
+            return true;
+        case When::CanUndo:
+            return CanUndo();
+        case When::CanRedo:
+            return CanRedo();
+        case When::FolderSelected:
+            return node != nullptr;
+        case When::FolderHasSongs:
+            return node != nullptr && !node->Songs().empty();
+        case When::FolderMayGo:
+            return node != nullptr && OkToDelete(*node);
+        case When::FoldersToSort:
+            return node != nullptr && node->ChildCount() > 1;
+        case When::SongsSelected:
+            return node != nullptr && node == m_selected && HasView() &&
+                   m_view->SelectedCount() > 0;
+        case When::CanPaste:
+            return node != nullptr && !m_tools.clipboard.IsEmpty();
         default:
-            break;
+            return false;
     }
 }
 
-void JukeboxWindow::ActOnSongs(int command, Folder& node) {
-    if (command == kPasteInList) {
-        Paste(node);
+bool JukeboxWindow::IsOn(Command command) const {
+    return (command == Command::NoPicture && ShowPictt()) ||
+           (command == Command::ToggleTile && BeItTiled());
+}
+
+void JukeboxWindow::Do(const CommandRow& row, Pane pane, Folder* node) {
+    if (!CanAct(row, pane, node))
         return;
+    if (row.acts.frame != When::Never)
+        DoAsWhole(row.command);
+    else if (row.command == Command::PlayAllSongsInFolder)
+        m_host.PlayAllSongsInFolder(*this);
+    else if (row.command == Command::Paste)
+        Paste(*node);
+    else if (pane == Pane::Tree)
+        DoOnFolder(row.command, *node);
+    else
+        DoOnSongs(row, *node, View().SelectedRows());
+}
+
+void JukeboxWindow::DoAsWhole(Command command) {
+    switch (command) {
+        case Command::Close:
+            return View().Close();
+        case Command::Undo:
+            return Undo();
+        case Command::Redo:
+            return Redo();
+        case Command::SortList:
+            return OnHeaderClicked();
+        case Command::ChangePicture:
+            return m_picture.choose();
+        case Command::NoPicture:
+            ShowPictt(!ShowPictt());
+            return UpdatePictureStatus();
+        case Command::ToggleTile:
+            BeItTiled(!BeItTiled());
+            return UpdatePictureStatus();
+        case Command::NextPicture:
+        case Command::PreviousPicture:
+            return ChangePicture(command == Command::NextPicture);
+        default:
+            return;
     }
-    if (command == kChangePicture) {
-        m_host.ChangeBackgroundPicture(*this);
-        return;
+}
+
+void JukeboxWindow::DoOnFolder(Command command, Folder& node) {
+    switch (command) {
+        case Command::AddFolderToSelectedFolder:
+            return AddFolder(&node);
+        case Command::AddFolderToRoot:
+            return AddFolder(nullptr);
+        case Command::Cut:
+            return Show(m_editor.CutFolder(node));
+        case Command::Copy:
+            return m_editor.CopyFolder(node);
+        case Command::Delete:
+            return Show(m_editor.DeleteFolder(node));
+        case Command::SortNodes:
+            m_editor.SortNodes(node);
+            return;
+        default:
+            return;
     }
-    const std::vector<std::size_t> rows = View().SelectedRows();
+}
+
+void JukeboxWindow::DoOnSongs(const CommandRow& row, Folder& node,
+                              const std::vector<std::size_t>& rows) {
     if (!IsBoundedd(rows))
         return;
-    if (command == kPlaySelected)
+    if (row.acts.maybeRank != nullptr)
+        m_editor.RankSongs(*row.acts.maybeRank, node, rows);
+    else if (row.command == Command::PlaySelectedSongs)
         m_host.PlaySelectedSongs(*this);
-    else if (command == kCutSongs || command == kDeleteSongs)
-        CutSongs(node, rows);
-    else if (command == kCopySongs)
+    else if (row.command == Command::Copy)
         m_editor.CopySongs(node, rows);
-    else
-        m_editor.RankSongs(command, node, rows);
+    else  // deleted songs can be pasted as well
+        CutSongs(node, rows);
 }
 
 // A new folder's text is open for editing at once.
@@ -228,8 +233,8 @@ void JukeboxWindow::ShowWithSelection(Change change) {
 }
 
 void JukeboxWindow::OnControlCommand(int command) {
-    if (command == kNextPic || command == kPrevPic)
-        ChangePicture(command == kNextPic);
+    if (const CommandRow* const row = MaybeRowAt(Menu::Control, command))
+        Do(row->command);
 }
 
 std::string JukeboxWindow::UndoText() const {
@@ -305,7 +310,7 @@ void JukeboxWindow::OnRowsSelected() {
 }
 
 void JukeboxWindow::OnRowOpened() {
-    ActOnPopUpClick(kPlaySelected, static_cast<int>(Pane::List), m_selected);
+    Do(Command::PlaySelectedSongs);
 }
 
 bool JukeboxWindow::OnFolderTextEdited(Folder& folder, const std::string& text) {

@@ -9,6 +9,7 @@
 #include "jukebox/Jukebox.h"
 #include "jukebox/SpecialFolders.h"
 #include "ui/BackgroundPicture.h"
+#include "ui/Commands.h"
 #include "ui/Dragging.h"
 #include "ui/EditingTools.h"
 #include "ui/JukeboxEditor.h"
@@ -18,14 +19,6 @@
 namespace tobbin {
 
 class JukeboxWindow;
-
-// How many entries the two pop-up menus have, separators included.
-inline constexpr int kFolderMenuEntries = 11;
-inline constexpr int kSongMenuEntries = 16;
-
-// The commands of the window's control beside the menus' own entries.
-inline constexpr int kNextPic = 601;
-inline constexpr int kPrevPic = 602;
 
 // What a jukebox window hands on to the main frame.
 class JukeboxWindowHost {
@@ -95,12 +88,22 @@ class JukeboxWindow : private JukeboxListener {
     const std::string& DaCaption() const { return m_jukebox.DaCaption(); }
     void DaCaption(std::string caption) { m_jukebox.DaCaption(std::move(caption)); }
 
-    // Runs the entry at a place (from 1) of a pop-up menu: pane 1 means the folder menu, any other
-    // the song menu. `node` is the tree's selected folder; without one nothing happens.
+    // Runs the entry at a position (from 1) of a pop-up menu: pane 1 means the folder menu, any
+    // other the song menu. `node` is the tree's selected folder; without one nothing happens.
     void ActOnPopUpClick(int command, int pane, Folder* node);
 
-    // Whether that entry can act now. The caption of a sub-menu and a separator can't.
-    bool IsEnabled(int command, int pane) const { return CanAct(command, pane, m_selected); }
+    // A command of the table that acts on a jukebox, on the selected folder or on the selected
+    // songs: whether it can act now, whether what it switches is on, and doing it, which does
+    // nothing when it can't act. Without a pane it acts in that of PaneFor.
+    bool IsEnabled(Command command) const { return IsEnabled(command, PaneFor(RowOf(command))); }
+    bool IsEnabled(Command command, Pane pane) const {
+        return CanAct(RowOf(command), pane, m_selected);
+    }
+    bool IsOn(Command command) const;
+    void Do(Command command) { Do(RowOf(command), PaneFor(RowOf(command)), m_selected); }
+    // The pane that a command of the frame means: the one that had the focus last, unless the
+    // command knows only the other.
+    Pane PaneFor(const CommandRow& row) const;
 
     // Undoing and redoing of all that was done to the jukebox, one step at a time. The text names
     // the step: "Undo Cut Folder"; empty when there is none.
@@ -168,9 +171,11 @@ class JukeboxWindow : private JukeboxListener {
     void AskBeforeClosing();
 
  private:
-    bool CanAct(int command, int pane, const Folder* node) const;
-    void ActOnFolder(int command, Folder& node);
-    void ActOnSongs(int command, Folder& node);
+    bool CanAct(const CommandRow& row, Pane pane, const Folder* node) const;
+    void Do(const CommandRow& row, Pane pane, Folder* node);
+    void DoAsWhole(Command command);
+    void DoOnFolder(Command command, Folder& node);
+    void DoOnSongs(const CommandRow& row, Folder& node, const std::vector<std::size_t>& rows);
     void AddFolder(Folder* parent);
     void CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void ShowWithout(const Folder& folder, std::size_t firstRow);

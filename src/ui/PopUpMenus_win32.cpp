@@ -4,16 +4,12 @@
 
 #include "platform/AccessibleNames_win32.h"
 #include "platform/ImageStrip_win32.h"
+#include "platform/Wide_win32.h"
 #include "resource.h"
-#include "ui/JukeboxWindow.h"
+#include "ui/CommandMenus_win32.h"
 
 namespace tobbin {
 namespace {
-
-// The entries of the song menu that rank, and the picture of the first one's rank.
-constexpr int kBestEntry = 9;
-constexpr int kWorstEntry = 14;
-constexpr int kBestPicture = 7;
 
 // One picture of a list on the menu's own color, and some room before the text: not every system
 // blends pictures with alpha into its menus.
@@ -35,23 +31,10 @@ UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
     return bitmap;
 }
 
-std::wstring RankName(int rank) {
-    return L"Rank " + std::to_wstring(rank) + L" of 6" +
-           (rank == 1   ? L", best"
-            : rank == 6 ? L", worst"
-                        : L"");
-}
-
 }  // namespace
 
-PopUpMenu::PopUpMenu(int pane, HWND window)
-    : m_firstNumber(pane == static_cast<int>(Pane::Tree) ? IDM_FOLDER_POPUP : IDM_SONG_POPUP),
-      m_entries(pane == static_cast<int>(Pane::Tree) ? kFolderMenuEntries : kSongMenuEntries),
-      m_menu(LoadMenuW(GetModuleHandleW(nullptr),
-                       MAKEINTRESOURCEW(pane == static_cast<int>(Pane::Tree) ? IDR_FOLDER_POPUP
-                                                                             : IDR_SONG_POPUP))) {
-    if (pane != static_cast<int>(Pane::Tree))
-        AddRankPictures(window);
+PopUpMenu::PopUpMenu(Menu which, HWND window) : m_which(which), m_menu(MakePopUpMenu(which)) {
+    AddRankPictures(window);
     MENUINFO pictures = {};
     pictures.cbSize = sizeof(pictures);
     pictures.fMask = MIM_STYLE;
@@ -60,47 +43,47 @@ PopUpMenu::PopUpMenu(int pane, HWND window)
 }
 
 PopUpMenu::~PopUpMenu() {
-    if (!m_pictures.empty())
-        for (int entry = kBestEntry; entry <= kWorstEntry; ++entry)
-            ForgetMenuItemName(Handle(), entry - 1);
+    ForEachRank([&](int place, const CommandRow&) { ForgetMenuItemName(Handle(), place); });
 }
 
-// The ranks between best and worst have nothing but their pictures. Without a text an entry of the
-// resource is a separator, so its kind is set here.
+// Calls with the place, from 0, and the row of each entry that ranks.
+template <typename Call>
+void PopUpMenu::ForEachRank(Call call) const {
+    for (int place = 0; place < GetMenuItemCount(Handle()); ++place)
+        if (const CommandRow* const row =
+                MaybeRowOf(static_cast<int>(GetMenuItemID(Handle(), place)));
+            row != nullptr && row->acts.maybeRank != nullptr)
+            call(place, *row);
+}
+
+// The ranks between best and worst have nothing but their pictures.
 void PopUpMenu::AddRankPictures(HWND window) {
     const UniqueImageList ranks = LoadImageStrip(IDB_RANKS, window);
-    for (int entry = kBestEntry; entry <= kWorstEntry; ++entry) {
+    ForEachRank([&](int place, const CommandRow& row) {
         MENUITEMINFOW info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_BITMAP;
         info.hbmpItem =
-            m_pictures.emplace_back(BitmapOf(ranks.Get(), kBestPicture - (entry - kBestEntry)))
-                .Get();
-        wchar_t noText[] = L"";
-        if (entry != kBestEntry && entry != kWorstEntry) {
-            info.fMask |= MIIM_FTYPE | MIIM_STRING;
-            info.fType = MFT_STRING;
-            info.dwTypeData = noText;
-        }
-        SetMenuItemInfoW(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry), FALSE, &info);
-        NameMenuItem(Handle(), entry - 1, RankName(entry - kBestEntry + 1).c_str());
-    }
+            m_pictures.emplace_back(BitmapOf(ranks.Get(), row.acts.maybeRank->shown)).Get();
+        SetMenuItemInfoW(Handle(), static_cast<UINT>(place), TRUE, &info);
+        NameMenuItem(Handle(), place, Wide(row.acts.maybeRank->menuName).c_str());
+    });
 }
 
 LRESULT PopUpMenu::OnKey(HMENU menu, wchar_t key) {
-    if (key < L'1' || key > L'6')
-        return 0;
-    const UINT wanted = static_cast<UINT>(IDM_SONG_POPUP + kBestEntry + (key - L'1'));
     for (int place = 0; place < GetMenuItemCount(menu); ++place)
-        if (GetMenuItemID(menu, place) == wanted)
+        if (const CommandRow* const row = MaybeRowOf(static_cast<int>(GetMenuItemID(menu, place)));
+            row != nullptr && row->acts.maybeRank != nullptr &&
+            row->acts.maybeRank - kRanks == key - L'1')
             return MAKELRESULT(place, MNC_EXECUTE);
     return 0;
 }
 
-void PopUpMenu::EnableEntries(const std::function<bool(int entry)>& isEnabled) {
-    for (int entry = 1; entry <= m_entries; ++entry)
-        EnableMenuItem(m_menu.Get(), static_cast<UINT>(m_firstNumber + entry),
-                       isEnabled(entry) ? MF_ENABLED : MF_GRAYED);
+void PopUpMenu::EnableEntries(const std::function<bool(Command)>& isEnabled) {
+    for (const CommandRow& row : kCommands)
+        if (MaybePlaceIn(m_which, row) != nullptr)
+            EnableMenuItem(Handle(), static_cast<UINT>(row.command),
+                           isEnabled(row.command) ? MF_ENABLED : MF_GRAYED);
     GrayEmptySubMenus();
 }
 
@@ -119,18 +102,19 @@ void PopUpMenu::GrayEmptySubMenus() const {
 }
 
 void PopUpMenu::AddControlCommands() {
-    AppendMenuW(Handle(), MF_STRING, kNextPic, L"Next Pic");
-    AppendMenuW(Handle(), MF_STRING, kPrevPic, L"Prev. Pic");
+    for (const CommandRow& row : kCommands)
+        if (const MenuPlace* const place = MaybePlaceIn(Menu::Control, row))
+            AppendMenuW(Handle(), MF_STRING, static_cast<UINT_PTR>(place->position),
+                        Wide(place->caption).c_str());
 }
 
 int PopUpMenu::Show(POINT screen, HWND window) const {
     const int chosen = TrackPopupMenuEx(Handle(), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_LEFTALIGN,
                                         screen.x, screen.y, window, nullptr);
-    if (chosen == kNextPic || chosen == kPrevPic) {
+    if (MaybeRowAt(Menu::Control, chosen) != nullptr)
         SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(chosen), 0);
-        return 0;
-    }
-    return chosen > 0 ? chosen - m_firstNumber : 0;
+    const CommandRow* const row = MaybeRowOf(chosen);
+    return row != nullptr ? MaybePlaceIn(m_which, *row)->position : 0;
 }
 
 }  // namespace tobbin

@@ -1,5 +1,9 @@
 #include "ui/SongList.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include "catalogue/Ranks.h"
 #include "jukebox/SpecialFolders.h"
 #include "util/LowerCaseSearch.h"
 #include "util/Text.h"
@@ -8,11 +12,7 @@ namespace tobbin {
 namespace {
 
 constexpr int kKeyColumn = 1;
-
-// Pictures of songs.
 constexpr int kMissingImage = 0;
-constexpr int kWorstRankImage = 2;
-constexpr int kBestRankImage = 7;
 
 }  // namespace
 
@@ -33,15 +33,13 @@ int SongList::RowImage(std::size_t row) const {
     if (song.IsMissing() || song.recordNumber > m_catalogue.UBoundOfMp3Array() ||
         !m_catalogue.IsPresent(song.recordNumber))
         return kMissingImage;
-    return m_jukebox.IsShownAsWorst(song.recordNumber) ? kWorstRankImage
+    return m_jukebox.IsShownAsWorst(song.recordNumber) ? kWorstRank.shown
                                                        : m_catalogue.Rank(song.recordNumber);
 }
 
 std::string SongList::RankText(std::size_t row) const {
-    const int image = RowImage(row);
-    if (image < kWorstRankImage)
-        return image == kMissingImage ? "missing" : "no rank";
-    return "rank " + std::to_string(kBestRankImage - image + 1) + " of 6";
+    const auto* const rank = std::ranges::find(kRanks, RowImage(row), &RankRow::shown);
+    return rank != std::end(kRanks) ? rank->name : "missing";
 }
 
 std::string SongList::AccessibleRowText(std::size_t row) const {

@@ -12,7 +12,7 @@
 //                               its "&"
 //   name TEXT                   writes a name into the edit of the file dialog that is open
 //   close CLASS                 asks the window to close
-//   command NUMBER              gives the frame a command by its number in assets/resource.h
+//   command NUMBER              gives the frame a command by its number in src/ui/Commands.h
 //   answers CLASS [SECONDS]     asks the window again and again whether it answers; prints the
 //                               longest wait in milliseconds, which may not exceed a second
 //   titles                      the captions of the jukebox windows, the active one first

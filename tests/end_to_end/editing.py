@@ -9,7 +9,7 @@ import sys
 from under_wine import (CATALOGUE, GROUPING, SETTINGS, Case, Program, answer, command, data_files,
                         driver, keys, mouse, report, status)
 
-# The number of the frame's command, from assets/resource.h.
+# The number of the frame's command, from src/ui/Commands.h.
 SAVE_AS = 1005
 
 

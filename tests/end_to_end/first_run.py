@@ -13,7 +13,7 @@ import sys
 from under_wine import (CATALOGUE, GROUPING, PREFIX, SETTINGS, Case, Program, answer, command, data_files,
                         driver, report)
 
-SAVE_AS = 1005  # the frame's command, of assets/resource.h
+SAVE_AS = 1005  # the frame's command, of src/ui/Commands.h
 FOLDERS = GROUPING / "System/LocOfMainTargetFiles.lmz"
 
 DRIVE = (PREFIX / "dosdevices/m:").resolve()

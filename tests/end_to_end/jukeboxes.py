@@ -14,7 +14,7 @@ from under_wine import (GROUPING, PREFIX, SETTINGS, WINE, Case, Program, answer,
 
 JUKES = PREFIX / "drive_c/Jukes"
 RECOVERED = GROUPING / "Recovered"
-# Numbers of the frame's commands, from assets/resource.h.
+# Numbers of the frame's commands, from src/ui/Commands.h.
 NEW, OPEN, CLOSE, SAVE, SAVE_AS, ADD_FOLDER, RECENT = 1001, 1002, 1003, 1004, 1005, 1106, 1600
 FILE_DIALOG = "Juke Box Files*"
 MIX, OTHER = "c:\\tobbin\\grouping\\mix.juk", "c:\\tobbin\\grouping\\other songs.juk"

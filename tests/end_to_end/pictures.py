@@ -13,7 +13,7 @@ from under_wine import GROUPING, PREFIX, SETTINGS, Case, Program, answer, driver
 
 PICTURES = PREFIX / "drive_c/pics"
 POC = GROUPING / "pics.poc"
-# Numbers of the frame's commands, from assets/resource.h.
+# Numbers of the frame's commands, from src/ui/Commands.h.
 CHANGE, SHOW, TILE, NEXT, PREVIOUS = 1301, 1302, 1303, 1304, 1305
 FILE_DIALOG = "*JPEG (?.jpg)*"
 NONE = (255, 255, 255)

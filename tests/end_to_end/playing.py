@@ -11,7 +11,7 @@ import sys
 from under_wine import (CATALOGUE, PLAYER, PLAYER_LOG, PREFIX, Case, Program, answer, behave, command,
                         data_files, driver, report)
 
-# Numbers of the frame's commands, from assets/resource.h.
+# Numbers of the frame's commands, from src/ui/Commands.h.
 PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1203, 1204, 1205, 1209
 QUERIES = ("1024 0 105", "1024 1 105", "1024 0 104")
 

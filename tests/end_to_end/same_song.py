@@ -12,7 +12,7 @@ import sys
 from under_wine import (CATALOGUE, GROUPING, PREFIX, WINE, Case, Program, answer, command, data_files,
                         driver, report)
 
-SAVE, WHOLE_COMPUTER = 1004, 1202  # of assets/resource.h
+SAVE, WHOLE_COMPUTER = 1004, 1202  # of src/ui/Commands.h
 DISKS = PREFIX / "same_song"
 LIBRARY = PREFIX / "dosdevices/m:"
 OPTIONS = r"HKCU\Software\Tobbin\Options"

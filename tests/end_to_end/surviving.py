@@ -13,7 +13,7 @@ from under_wine import (CATALOGUE, GROUPING, PREFIX, WINE, Case, Program, comman
                         report, start)
 
 DRIVE_C = PREFIX / "drive_c"
-OPEN = 1002  # of assets/resource.h
+OPEN = 1002  # of src/ui/Commands.h
 
 
 def data():

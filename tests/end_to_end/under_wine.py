@@ -69,7 +69,7 @@ def status():
 
 
 def command(number):
-    """Gives the frame a command by its number in assets/resource.h."""
+    """Gives the frame a command by its number in src/ui/Commands.h."""
     driver("command", str(number))
 
 

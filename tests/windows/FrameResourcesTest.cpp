@@ -6,35 +6,74 @@
 #include <string>
 
 #include "platform/DialogBase_win32.h"
-#include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "ui/CommandMenus_win32.h"
+#include "ui/PopUpMenus_win32.h"
 
 namespace tobbin {
 namespace {
 
-// The text behind a tab is only told; the key itself must lead to the same command.
-TEST(FrameMenu, EveryShortcutIsAKeyOfItsCommand) {
-    const UniqueMenu menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_FRAME_MENU)));
-    const UniqueAccelerators keys(
-        LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS)));
+// "&Edit(Cu&t\tCtrl+X|-|&Find\tCtrl+F)|..."
+std::string MenuText(HMENU menu) {
+    std::string text;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        wchar_t caption[200] = L"";
+        GetMenuStringW(menu, static_cast<UINT>(i), caption, 200, MF_BYPOSITION);
+        const HMENU below = GetSubMenu(menu, i);
+        const bool separator =
+            (GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_SEPARATOR) != 0;
+        text += (i > 0 ? "|" : "") + (below == nullptr && separator ? "-" : Utf8(caption));
+        if (below != nullptr)
+            text += "(" + MenuText(below) + ")";
+    }
+    return text;
+}
+
+TEST(Menus, HaveEveryEntryInItsPlace) {
+    EXPECT_EQ(MenuText(MakeMenuBar().Get()),
+              "&File(&New Jukebox\tCtrl+N|&Open...\tCtrl+O|&Close|-|&Save\tCtrl+S|Save &As...|"
+              "E&xit)|"
+              "&Edit(Cu&t\tCtrl+X|&Copy\tCtrl+C|&Paste\tCtrl+V|Delete\tDel|-|&Find\tCtrl+F|-|"
+              "&Add Folder To Root|A&dd Folder To Selected Folder)|"
+              "&Songs(&Bring In New Songs (Look where I normally keep them)|"
+              "B&ring In New Songs (Search my whole computer)|-|&Play Selected Songs\tCtrl+P|"
+              "P&lay All Songs In Folder\tCtrl+L|-|&Next Track\tCtrl+T|P&revious Track\tCtrl+R|"
+              "P&ause\tCtrl+U|Pla&y\tCtrl+Y|&Stop|S&top After Track|&Close WinAmp)|"
+              "&Picture(&Change Backgroup Picture|Picture \\ No Picture|Tile \\ No Tile|"
+              "Next Picture\tCtrl+Z|Previous Picture\tCtrl+A)|"
+              "&WindowList(&Cascade\tShift+F4|&Tile\tShift+F5|&Arrange Icons)|"
+              "&Help(&Help|&Tip|&About)");
+    EXPECT_EQ(MenuText(PopUpMenu(Menu::FolderPopUp, nullptr).Handle()),
+              "Play All Songs in Folder|-|New Folder(Add Folder to Selected Folder|"
+              "Add Folder to Root)|Cu&t|&Copy|&Paste|&Delete|-|Sort Nodes");
+    PopUpMenu song(Menu::SongPopUp, nullptr);
+    song.AddControlCommands();
+    EXPECT_EQ(MenuText(song.Handle()),
+              "Play All Songs in Folder|Play Selected Songs|-|Cu&t|&Copy|&Paste|&Delete|-|"
+              "Rank it - Best|||||.  .  .   to worst|-|Change Background Picture . . .|"
+              "Next Pic|Prev. Pic");
+    EXPECT_EQ(GetMenuItemID(song.Handle(), 17), 602U);
+    EXPECT_EQ(PopUpMenu::OnKey(song.Handle(), L'2'), MAKELRESULT(9, MNC_EXECUTE));
+    EXPECT_EQ(PopUpMenu::OnKey(song.Handle(), L'7'), 0);
+}
+
+TEST(Keys, LeadToTheirCommands) {
+    const UniqueAccelerators keys = MakeAccelerators();
     ACCEL table[64] = {};
     const int count = CopyAcceleratorTableW(keys.Get(), table, 64);
-    EXPECT_EQ(count, 23);
-    for (int i = 0; i < count; ++i) {
-        if (table[i].cmd >= IDM_UNDO && table[i].cmd <= IDM_SORT_LIST)
-            continue;  // by key only
-        std::wstring name = (table[i].fVirt & FCONTROL) != 0 ? L"Ctrl+"
-                            : (table[i].fVirt & FSHIFT) != 0 ? L"Shift+"
-                                                             : L"";
-        if (table[i].key >= VK_F1 && table[i].key <= VK_F12)
-            name += L"F" + std::to_wstring(table[i].key - VK_F1 + 1);
-        else
-            name += table[i].key == VK_DELETE ? L"Del" : std::wstring(1, table[i].key);
-        wchar_t caption[200] = L"";
-        GetMenuStringW(menu.Get(), table[i].cmd, caption, 200, MF_BYCOMMAND);
-        EXPECT_TRUE(std::wstring(caption).ends_with(L"\t" + name)) << Utf8(caption);
-    }
+    const auto commandOf = [&](BYTE held, WORD key) {
+        const auto* const found = std::find_if(table, table + count, [&](const ACCEL& each) {
+            return each.fVirt == (held | FVIRTKEY) && each.key == key;
+        });
+        return found != table + count ? static_cast<Command>(found->cmd) : Command();
+    };
+    EXPECT_EQ(commandOf(FCONTROL, 'Z'), Command::NextPicture);
+    EXPECT_EQ(commandOf(FCONTROL | FSHIFT, 'Z'), Command::Redo);
+    EXPECT_EQ(commandOf(FALT | FSHIFT, VK_BACK), Command::Redo);
+    EXPECT_EQ(commandOf(0, VK_DELETE), Command::Delete);
+    EXPECT_EQ(commandOf(0, VK_F3), Command::FindNext);
+    EXPECT_EQ(commandOf(FSHIFT, VK_F5), Command::Tile);
 }
 
 void AddKey(const std::wstring& caption, std::string& keys) {
@@ -42,20 +81,7 @@ void AddKey(const std::wstring& caption, std::string& keys) {
         keys += static_cast<char>(towlower(caption[mark + 1]));
 }
 
-// The access keys of each menu, or of each dialog, sorted: one that stands twice is seen.
-void AddKeysOf(HMENU menu, std::string& all) {
-    std::string keys;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        wchar_t caption[200] = L"";
-        GetMenuStringW(menu, static_cast<UINT>(i), caption, 200, MF_BYPOSITION);
-        AddKey(caption, keys);
-        if (const HMENU below = GetSubMenu(menu, i); below != nullptr)
-            AddKeysOf(below, all);
-    }
-    std::ranges::sort(keys);
-    all += keys + "\n";
-}
-
+// The access keys of a dialog, sorted: one that stands twice is seen.
 std::string KeysOf(int dialog, const wchar_t* windowClass) {
     RegisterDialogClass(windowClass);
     const HWND window = CreateDialogParamW(
@@ -78,15 +104,7 @@ std::string KeysOf(int dialog, const wchar_t* windowClass) {
     return keys;
 }
 
-TEST(AccessKeys, StandOnceInEachPlace) {
-    std::string menus;
-    for (const int menu : {IDR_FRAME_MENU, IDR_FOLDER_POPUP, IDR_SONG_POPUP})
-        AddKeysOf(UniqueMenu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(menu))).Get(),
-                  menus);
-    // "Bring In" and "Previous Track" share their letter, which goes from one to the other.
-    EXPECT_EQ(menus,
-              "acnosx\nacdfpt\nabclnprrsty\nc\nact\naht\nefhpsw\n"
-              "\ncdpt\n\ncdpt\n\n");
+TEST(AccessKeys, StandOnceInEachDialog) {
     EXPECT_EQ(KeysOf(IDD_TIP, L"frmTip"), "ns");
     EXPECT_EQ(KeysOf(IDD_FIND, L"frmFind"), "cfw");
     EXPECT_EQ(KeysOf(IDD_PICTURE, L"frmPicture"), "bst");

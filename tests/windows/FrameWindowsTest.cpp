@@ -5,10 +5,10 @@
 
 #include "fakes/FakeEnvironment.h"
 #include "platform/Wide_win32.h"
-#include "resource.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameMenu_win32.h"
 #include "shell/Splash_win32.h"
+#include "ui/CommandMenus_win32.h"
 
 namespace tobbin {
 namespace {
@@ -56,10 +56,14 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
 
 TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {
     FrameMenu menu;
-    const HMENU file = GetSubMenu(menu.Handle(), MENU_FILE);
-    menu.EnableItems(file, [](FrameCommand command) { return command == FrameCommand::Open; });
-    EXPECT_EQ(GetMenuState(file, IDM_OPEN, MF_BYCOMMAND) & MF_GRAYED, 0U);
-    EXPECT_NE(GetMenuState(file, IDM_SAVE, MF_BYCOMMAND) & MF_GRAYED, 0U);
+    const HMENU file = MenuInBar(menu.Handle(), Menu::File);
+    const UINT open = static_cast<UINT>(Command::Open), save = static_cast<UINT>(Command::Save);
+    FrameMenu::ShowStates(file, [](Command command) {
+        return CommandState{command == Command::Open, command == Command::Save};
+    });
+    EXPECT_EQ(GetMenuState(file, open, MF_BYCOMMAND) & (MF_GRAYED | MF_CHECKED), 0U);
+    EXPECT_EQ(GetMenuState(file, save, MF_BYCOMMAND) & (MF_GRAYED | MF_CHECKED),
+              MF_GRAYED | MF_CHECKED);
     const int before = GetMenuItemCount(file);
     menu.ShowRecent({});
     EXPECT_EQ(GetMenuItemCount(file), before);
@@ -69,13 +73,15 @@ TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {
     menu.ShowRecent({"&1.  C:\\pop.juk", "&2.  C:\\R&B.juk"});
     EXPECT_EQ(GetMenuItemCount(file), before + 3);
     wchar_t text[100] = L"";
-    GetMenuStringW(file, IDM_RECENT + 2, text, 100, MF_BYCOMMAND);
+    GetMenuStringW(file, kRecentNumber + 2, text, 100, MF_BYCOMMAND);
     EXPECT_STREQ(text, L"&2.  C:\\R&&B.juk");
-    GetMenuStringW(file, IDM_RECENT + 1, text, 100, MF_BYCOMMAND);
+    GetMenuStringW(file, kRecentNumber + 1, text, 100, MF_BYCOMMAND);
     EXPECT_STREQ(text, L"&1.  C:\\pop.juk");
     EXPECT_NE(GetMenuState(file, static_cast<UINT>(before), MF_BYPOSITION) & MF_SEPARATOR, 0U);
-    menu.EnableItems(file, [](FrameCommand command) { return command != FrameCommand::Open; });
-    EXPECT_NE(GetMenuState(file, IDM_RECENT + 2, MF_BYCOMMAND) & MF_GRAYED, 0U);
+    FrameMenu::ShowStates(file, [](Command command) {
+        return CommandState{command != Command::Open, false};
+    });
+    EXPECT_NE(GetMenuState(file, kRecentNumber + 2, MF_BYCOMMAND) & MF_GRAYED, 0U);
 }
 
 }  // namespace

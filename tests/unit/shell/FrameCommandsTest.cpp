@@ -13,18 +13,17 @@ class FrameCommandsTest : public FrameTest {};
 
 TEST_F(FrameCommandsTest, JukeboxCommandsNeedAnActiveJukebox) {
     OpenSample();
-    EXPECT_FALSE(commands.IsEnabled(FrameCommand::PlaySelectedSongs));
+    EXPECT_FALSE(commands.IsEnabled(Command::PlaySelectedSongs));
     frame.children[0].view->rows = {1};
-    commands.Do(FrameCommand::PlaySelectedSongs);
-    commands.Do(FrameCommand::PlayAllSongsInFolder);
+    commands.Do(Command::PlaySelectedSongs);
+    commands.Do(Command::PlayAllSongsInFolder);
     commands.ClickButton(2);
     EXPECT_EQ(std::exchange(frame.host.asked, {}),
               (Lines{"play selected", "play all", "play all"}));
 
     frame.panelOpen = frame.panelActive = true;
-    for (const FrameCommand command :
-         {FrameCommand::Close, FrameCommand::PlayAllSongsInFolder, FrameCommand::Cut,
-          FrameCommand::Delete, FrameCommand::AddFolderToRoot}) {
+    for (const Command command : {Command::Close, Command::PlayAllSongsInFolder, Command::Cut,
+                                  Command::Delete, Command::AddFolderToRoot}) {
         EXPECT_FALSE(commands.IsEnabled(command));
         commands.Do(command);
     }
@@ -35,9 +34,9 @@ TEST_F(FrameCommandsTest, JukeboxCommandsNeedAnActiveJukebox) {
 
 TEST_F(FrameCommandsTest, TransportCommandsReachThePlayerWithoutAJukeboxAndUnPauseChecksFirst) {
     application.Player().FindPlayerWindow();
-    for (const FrameCommand command :
-         {FrameCommand::Play, FrameCommand::Pause, FrameCommand::Stop, FrameCommand::NextTrack,
-          FrameCommand::PreviousTrack, FrameCommand::StopAfterTrack, FrameCommand::ClosePlayer})
+    for (const Command command :
+         {Command::Play, Command::Pause, Command::Stop, Command::NextTrack, Command::PreviousTrack,
+          Command::StopAfterTrack, Command::ClosePlayer})
         commands.Do(command);
     for (const int button : {3, 4, 5, 7})
         commands.ClickButton(button);
@@ -53,9 +52,9 @@ TEST_F(FrameCommandsTest, TransportCommandsReachThePlayerWithoutAJukeboxAndUnPau
 
 TEST_F(FrameCommandsTest, ArrangingMinimizesTheOpenPlayerPanelButForIcons) {
     frame.panelOpen = true;
-    for (const FrameCommand command :
-         {FrameCommand::ArrangeIcons, FrameCommand::Cascade, FrameCommand::Tile,
-          FrameCommand::ArrangeIcons, FrameCommand::Tip, FrameCommand::About, FrameCommand::Exit})
+    for (const Command command :
+         {Command::ArrangeIcons, Command::Cascade, Command::Tile, Command::ArrangeIcons,
+          Command::Tip, Command::About, Command::Exit})
         commands.Do(command);
     EXPECT_EQ(frame.seen, (Lines{"minimize panel", "cascade", "minimize panel", "tile", "icons",
                                  "tips", "about", "close frame"}));
@@ -68,15 +67,15 @@ TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramOrShowsTheManual) {
     EXPECT_EQ(fake.programs.started[0].arguments, "C:\\App\\quhelp.hlp");
     EXPECT_TRUE(fake.programs.opened.empty());
     fake.programs.succeeds = false;
-    commands.Do(FrameCommand::Help);
+    commands.Do(Command::Help);
     EXPECT_EQ(LastLine(), "The manual C:\\App\\Help\\index.html could not be opened.");
     fake.disk.AddFile("C:\\App\\Help\\index.html");
-    commands.Do(FrameCommand::Help);
+    commands.Do(Command::Help);
     EXPECT_EQ(fake.programs.opened, Lines{"C:\\App\\Help\\index.html"});
 }
 
 TEST_F(FrameCommandsTest, NewJukeboxCopiesTheFirstOneAndBuildsTheSampleWhenThereIsNone) {
-    commands.Do(FrameCommand::New);
+    commands.Do(Command::New);
     ASSERT_EQ(frame.children.size(), 2U);
     EXPECT_EQ(frame.children[0].window->DaCaption(), kSampleCaption);
     EXPECT_EQ(frame.children[1].window->DaCaption(), "JukeBox2");
@@ -91,10 +90,10 @@ TEST_F(FrameCommandsTest, NewJukeboxCopiesTheFirstOneAndBuildsTheSampleWhenThere
 }
 
 TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
-    commands.Do(FrameCommand::New);
+    commands.Do(Command::New);
     fake.disk.AddFile("C:\\M\\d.mp3", "no tag");
     fake.disk.AddFile("C:\\Elsewhere\\e.mp3", "no tag");
-    commands.Do(FrameCommand::NewSongsNormalLocations);
+    commands.Do(Command::NewSongsNormalLocations);
     EXPECT_EQ(LastLine(), "1 new song was found.");
     commands.ClickButton(15);
     EXPECT_EQ(LastLine(), "1 new song was found.");
@@ -117,7 +116,7 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
               "the folders.",
               6},
              {"No new songs were found.", 7}}) {
-        commands.Do(FrameCommand::NewSongsWholeComputer);
+        commands.Do(Command::NewSongsWholeComputer);
         EXPECT_EQ(LastLine(), line);
         EXPECT_EQ(songs.size(), count);
         fake.events.onEvents = [] {};
@@ -137,7 +136,7 @@ TEST_F(FrameCommandsTest, NoSongBecomesAnotherOneWhenRecordsMove) {
     const Jukebox& jukebox = OpenSample().Model();
     application.SongsToPlay().Assign({5, 4, 1});
     fake.disk.AddFile("C:\\M\\e.mp3", "no tag");
-    commands.Do(FrameCommand::NewSongsNormalLocations);
+    commands.Do(Command::NewSongsNormalLocations);
     Lines songs;
     for (const SongItem& song : jukebox.MaybeFind("All Songs")->Songs())
         songs.push_back(catalogue.SongPath(song.recordNumber));

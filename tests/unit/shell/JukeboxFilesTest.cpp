@@ -19,11 +19,11 @@ class JukeboxFilesTest : public FrameTest {
     void Choose(const std::string& path) { fake.dialogs.files.push_back(path); }
     void SaveAs(const std::string& path) {
         Choose(path);
-        commands.Do(FrameCommand::SaveAs);
+        commands.Do(Command::SaveAs);
     }
     void Open(const std::string& path) {
         Choose(path);
-        commands.Do(FrameCommand::Open);
+        commands.Do(Command::Open);
     }
     // A jukebox file of one folder "All Songs" with the first `songs` songs.
     void AddJukeboxFile(const std::string& path, int songs) {
@@ -40,7 +40,7 @@ class JukeboxFilesTest : public FrameTest {
         Open(path);
         JukeboxWindow& window = *frame.children.back().window;
         window.LastPicFileLocation("C:\\p.jpg");
-        commands.Do(FrameCommand::AddFolderToRoot);
+        commands.Do(Command::AddFolderToRoot);
         return window;
     }
     void Close(JukeboxWindow& window, const std::deque<Answer>& answers) {
@@ -68,12 +68,12 @@ TEST_F(JukeboxFilesTest, TheSampleIsSavedUnderANameOfItsOwnOnly) {
     JukeboxWindow& window = OpenSample();
     window.LastPicFileLocation("C:\\p.jpg");
     window.ShowPictt(true);
-    commands.Do(FrameCommand::Save);  // its dialog is canceled
-    commands.Do(FrameCommand::Open);  // likewise
+    commands.Do(Command::Save);  // its dialog is canceled
+    commands.Do(Command::Open);  // likewise
     EXPECT_EQ(window.DaCaption(), kSampleCaption);
     EXPECT_EQ(frame.children.size(), 1U);
     Choose("C:\\App\\Grouping\\Mix");
-    commands.Do(FrameCommand::Save);
+    commands.Do(Command::Save);
     EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\mix.juk"));
     EXPECT_EQ(window.DaCaption(), "MIX");
     EXPECT_EQ(window.FileLocation(), "c:\\app\\grouping\\");
@@ -81,7 +81,7 @@ TEST_F(JukeboxFilesTest, TheSampleIsSavedUnderANameOfItsOwnOnly) {
     EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "c:\\app\\grouping\\mix.juk");
     EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mix.poc"), "C:\\p.jpg\r\n 0 \r\n-1 \r\n");
     window.IsFormDirty(true);
-    commands.Do(FrameCommand::Save);  // asks for no name
+    commands.Do(Command::Save);  // asks for no name
     EXPECT_FALSE(window.IsFormDirty());
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
@@ -142,7 +142,7 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
 TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingOrEscEndsIt) {
     AddJukeboxFile("C:\\J\\one.juk", 1);
     fake.events.onEvents = [&] {
-        EXPECT_FALSE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
+        EXPECT_FALSE(commands.IsEnabled(Command::NewSongsNormalLocations));
         files.OpenRecent(1);
         frame.children.back().view->visible = false;
     };
@@ -154,7 +154,7 @@ TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingOrEscEn
     Open("C:\\J\\esc.juk");
     EXPECT_EQ(application.At(1).Root(0).Songs().size(), 2U);
     EXPECT_FALSE(files.StopRefreshing());
-    EXPECT_TRUE(commands.IsEnabled(FrameCommand::NewSongsNormalLocations));
+    EXPECT_TRUE(commands.IsEnabled(Command::NewSongsNormalLocations));
 }
 
 TEST_F(JukeboxFilesTest, ARefusedFileLeavesNoWindowAndNoEntry) {
@@ -231,9 +231,9 @@ TEST_F(JukeboxFilesTest, ACopyOfUnsavedChangesIsKeptEveryFewMinutesUntilTheyAreS
     window.Redo();
     afterMinutes(3);
     frame.children[1].view->closed = true;
-    commands.Do(FrameCommand::Save);
+    commands.Do(Command::Save);
     EXPECT_EQ(Kept(kRecovered), earlier);
-    commands.Do(FrameCommand::AddFolderToRoot);
+    commands.Do(Command::AddFolderToRoot);
     EXPECT_EQ(afterMinutes(3), both);
     Close(window, {Answer::No});
     EXPECT_EQ(Kept(kRecovered), earlier);

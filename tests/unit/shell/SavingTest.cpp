@@ -63,11 +63,11 @@ class World {
         BuildInitialJukebox(jukebox, application.Groups(), application.LongWork());
         frame.OpenJukeboxWindow(jukebox);
         fake.dialogs.files.push_back(std::string(kGrouping) + "mine.juk");
-        commands.Do(FrameCommand::SaveAs);
+        commands.Do(Command::SaveAs);
         FindSongs("C:\\N\\", 10);
         application.Settings().PictureLocation("C:\\new.jpg");
         Window().LastPicFileLocation("C:\\new.jpg");
-        commands.Do(FrameCommand::AddFolderToRoot);
+        commands.Do(Command::AddFolderToRoot);
         tag.LoadMP3(kSong);
         tag.Title("A new title");
         fake.disk.LosePower(0);  // what is on the disk by now is there to stay
@@ -292,7 +292,7 @@ INSTANTIATE_TEST_SUITE_P(
                          [](World& w) {
                              w.application.Catalogue().WriteOutMp3DirectoryLocations();
                          }},
-                    Kind{"jukebox", [](World& w) { w.commands.Do(FrameCommand::Save); }},
+                    Kind{"jukebox", [](World& w) { w.commands.Do(Command::Save); }},
                     Kind{"pictures",
                          [](World& w) {
                              w.reported =

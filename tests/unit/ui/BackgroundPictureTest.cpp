@@ -46,10 +46,10 @@ class BackgroundPictureTest : public FrameTest {
 
 TEST_F(BackgroundPictureTest, StepsThroughTheFolderAndRoundItsEnds) {
     Read("C:\\P\\C.JPG\r\nFalse\r\nTrue\r\n");
-    commands.Do(FrameCommand::NextPicture);
+    commands.Do(Command::NextPicture);
     window.OnControlCommand(601);
-    commands.Do(FrameCommand::ToggleTile);
-    commands.Do(FrameCommand::PreviousPicture);
+    commands.Do(Command::ToggleTile);
+    commands.Do(Command::PreviousPicture);
     window.OnControlCommand(602);
     EXPECT_EQ(
         shown,
@@ -61,18 +61,18 @@ TEST_F(BackgroundPictureTest, StepsThroughTheFolderAndRoundItsEnds) {
 }
 
 TEST_F(BackgroundPictureTest, WithoutAListEachCommandSaysSoAndOpensTheDialog) {
-    commands.Do(FrameCommand::NextPicture);
+    commands.Do(Command::NextPicture);
     EXPECT_EQ(LastBox(), std::string(kPickFirst) +
                              "this will allow you to cycle through all the pictures in that "
                              "particular folder (directory).");
-    commands.Do(FrameCommand::NoPicture);
+    commands.Do(Command::NoPicture);
     EXPECT_EQ(LastBox(), std::string(kPickFirst) + "you can use this function.");
     EXPECT_TRUE(window.ShowPictt());
     commands.ClickButton(16);
     EXPECT_EQ(fake.dialogs.boxes.size(), 2U);
     EXPECT_EQ(frame.host.asked, (Lines{"picture", "picture", "picture"}));
     frame.panelOpen = frame.panelActive = true;
-    commands.Do(FrameCommand::PreviousPicture);
+    commands.Do(Command::PreviousPicture);
     EXPECT_EQ(fake.dialogs.boxes.size(), 2U);
 }
 

@@ -21,19 +21,19 @@ TEST_F(EditingTest, GuardsAndConfirmsWordForWord) {
     const struct {
         const char* folder;
         Rows rows;
-        FrameCommand command;
+        Command command;
         Answer answer;
         std::vector<std::string> boxes;
         std::string tree;
         bool dirty;
     } cases[] = {
-        {"All Songs", {}, FrameCommand::Cut, Answer::Yes, {cut, special}, kStart, true},
-        {"By Mood/Happy", {}, FrameCommand::Cut, Answer::No, {cut}, kStart, false},
-        {"Decades/70's", {}, FrameCommand::Delete, Answer::Yes, {}, kStart, false},
-        {"Decades/10's", {}, FrameCommand::Delete, Answer::Cancel, {erase}, kStart, false},
-        {"By Mood/Happy", {}, FrameCommand::Delete, Answer::Yes, {erase}, withoutHappy, true},
-        {"All Songs", {0, 2}, FrameCommand::Cut, Answer::Yes, {song}, kStart, true},
-        {"Artist/Abba", {0}, FrameCommand::Cut, Answer::Yes, {}, withoutA, true},
+        {"All Songs", {}, Command::Cut, Answer::Yes, {cut, special}, kStart, true},
+        {"By Mood/Happy", {}, Command::Cut, Answer::No, {cut}, kStart, false},
+        {"Decades/70's", {}, Command::Delete, Answer::Yes, {}, kStart, false},
+        {"Decades/10's", {}, Command::Delete, Answer::Cancel, {erase}, kStart, false},
+        {"By Mood/Happy", {}, Command::Delete, Answer::Yes, {erase}, withoutHappy, true},
+        {"All Songs", {0, 2}, Command::Cut, Answer::Yes, {song}, kStart, true},
+        {"Artist/Abba", {0}, Command::Cut, Answer::Yes, {}, withoutA, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.folder) + " " + std::to_string(static_cast<int>(c.command)));
@@ -50,7 +50,7 @@ TEST_F(EditingTest, GuardsAndConfirmsWordForWord) {
         EXPECT_EQ(boxes, c.boxes);
         EXPECT_EQ(Tree(), c.tree);
         EXPECT_EQ(Window().IsFormDirty(), c.dirty);
-        commands.Do(FrameCommand::Undo);
+        commands.Do(Command::Undo);
         Window().IsFormDirty(false);
     }
 }
@@ -58,33 +58,33 @@ TEST_F(EditingTest, GuardsAndConfirmsWordForWord) {
 TEST_F(EditingTest, AddsFoldersAndOpensTheirLabels) {
     Select("By Mood");
     Window().CurrentPaneWFocus(Pane::List);  // counts for nothing here
-    commands.Do(FrameCommand::AddFolderToSelectedFolder);
+    commands.Do(Command::AddFolderToSelectedFolder);
     EXPECT_EQ(View().edited, At("By Mood/New Folder"));
     EXPECT_EQ(Window().SelectedFolder(), At("By Mood/New Folder"));
     Window().OnFolderTextEdited(*View().edited, "Sad");
-    commands.Do(FrameCommand::AddFolderToRoot);
+    commands.Do(Command::AddFolderToRoot);
     EXPECT_EQ(View().edited, At("New Folder"));
     for (int i = 0; i < 3; ++i)
-        commands.Do(FrameCommand::Undo);
+        commands.Do(Command::Undo);
     View().SelectFolder(nullptr);
-    commands.Do(FrameCommand::AddFolderToRoot);
-    commands.Do(FrameCommand::Redo);  // needs no selection
+    commands.Do(Command::AddFolderToRoot);
+    commands.Do(Command::Redo);  // needs no selection
     EXPECT_EQ(Window().RedoText(), "Redo Rename Folder");
     Select("By Mood");
     for (const int button : {9, 10})  // which want a known player
         commands.ClickButton(button);
     EXPECT_EQ(frame.playerChecks, 2);
-    commands.Do(FrameCommand::Undo);
+    commands.Do(Command::Undo);
     EXPECT_EQ(Tree(), kStart);
 }
 
 TEST_F(EditingTest, PastesAnyNumberOfTimesIntoAnyJukebox) {
     OpenJukebox("OTHER");
-    EXPECT_FALSE(commands.IsEnabled(FrameCommand::Paste));
+    EXPECT_FALSE(commands.IsEnabled(Command::Paste));
     PopUp(7, "By Mood");  // copy
     Select("Artist", {}, 1);
-    commands.Do(FrameCommand::Paste);
-    commands.Do(FrameCommand::Paste);
+    commands.Do(Command::Paste);
+    commands.Do(Command::Paste);
     EXPECT_EQ(Dump(Window(1).Model(), *At("Artist", 1)),
               "Artist[Abba(a) By Mood[Happy(abc)] By Mood[Happy(abc)]]");
     PopUp(8, "By Mood");
@@ -131,8 +131,8 @@ TEST_F(EditingTest, RanksInTheCatalogueAndEveryJukeboxWithOneSave) {
     OpenJukebox("THIRD");
     Select("By Mood/Happy", {}, 2);
     EXPECT_EQ(Window().RowImage(0), 2);
-    EXPECT_EQ(Window(2).RowImage(0), 3);                   // what is written of the worst rank
-    EXPECT_FALSE(commands.IsEnabled(FrameCommand::Undo));  // of what was done in another window
+    EXPECT_EQ(Window(2).RowImage(0), 3);              // what is written of the worst rank
+    EXPECT_FALSE(commands.IsEnabled(Command::Undo));  // of what was done in another window
     PopUp(12, "All Songs", {1}, 1);
     for (int i = 0; i < 8; ++i)
         Window().Undo();

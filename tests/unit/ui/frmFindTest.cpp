@@ -34,7 +34,7 @@ TEST_F(FindTest, MatchesAnyPartOfANameWhateverTheCase) {
     Name(2, "Glove");
     Name(3, "ÉTÉ");
     Select("Decades");
-    commands.Do(FrameCommand::Find);
+    commands.Do(Command::Find);
     EXPECT_EQ(frame.seen, (Texts{"find"}));
     frmFind& find = commands.Find();
     find.Load();
@@ -57,18 +57,18 @@ TEST_F(FindTest, MatchesAnyPartOfANameWhateverTheCase) {
 }
 
 TEST_F(FindTest, LooksOnFromTheFocusedSongWithTheDialogClosed) {
-    commands.Do(FrameCommand::FindNext);  // nothing was looked for yet
+    commands.Do(Command::FindNext);  // nothing was looked for yet
     EXPECT_EQ(frame.seen, (Texts{"find"}));
     Select("All Songs");
     EXPECT_EQ(Find("b"), "All Songs/1");
     commands.Find().Unload();
-    commands.Do(FrameCommand::FindNext);
+    commands.Do(Command::FindNext);
     EXPECT_EQ(Shown(), "Happy/1");
     Select("All Songs", {0});
-    commands.Do(FrameCommand::FindNext);
+    commands.Do(Command::FindNext);
     EXPECT_EQ(Shown(), "All Songs/1");
     View().SelectFolder(nullptr);
-    EXPECT_FALSE(commands.IsEnabled(FrameCommand::Find));
+    EXPECT_FALSE(commands.IsEnabled(Command::Find));
     EXPECT_EQ(Find("a"), "nothing");
 }
 
