@@ -20,4 +20,15 @@ bool IsSpecialFolder(const Folder& folder) {
            std::ranges::count(DecadeTexts(), text) > 0;
 }
 
+bool IsInSpecialFolder(const Folder& folder) {
+    const Folder* at = &folder;
+    while (at != nullptr && !IsSpecialFolder(*at))
+        at = at->Parent();
+    return at != nullptr;
+}
+
+bool IsAllSongs(const Folder& folder) {
+    return folder.Parent() == nullptr && folder.Text() == kAllSongs;
+}
+
 }  // namespace tobbin

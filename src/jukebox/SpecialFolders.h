@@ -22,4 +22,10 @@ const std::vector<std::string>& DecadeTexts();
 // "Decades".
 bool IsSpecialFolder(const Folder& folder);
 
+// Whether it is one of these or lies somewhere in one.
+bool IsInSpecialFolder(const Folder& folder);
+
+// Whether this is the top-level "All Songs", which songs can't be cut from.
+bool IsAllSongs(const Folder& folder);
+
 }  // namespace tobbin

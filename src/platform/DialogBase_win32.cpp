@@ -18,8 +18,8 @@ LRESULT DialogBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG: {
             const HWND focus = OnLoad();
-            if (focus != nullptr)
-                SetFocus(focus);
+            if (focus != nullptr)  // with a button, Enter becomes its key
+                SendMessageW(Handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focus), TRUE);
             return focus == nullptr;
         }
         case WM_COMMAND:

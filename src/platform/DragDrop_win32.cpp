@@ -85,12 +85,15 @@ class DropTargetObject : public ComObject<IDropTarget> {
     }
 
  private:
-    DropEffect Ask(DropEffect (DropTargetDelegate::*question)(const DraggedData&, POINT, bool),
+    DropEffect Ask(DropEffect (DropTargetDelegate::*question)(const DraggedData&, POINT,
+                                                              DropEffect),
                    DWORD keys, POINTL at) {
         if (m_delegate == nullptr || (m_data.maybeOwn == nullptr && m_data.files.empty()))
             return DropEffect::None;
-        const DropEffect effect =
-            (m_delegate->*question)(m_data, POINT{at.x, at.y}, (keys & MK_CONTROL) != 0);
+        const DropEffect wish = (keys & MK_CONTROL) != 0 ? DropEffect::Copy
+                                : (keys & MK_SHIFT) != 0 ? DropEffect::Move
+                                                         : DropEffect::None;
+        const DropEffect effect = (m_delegate->*question)(m_data, POINT{at.x, at.y}, wish);
         TellSource(effect);
         return effect;
     }

@@ -18,16 +18,16 @@ struct DraggedData {
     std::vector<std::string> files;  // full paths
 };
 
-// Hears of what is dragged over a window. Points are those of the screen; `copyKey` is whether the
-// key that asks for a copy is down.
+// Hears of what is dragged over a window. Points are those of the screen; `wish` is what the
+// keys held ask for: a copy (Ctrl), a move (Shift) or nothing.
 class DropTargetDelegate {
  public:
     virtual ~DropTargetDelegate() = default;
     // Called when the mouse moves and again and again while it rests. Returns what a drop would do.
-    virtual DropEffect OnDragOver(const DraggedData& data, POINT screen, bool copyKey) = 0;
+    virtual DropEffect OnDragOver(const DraggedData& data, POINT screen, DropEffect wish) = 0;
     virtual void OnDragLeave() = 0;
     // Called once OnDragOver has answered so for the same place; no OnDragLeave follows.
-    virtual DropEffect OnDrop(const DraggedData& data, POINT screen, bool copyKey) = 0;
+    virtual DropEffect OnDrop(const DraggedData& data, POINT screen, DropEffect wish) = 0;
 };
 
 class DropTargetObject;

@@ -56,7 +56,9 @@ void FramePlayer::PlayInPanel() {
         OpenPanel();
 }
 
+// It shows above the jukebox window that is active, which keeps the focus.
 void FramePlayer::OpenPanel() {
+    const LRESULT active = SendMessageW(m_mdiClient, WM_MDIGETACTIVE, 0, 0);
     MakeRoomForPanel();
     m_panel = std::make_unique<PlayerPanelWindow>(
         m_application.TheEnvironment(), m_application.Player(), m_application.SongsToPlay(),
@@ -64,6 +66,10 @@ void FramePlayer::OpenPanel() {
     if (!m_panel->Open(m_mdiClient, [this] { OnPanelClosed(); })) {
         m_panel.reset();
         return;
+    }
+    if (active != 0) {
+        SendMessageW(m_mdiClient, WM_MDIACTIVATE, static_cast<WPARAM>(active), 0);
+        SetWindowPos(Panel(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
     m_loadedNumber = m_application.Windows().Add("frmMainWinamp",
                                                  [this] { SendMessageW(Panel(), WM_CLOSE, 0, 0); });

@@ -15,14 +15,16 @@ RECT PlaceOf(HWND window) {
     return place;
 }
 
-// One step for each edge that the mouse is near. `headHeight` is what stands above the rows.
+// One step for each edge that the mouse is near, or beyond it over a scroll bar. `headHeight` is
+// what stands above the rows.
 void ScrollNearEdge(HWND pane, POINT screen, LONG headHeight) {
+    const RECT outer = PlaceOf(pane);
     RECT inner = {};
     GetClientRect(pane, &inner);
     POINT at = screen;
     ScreenToClient(pane, &at);
     inner.top += headHeight;
-    if (!PtInRect(&inner, at))
+    if (!PtInRect(&outer, screen) || at.y < inner.top)
         return;
     const int edge = ScalePixels(kEdge, pane);
     if (at.y < inner.top + edge)
@@ -31,7 +33,7 @@ void ScrollNearEdge(HWND pane, POINT screen, LONG headHeight) {
         SendMessageW(pane, WM_VSCROLL, SB_LINEDOWN, 0);
     if (at.x < inner.left + edge)
         SendMessageW(pane, WM_HSCROLL, SB_LINELEFT, 0);
-    else if (at.x >= inner.right - edge)
+    else if (at.x >= inner.right - edge && at.x < inner.right)
         SendMessageW(pane, WM_HSCROLL, SB_LINERIGHT, 0);
 }
 
@@ -63,9 +65,9 @@ Folder* DropTracker::MaybeTarget(POINT screen) const {
     return IsOverList(screen) ? m_delegate.ListedFolder() : m_tree.MaybeFolderAt(screen);
 }
 
-DropEffect DropTracker::OnDragOver(const DraggedData& data, POINT screen, bool copyKey) {
+DropEffect DropTracker::OnDragOver(const DraggedData& data, POINT screen, DropEffect wish) {
     Folder* const target = MaybeTarget(screen);
-    const DropEffect effect = m_delegate.EffectOfDrop(data, target, copyKey);
+    const DropEffect effect = m_delegate.EffectOfDrop(data, target, wish);
     m_tree.MarkDrop(effect != DropEffect::None ? target : nullptr);
     m_mouse = screen;
     Folder* const hovered =
@@ -86,9 +88,9 @@ void DropTracker::OnDragLeave() {
     m_hovered = nullptr;
 }
 
-DropEffect DropTracker::OnDrop(const DraggedData& data, POINT screen, bool copyKey) {
+DropEffect DropTracker::OnDrop(const DraggedData& data, POINT screen, DropEffect wish) {
     OnDragLeave();
-    return m_delegate.DropOn(data, MaybeTarget(screen), copyKey);
+    return m_delegate.DropOn(data, MaybeTarget(screen), wish);
 }
 
 void DropTracker::OnTimer() {

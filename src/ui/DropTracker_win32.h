@@ -9,12 +9,13 @@
 
 namespace tobbin {
 
-// Decides what a drop on a folder does; a null folder stands for a place beside all folders.
+// Decides what a drop on a folder does; a null folder stands for the place below all folders.
+// `wish` is what the keys ask for, see DropTargetDelegate.
 class FolderDropDelegate {
  public:
     virtual ~FolderDropDelegate() = default;
-    virtual DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) = 0;
-    virtual DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) = 0;
+    virtual DropEffect EffectOfDrop(const DraggedData& data, Folder* target, DropEffect wish) = 0;
+    virtual DropEffect DropOn(const DraggedData& data, Folder* target, DropEffect wish) = 0;
     virtual bool IsDragged(const DraggedData& data, const Folder& folder) const = 0;
     // The folder that the list shows, which a drop on the list goes to.
     virtual Folder* ListedFolder() const = 0;
@@ -35,9 +36,9 @@ class DropTracker : private DropTargetDelegate {
     void OnTimer();
 
  private:
-    DropEffect OnDragOver(const DraggedData& data, POINT screen, bool copyKey) override;
+    DropEffect OnDragOver(const DraggedData& data, POINT screen, DropEffect wish) override;
     void OnDragLeave() override;
-    DropEffect OnDrop(const DraggedData& data, POINT screen, bool copyKey) override;
+    DropEffect OnDrop(const DraggedData& data, POINT screen, DropEffect wish) override;
 
     bool IsOverList(POINT screen) const;
     Folder* MaybeTarget(POINT screen) const;

@@ -21,10 +21,6 @@ constexpr char kNewFolder[] = "New Folder";
 constexpr char kNotIntoItself[] = "A folder can't be pasted into itself.";
 constexpr char kHoldsThemAll[] = "\"All Songs\" holds all of these songs already.";
 
-bool IsAllSongs(const Folder& folder) {
-    return folder.Parent() == nullptr && folder.Text() == kAllSongs;
-}
-
 }  // namespace
 
 JukeboxEditor::JukeboxEditor(const EditingTools& tools, Jukebox& jukebox)

@@ -20,6 +20,12 @@ struct DragOut {
     std::function<void()> drop = [] {};
 };
 
+std::optional<DropMode> ModeOf(DropEffect effect) {
+    if (effect == DropEffect::None)
+        return std::nullopt;
+    return effect == DropEffect::Copy ? DropMode::Copy : DropMode::Move;
+}
+
 }  // namespace
 
 JukeboxMdiChild::JukeboxMdiChild(JukeboxWindow& controller, PictureLoader& pictures)
@@ -310,14 +316,15 @@ void JukeboxMdiChild::Drag(Dragged what) {
     drag.drop();
 }
 
-DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) {
+DropEffect JukeboxMdiChild::EffectOfDrop(const DraggedData& data, Folder* target, DropEffect wish) {
     if (data.maybeOwn == nullptr)
         return JukeboxWindow::CanDropFiles(data.files, target) ? DropEffect::Copy
                                                                : DropEffect::None;
-    const DropMode mode = copyKey ? DropMode::Copy : DropMode::Move;
-    if (!m_controller.CanDrop(static_cast<const DragOut*>(data.maybeOwn)->what, target, mode))
+    const auto mode = m_controller.MaybeDropMode(static_cast<const DragOut*>(data.maybeOwn)->what,
+                                                 target, ModeOf(wish));
+    if (!mode)
         return DropEffect::None;
-    return copyKey ? DropEffect::Copy : DropEffect::Move;
+    return *mode == DropMode::Copy ? DropEffect::Copy : DropEffect::Move;
 }
 
 bool JukeboxMdiChild::IsDragged(const DraggedData& data, const Folder& folder) const {
@@ -327,8 +334,8 @@ bool JukeboxMdiChild::IsDragged(const DraggedData& data, const Folder& folder) c
 
 // What is dropped is taken when the system has ended the drag: a box may open, and the program that
 // it comes from must not wait.
-DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool copyKey) {
-    const DropEffect effect = EffectOfDrop(data, target, copyKey);
+DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, DropEffect wish) {
+    const DropEffect effect = EffectOfDrop(data, target, wish);
     if (effect == DropEffect::None)
         return effect;
     if (data.maybeOwn == nullptr) {
@@ -338,8 +345,8 @@ DropEffect JukeboxMdiChild::DropOn(const DraggedData& data, Folder* target, bool
         return effect;
     }
     auto& drag = *static_cast<DragOut*>(data.maybeOwn);
-    drag.drop = [this, &drag, target, copyKey] {
-        m_controller.Drop(drag.what, target, copyKey ? DropMode::Copy : DropMode::Move);
+    drag.drop = [this, &drag, target, mode = *ModeOf(effect)] {
+        m_controller.Drop(drag.what, target, mode);
     };
     return effect;
 }

@@ -100,8 +100,8 @@ class JukeboxMdiChild : public WindowBase,
 
     void Drag(Dragged what);
     void OnFilesDropped();
-    DropEffect EffectOfDrop(const DraggedData& data, Folder* target, bool copyKey) override;
-    DropEffect DropOn(const DraggedData& data, Folder* target, bool copyKey) override;
+    DropEffect EffectOfDrop(const DraggedData& data, Folder* target, DropEffect wish) override;
+    DropEffect DropOn(const DraggedData& data, Folder* target, DropEffect wish) override;
     bool IsDragged(const DraggedData& data, const Folder& folder) const override;
     Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
 

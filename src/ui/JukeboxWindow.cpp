@@ -271,6 +271,18 @@ bool JukeboxWindow::CanDrop(const Dragged& dragged, const Folder* target, DropMo
     return JukeboxEditor::CanDrop(dragged.from->m_editor, dragged, m_editor, target, mode);
 }
 
+std::optional<DropMode> JukeboxWindow::MaybeDropMode(const Dragged& dragged, const Folder* target,
+                                                     std::optional<DropMode> wish) const {
+    const Folder& folder = *dragged.folder;
+    const Folder* const home = dragged.IsFolder() ? folder.Parent() : &folder;
+    if (dragged.from == this && target == home && wish != DropMode::Copy)
+        return std::nullopt;
+    const bool mayGo = dragged.IsFolder() ? !IsSpecialFolder(folder) : !IsAllSongs(folder);
+    const DropMode plain = IsInSpecialFolder(folder) ? DropMode::Copy : DropMode::Move;
+    const DropMode mode = mayGo ? wish.value_or(plain) : DropMode::Copy;
+    return CanDrop(dragged, target, mode) ? std::optional(mode) : std::nullopt;
+}
+
 void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) {
     const EditResult place =
         JukeboxEditor::Drop(dragged.from->m_editor, dragged, m_editor, target, mode);

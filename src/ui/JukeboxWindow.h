@@ -117,9 +117,12 @@ class JukeboxWindow : private JukeboxListener {
     // A click on the list pane's heading: sorts by name and by rank, up and down, in turn.
     void OnHeaderClicked();
 
-    // What is dragged over or dropped on a folder of this window; null is the place beside all
-    // folders, the top level. What may not be moved is refused, with the words of the cut, only
-    // when it is dropped.
+    // What is dragged over or dropped on a folder of this window; null is the place below all
+    // folders, the top level. `wish` is what the keys ask for: a copy, or a move, which is one only
+    // where a cut is allowed. Without any, a drag moves, but copies out of the folders that the
+    // program fills. Nothing when a drop would do nothing.
+    std::optional<DropMode> MaybeDropMode(const Dragged& dragged, const Folder* target,
+                                          std::optional<DropMode> wish) const;
     bool CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const;
     void Drop(const Dragged& dragged, Folder* target, DropMode mode);
     // The song files that another program gets of it, by their full paths.

@@ -2,6 +2,8 @@
 
 #include <uxtheme.h>
 
+#include <algorithm>
+
 #include "jukebox/SpecialFolders.h"
 #include "platform/AccessibleNames_win32.h"
 #include "platform/DrawingPause_win32.h"
@@ -141,6 +143,12 @@ LRESULT TreePane::OnNotify(NMHDR& header) {
             m_delegate.OnFolderSelected(reinterpret_cast<Folder*>(
                 reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.lParam));
             return 0;
+        case TVN_ITEMEXPANDINGW: {
+            const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
+            if ((change.action & TVE_TOGGLE) == TVE_COLLAPSE)
+                SelectOver(FolderOf(change.itemNew.hItem));
+            return 0;
+        }
         case TVN_DELETEITEMW:
             m_items.erase(reinterpret_cast<const Folder*>(
                 reinterpret_cast<const NMTREEVIEWW&>(header).itemOld.lParam));
@@ -214,9 +222,20 @@ void TreePane::SelectFolder(Folder* folder) {
     TreeView_SelectItem(m_handle, ItemOf(folder));
 }
 
-void TreePane::ExpandFolder(const Folder& folder, bool open) {
+void TreePane::ExpandFolder(Folder& folder, bool open) {
+    if (!open)
+        SelectOver(&folder);
     if (const HTREEITEM item = ItemOf(&folder); item != nullptr)
         TreeView_Expand(m_handle, item, open ? TVE_EXPAND : TVE_COLLAPSE);
+}
+
+// A folder that closes is about to hide the selected one. Some systems' control marks it then
+// without telling its parent.
+void TreePane::SelectOver(Folder* closing) {
+    const Folder* const selected = SelectedFolder();
+    if (closing != nullptr && selected != nullptr && selected != closing &&
+        selected->IsInside(*closing))
+        SelectFolder(closing);
 }
 
 void TreePane::EditText(const Folder& folder) {
@@ -248,8 +267,11 @@ Folder* TreePane::MaybeFolderAt(POINT screen) const {
     TVHITTESTINFO hit = {};
     hit.pt = screen;
     ScreenToClient(m_handle, &hit.pt);
-    TreeView_HitTest(m_handle, &hit);
-    return (hit.flags & TVHT_ONITEM) != 0 ? FolderOf(hit.hItem) : nullptr;
+    RECT inner = {};
+    GetClientRect(m_handle, &inner);
+    hit.pt.x = std::clamp(hit.pt.x, inner.left, std::max(inner.left, inner.right - 1));
+    hit.pt.y = std::clamp(hit.pt.y, inner.top, std::max(inner.top, inner.bottom - 1));
+    return FolderOf(TreeView_HitTest(m_handle, &hit));
 }
 
 }  // namespace tobbin

@@ -48,7 +48,7 @@ class TreePane : private JukeboxListener {
 
     Folder* SelectedFolder() const;
     void SelectFolder(Folder* folder);
-    void ExpandFolder(const Folder& folder, bool open);
+    void ExpandFolder(Folder& folder, bool open);
     void EditText(const Folder& folder);
 
     // Marks the folder that a drop would go to; null takes the mark away.
@@ -56,7 +56,8 @@ class TreePane : private JukeboxListener {
 
     // Where a menu for the selected folder belongs, in screen coordinates.
     POINT MenuPlace() const;
-    // The folder under a point of the screen; null beside all.
+    // The folder whose row is at a point of the screen, which lies over the pane or its scroll
+    // bars; null below the last one. A row is as wide as the pane.
     Folder* MaybeFolderAt(POINT screen) const;
 
  private:
@@ -67,6 +68,7 @@ class TreePane : private JukeboxListener {
 
     void Insert(Folder& first, const Folder* end);
     void InsertItem(Folder& folder);
+    void SelectOver(Folder* closing);
     HTREEITEM ItemOf(const Folder* folder) const;
     Folder* FolderOf(HTREEITEM item) const;
     LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const;

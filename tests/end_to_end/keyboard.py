@@ -107,6 +107,7 @@ class Keyboard(Case):
         keys("Home", "F6", "Home", "Return")
         driver("wait", "frmMainWinamp", "PLAYING", "30")
         driver("wait", "frmMainWinamp", "WinAMP Version# 2.01", "30")
+        keys("F6")  # from the songs, where the focus has stayed
         for strokes, sent in ((("alt+v", "End"), "1024 255 122"), (("alt+b", "Left"), "1024 247 123"),
                               (("alt+p",), "273 40046 0"), (("alt+o", "End"), "1024 600000 106")):
             keys(*strokes)

@@ -4,7 +4,9 @@
 #include <commctrl.h>
 
 #include "fakes/FakeEnvironment.h"
+#include "platform/DialogBase_win32.h"
 #include "platform/Wide_win32.h"
+#include "resource.h"
 #include "shell/FrameBars_win32.h"
 #include "shell/FrameMenu_win32.h"
 #include "shell/Splash_win32.h"
@@ -52,6 +54,31 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 70'000);
     status.ShowLine("", {});
     EXPECT_FALSE(IsWindowVisible(bar));
+}
+
+// Enter is the key of the button that a dialog begins with.
+TEST(Dialog, BeginsWithItsButtonAsTheDefaultOne) {
+    class Probe : public DialogBase {
+     public:
+        LRESULT defaultButton = 0;
+
+     protected:
+        HWND OnLoad() override {
+            PostMessageW(Handle(), WM_APP, 0, 0);
+            return Item(IDC_PICTURE_BROWSE);
+        }
+        LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+            if (message != WM_APP)
+                return DialogBase::HandleMessage(message, wParam, lParam);
+            defaultButton = SendMessageW(GetFocus(), WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON
+                                ? GetDlgCtrlID(GetFocus())
+                                : 0;
+            return EndDialog(Handle(), 0);
+        }
+    } dialog;
+    RegisterDialogClass(L"frmPicture");
+    EXPECT_EQ(dialog.ShowModal(nullptr, IDD_PICTURE), 0);
+    EXPECT_EQ(dialog.defaultButton, IDC_PICTURE_BROWSE);
 }
 
 TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {

@@ -118,6 +118,44 @@ TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
     EXPECT_EQ(static_cast<std::size_t>(ListView_GetItemCount(List())), controller.RowCount());
 }
 
+// The whole row is a folder's place, also under the scroll bar; a closed branch gives the selection
+// to its folder.
+TEST_F(JukeboxPanesTest, WhatTheTreeMarksIsWhatACommandGets) {
+    TreePane& tree = window.Explorer().Tree();
+    Folder& artist = jukebox.Root(1);
+    const HTREEITEM item = TreeView_GetNextSibling(Tree(), TreeView_GetRoot(Tree()));
+    RECT row = {};
+    ASSERT_TRUE(TreeView_GetItemRect(Tree(), item, &row, FALSE));
+    RECT outer = {};
+    GetWindowRect(Tree(), &outer);
+    const auto folderAt = [&](int x, int y) {
+        POINT at = {0, y};
+        ClientToScreen(Tree(), &at);
+        return tree.MaybeFolderAt({x, at.y});
+    };
+    const int middle = (row.top + row.bottom) / 2;
+    for (const int x : {static_cast<int>(outer.left), static_cast<int>(outer.right) - 4,
+                        static_cast<int>(outer.right) - 1})
+        EXPECT_EQ(folderAt(x, middle), &artist) << x - outer.left;
+    EXPECT_EQ(folderAt(outer.left + 40, row.bottom + 3 * (row.bottom - row.top)), nullptr);
+
+    for (const bool byMouse : {false, true}) {
+        window.ExpandFolder(artist, true);
+        window.SelectFolder(&artist.Child(1));
+        ASSERT_EQ(controller.SelectedFolder(), &artist.Child(1));
+        TVHITTESTINFO hit = {{0, middle}, 0, nullptr};
+        while (hit.pt.x < row.right &&
+               (TreeView_HitTest(Tree(), &hit), hit.flags) != static_cast<UINT>(TVHT_ONITEMBUTTON))
+            ++hit.pt.x;
+        if (byMouse)
+            SendMessageW(Tree(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(hit.pt.x, middle));
+        else
+            window.ExpandFolder(artist, false);
+        EXPECT_EQ(tree.SelectedFolder(), &artist);
+        EXPECT_EQ(controller.SelectedFolder(), &artist);
+    }
+}
+
 TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
     constexpr int kMany = 500'000;
     AddSongs(jukebox.Root(0), kMany);

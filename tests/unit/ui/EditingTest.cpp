@@ -182,6 +182,39 @@ TEST_F(EditingTest, CyclesThroughTheFourOrders) {
     EXPECT_EQ(Dump(jukebox, *At("By Mood/Happy")), cycle[0].order);
 }
 
+// What a drag does without a key, with Ctrl and with Shift: a move, a copy or nothing.
+TEST_F(EditingTest, CopiesWhatIsDraggedOutOfFoldersThatTheProgramFills) {
+    const struct {
+        const char* from;
+        Rows rows;
+        const char* to;
+        const char* modes;
+    } drags[] = {
+        {"All Songs", {0}, "By Mood/Happy", "CCC"},
+        {"Artist/Abba", {0}, "By Mood/Happy", "CCM"},
+        {"Artist/Abba", {0}, "Artist/Abba", "-C-"},
+        {"Artist/Abba", {}, "By Mood", "CCM"},
+        {"Artist/Abba", {}, "Artist", "-C-"},
+        {"Decades", {}, "By Mood", "CCC"},
+        {"By Mood/Happy", {0}, "Artist/Abba", "MCM"},
+        {"By Mood/Happy", {}, "", "MCM"},
+        {"By Mood", {}, "", "-C-"},
+        {"By Mood", {}, "By Mood/Happy", "---"},
+    };
+    for (const auto& drag : drags) {
+        std::string modes;
+        for (const std::optional<DropMode> wish :
+             {std::optional<DropMode>(), std::optional(DropMode::Copy),
+              std::optional(DropMode::Move)}) {
+            const auto mode =
+                Window().MaybeDropMode({&Window(), At(drag.from), drag.rows},
+                                       *drag.to != '\0' ? At(drag.to) : nullptr, wish);
+            modes += !mode ? '-' : *mode == DropMode::Copy ? 'C' : 'M';
+        }
+        EXPECT_EQ(modes, drag.modes) << drag.from << " to " << drag.to;
+    }
+}
+
 TEST_F(EditingTest, DropsInOneStepAlsoBetweenWindows) {
     OpenJukebox("OTHER");
     const auto drop = [&](std::size_t from, const std::string& path, const Rows& rows,
