@@ -87,29 +87,6 @@ class Pictures(Case):
             self.shows((255, 0, 0))
             program.end()
 
-    def test_2_what_is_no_picture_is_told_and_passed_over(self):
-        make("d.jpg", "xc:yellow")
-        (PICTURES / "e.jpg").write_bytes(b"")
-        (PICTURES / "f.jpg").write_bytes((PICTURES / "a.jpg").read_bytes()[:150])
-        POC.write_bytes(b"C:\\pics\\d.jpg\r\nFalse\r\nTrue\r\n")
-        with Program() as program:
-            for name, reason in (("e", "the file is empty"), ("f", "the file is damaged")):
-                command(NEXT)
-                self.says(f"The picture \"C:\\pics\\{name}.jpg\" can't be shown: {reason}")
-                self.shows(NONE)
-            command(NEXT)
-            self.shows((255, 0, 0))
-            shutil.rmtree(PICTURES)
-            command(PREVIOUS)
-            self.says("The picture \"C:\\pics\\f.jpg\" can't be shown: it is not there any more.")
-            program.end()
-        with Program() as program:
-            self.says("The background picture \"C:\\pics\\d.jpg\" is not there any more.")
-            command(TILE)
-            answer("You first need to pick a picture.*you can use this function.", "OK")
-            driver("press", "frmPicture", "Cancel")
-            program.end()
-
 
 if __name__ == "__main__":
     sys.exit(report(Pictures, sys.argv[1]))

@@ -88,18 +88,7 @@ class Playing(Case):
                     close_panel()
                     driver("end", "Winamp v1.x")
 
-    def test_3_without_a_window_it_gives_its_advice(self):
-        behave("open_never=1")
-        with Program():
-            select(0)
-            command(PLAY_ALL)
-            driver("answers", "frmMDIForm1", "3")
-            answer("*can't seem to find WinAmp*", "OK")
-            driver("close", "frmMainWinamp")
-            answer("First Play a Song", "OK")
-            driver("gone", "frmMainWinamp", "10")
-
-    def test_4_without_a_player_it_offers_to_install_one(self):
+    def test_3_without_a_player_it_offers_to_install_one(self):
         behave()
         away = PREFIX / "drive_c/player.away"
         installer = PREFIX / "drive_c/Tobbin/winamp265_lite.exe"

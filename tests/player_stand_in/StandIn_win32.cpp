@@ -11,7 +11,6 @@
 //
 // winamp.ini beside the program, section [behave], makes it behave otherwise:
 //
-//     open_never=1        never opens its window
 //     hang_at=<n>         at the n-th message (from 1) it stops answering ...
 //     hang_for=<ms>       ... for this long; for ever without it
 //     vanish_at=<n>       at the n-th message its process ends
@@ -129,8 +128,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*previous*/, LPSTR /*commandLi
         return 0;
     }
     Log("started");
-    if (Told(L"open_never", 0) != 0)
-        return 0;
     WNDCLASSW look{};
     look.lpfnWndProc = Procedure;
     look.hInstance = instance;

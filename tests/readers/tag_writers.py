@@ -85,45 +85,6 @@ WRITERS = [*((by_mutagen, LATIN if e == 0 else SONGS, True, v, e) for v in (3, 4
            (by_lame, LATIN, True, "--id3v2-latin1"), (by_lame, SONGS, True, "--id3v2-utf16")]
 
 
-def frames_of(path):
-    """The version, the frames (name, flags, content) and the sound of a file with a plain tag."""
-    data = path.read_bytes()
-    def seven(b):
-        return b[0] << 21 | b[1] << 14 | b[2] << 7 | b[3]
-    version, end, at, frames = data[3], 10 + seven(data[6:10]), 10, []
-    while at + 10 <= end and data[at]:
-        size = data[at + 4:at + 8]
-        size = seven(size) if version == 4 else int.from_bytes(size, "big")
-        frames.append((data[at:at + 4], data[at + 8:at + 10], data[at + 10:at + 10 + size]))
-        at += 10 + size
-    return version, frames, data[end:]
-
-
-def join(path, version, frames, sound):
-    def seven(n):
-        return bytes((n >> 21 & 127, n >> 14 & 127, n >> 7 & 127, n & 127))
-    body = b""
-    for name, flags, content in frames:
-        size = {2: len(content).to_bytes(3, "big"), 4: seven(len(content))}.get(
-            version, len(content).to_bytes(4, "big"))
-        body += name + size + (b"" if version == 2 else flags) + content
-    path.write_bytes(b"ID3" + bytes((version, 0, 0)) + seven(len(body)) + body + sound)
-
-
-def picture_first(path, target):
-    version, frames, sound = frames_of(path)
-    frames.sort(key=lambda frame: frame[0] != b"APIC")
-    join(target, version, frames, sound)
-
-
-def as_version_2(path, target):
-    """No program of today writes 2.2; its frames have other names, and pictures another head."""
-    names = {b"TPE1": b"TP1", b"TALB": b"TAL", b"TIT2": b"TT2", b"TYER": b"TYE", b"TCON": b"TCO"}
-    _, frames, sound = frames_of(path)
-    short = [(names[name], b"", content) for name, _, content in frames if name in names]
-    join(target, 2, [(b"PIC", b"", b"\0JPG\3\0" + COVER.read_bytes())] + short, sound)
-
-
 def make():
     """The files, by the program that wrote them."""
     made = {}
@@ -135,12 +96,6 @@ def make():
                 shutil.copy(SOUND, path)
             write(path, song, picture, *how)
             files.append(path)
-            if picture:
-                files.append(path.with_suffix(".first.mp3"))
-                picture_first(path, files[-1])
-            elif write is by_mutagen and how[0] == 3:
-                files.append(path.with_suffix(".two.mp3"))
-                as_version_2(path, files[-1])
     return made
 
 

@@ -153,20 +153,5 @@ TEST_F(AutomaticGroupsTest, APersonMayCloseAndDeleteWhileTagsAreRead) {
     EXPECT_EQ(Inside("Artist"), "no such folder");
 }
 
-TEST_F(AutomaticGroupsTest, TheSampleJukeboxIsAsDescribed) {
-    BuildSample();
-    EXPECT_EQ(Inside("By Mood"),
-              "Happy/ Sad/ Smokey/ Romantic/ New Age/ Spiritual/ Powerful/ Soothing/ Up Lifting/ ");
-    EXPECT_EQ(Inside("My Favorite Play Lists") + Inside("Seasonal"),
-              "Super Hits 1/ Super Hits 2/ Christmas/ Valentines Day/ Hanukah/ Halloween/ ");
-    EXPECT_EQ(jukebox.RootCount(), 12U);
-    EXPECT_EQ(jukebox.DaCaption(), "Jukebox One  (sample Jukebox you can use as a starting point)");
-    EXPECT_EQ(jukebox.Columns(),
-              (std::vector<std::string>{"Name    --        (click to sort)", "Key"}));
-    EXPECT_EQ(progress.texts,
-              (std::vector<std::string>{
-                  "No saved Jukebox found, building initial Jukebox - may take a while. . . "}));
-}
-
 }  // namespace
 }  // namespace tobbin

@@ -16,14 +16,6 @@ class FakeLocation : public PlayerLocation {
     void OnPlayerFound(const std::string& found) override { path = found; }
 };
 
-class FakeSearchingWindow : public SearchingWindow {
- public:
-    Texts steps;
-    void Open() override { steps.push_back("open"); }
-    void Close() override { steps.push_back("close"); }
-    void Show(const std::string& text) override { steps.push_back(text); }
-};
-
 class Discovery : public testing::Test {
  protected:
     Discovery() {
@@ -73,17 +65,6 @@ TEST_F(Discovery, StartsTheInstallerOrSaysWhichFileIsMissing) {
     ASSERT_EQ(fake.programs.started.size(), 1U);
     EXPECT_EQ(fake.programs.started[0].program, "C:\\Tobbin\\winamp265_lite.exe");
     EXPECT_EQ(fake.programs.started[0].show, ShowProgram::Normal);
-}
-
-TEST_F(Discovery, ShowsTheProgressWindowThroughBothSearches) {
-    fake.drives.treeFinds["C:\\"] = "C:\\winamp.exe";
-    FakeSearchingWindow window;
-    discovery.SearchWithProgressWindow(window, [&] {
-        EXPECT_EQ(location.path, "c:\\winamp.exe");
-        window.steps.push_back("songs");
-    });
-    EXPECT_EQ(window.steps, (Texts{"open", "Searching for Winamp  . . . ",
-                                   "Searching to add new songs  . . . ", "songs", "close"}));
 }
 
 }  // namespace

@@ -89,13 +89,5 @@ TEST_F(Search, PassesOverWhatCannotBeListedAndStandsAnyDepth) {
     EXPECT_EQ(m_found, Paths{deep + "2.mp3"});
 }
 
-TEST_F(Search, KeepsWhatItFoundBeforeItWasStopped) {
-    AddFiles({"C:\\1.mp3", "C:\\2.mp3", "C:\\3.mp3", "C:\\a\\4.mp3"});
-    m_fake.drives.drives.push_back({"D:\\", 3});
-    m_progress.stopAfter = 3;  // the drive and two songs
-    m_search.SearchHardDrives();
-    EXPECT_EQ(m_found, (Paths{"C:\\1.mp3", "C:\\2.mp3"}));
-}
-
 }  // namespace
 }  // namespace tobbin

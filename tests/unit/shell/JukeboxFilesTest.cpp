@@ -72,34 +72,20 @@ TEST_F(JukeboxFilesTest, TheSampleIsSavedUnderANameOfItsOwnOnly) {
     commands.Do(Command::Open);  // likewise
     EXPECT_EQ(window.DaCaption(), kSampleCaption);
     EXPECT_EQ(frame.children.size(), 1U);
-    Choose("C:\\App\\Grouping\\Mix");
-    commands.Do(Command::Save);
-    EXPECT_TRUE(fake.disk.Has("C:\\App\\Grouping\\mix.juk"));
-    EXPECT_EQ(window.DaCaption(), "MIX");
-    EXPECT_EQ(window.FileLocation(), "c:\\app\\grouping\\");
-    EXPECT_FALSE(window.IsFormDirty());
-    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "c:\\app\\grouping\\mix.juk");
+    frame.panelOpen = frame.panelActive = true;
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        fake.disk.AddFile("C:\\App\\Grouping\\mix.juk", "old");
+        fake.dialogs.answers = {answer};
+        SaveAs("C:\\App\\Grouping\\Mix");
+        EXPECT_EQ(LastBox(), "File already exists, do you wish to replace this file?");
+        EXPECT_EQ(window.DaCaption(), answer == Answer::Yes ? "MIX" : kSampleCaption);
+        EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mix.juk") == "old", answer == Answer::No);
+    }
     EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\mix.poc"), "C:\\p.jpg\r\n 0 \r\n-1 \r\n");
+    EXPECT_EQ(frame.seen, Names{"minimize panel"});
     window.IsFormDirty(true);
     commands.Do(Command::Save);  // asks for no name
     EXPECT_FALSE(window.IsFormDirty());
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(JukeboxFilesTest, ReplacesAnotherFileOnYesOnlyAndTheActivePlayerPanelStepsAside) {
-    OpenSample();
-    frame.panelOpen = frame.panelActive = true;
-    fake.disk.AddFile("C:\\App\\Grouping\\old.juk", "old");
-    for (const Answer answer : {Answer::No, Answer::Cancel}) {
-        fake.dialogs.answers.push_back(answer);
-        SaveAs("C:\\App\\Grouping\\old.juk");
-        EXPECT_EQ(LastBox(), "File already exists, do you wish to replace this file?");
-        EXPECT_EQ(fake.disk.Content("C:\\App\\Grouping\\old.juk"), "old");
-    }
-    fake.dialogs.answers.push_back(Answer::Yes);
-    SaveAs("C:\\App\\Grouping\\old.juk");
-    EXPECT_TRUE(fake.disk.Content("C:\\App\\Grouping\\old.juk").starts_with("Tobbin jukebox"));
-    EXPECT_EQ(frame.seen, std::vector<std::string>{"minimize panel"});
 }
 
 TEST_F(JukeboxFilesTest, ATitleIsOpenOnceWhateverItsFolder) {

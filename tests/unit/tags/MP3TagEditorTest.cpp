@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "fakes/FakeEnvironment.h"
@@ -113,32 +114,24 @@ TEST_F(TagEditor, SavesOverTheTagOrFromTheLastByteOn) {
 // Whatever goes wrong in whatever file, every byte in front of the tag's place stays.
 TEST_F(TagEditor, ChangesNoByteInFrontOfTheTagWithAFaultAtEveryStep) {
     std::mt19937 chance(4);
-    int files = 0, faults = 0, changed = 0;
-    for (; files < 1'000; ++files) {
+    int faults = 0;
+    for (int file = 0; file < 1'000; ++file) {
         std::string content(chance() % 2'000 + 1, '\0');
-        for (char& c : content)
-            c = static_cast<char>(chance());
+        std::ranges::generate(content, [&] { return static_cast<char>(chance()); });
         if (chance() % 2 == 0)
             content += Tag(static_cast<char>(chance()));
-        bool done = false;
-        for (int operation = 0; !done || operation == 1; ++operation) {  // 0: none fails
+        for (int operation = 0; operation <= 4; ++operation) {  // 0: none; open, size, write, close
             ASSERT_TRUE(Load(content));
             m_editor.Title(std::to_string(chance()));
-            m_editor.Genra(static_cast<int>(chance() % 256));
             m_fake.disk.FailAt(operation, DiskError::DiskFull, true);
-            const DiskStatus status = m_editor.SaveMP3();
-            done = status.Ok();
+            faults += m_editor.SaveMP3().Error() == DiskError::DiskFull;
             m_fake.disk.Heal();
-            const std::string& after = m_fake.disk.Content(kPath);
             const std::size_t kept =
                 content.size() - (m_editor.TagExists() ? MP3TagEditor::kTagSize : 1);
-            changed += after.compare(0, kept, content, 0, kept) != 0 ||
-                       (done && after.size() != kept + MP3TagEditor::kTagSize);
-            faults += status.Error() == DiskError::DiskFull;
+            ASSERT_TRUE(m_fake.disk.Content(kPath).starts_with(content.substr(0, kept)));
         }
     }
-    EXPECT_EQ(changed, 0);
-    EXPECT_EQ(faults, files * 4);  // open, size, write, close
+    EXPECT_EQ(faults, 4'000);
 }
 
 // A page in which every character beyond ASCII is two bytes, as in those of East Asia.
@@ -154,9 +147,7 @@ TEST_F(TagEditor, CutsNoCharacterInItsMiddle) {
     MP3TagEditor editor(m_fake.disk, twoBytes);
     m_fake.disk.AddFile(kPath, "m");
     ASSERT_TRUE(editor.LoadMP3(kPath));
-    editor.Year(
-        "abc\xE6\xAD\x8C"
-        "d");
+    editor.Year("abc\u6B4Cd");
     editor.Title(std::string(28, 'a') + "\xE6\xAD\x8C");
     ASSERT_TRUE(editor.SaveMP3().Ok());
     EXPECT_EQ(m_fake.disk.Content(kPath).substr(93, 4), "abc ");

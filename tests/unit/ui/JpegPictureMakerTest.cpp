@@ -79,11 +79,6 @@ TEST_F(JpegPictureMakerTest, TurnsThePictureAsTheCameraWasHeld) {
     EXPECT_EQ(Make({3, 2}, {3, 2}, false, 9).pixels.pixels, expected[0]);
 }
 
-TEST_F(JpegPictureMakerTest, TilesInNaturalSizeFromTheCorner) {
-    EXPECT_EQ(Make({2, 1}, {3, 2}, true).pixels.pixels, (Rows{0, 0x10000, 0, 0, 0x10000, 0}));
-    EXPECT_EQ(Make({200, 100}, {2, 2}, true).pixels.pixels, (Rows{0, 0x10000, 0x100, 0x10100}));
-}
-
 TEST_F(JpegPictureMakerTest, CoversThePaneWithTheMiddleAndKeepsTheProportions) {
     EXPECT_EQ(Make({200, 100}, {50, 50}, false).pixels.size, (PictureSize{50, 50}));
     EXPECT_EQ(decoder->part, (PicturePart{50, 0, 100, 100}));
