@@ -29,7 +29,7 @@ EditResult JukeboxHistory::Do(std::string name, Changes changes) {
         m_savedAt = kNowhere;
     const bool changesJukebox =
         std::ranges::any_of(changes, [](const auto& change) { return change->ChangesJukebox(); });
-    m_undone.push_back({std::move(name), std::move(changes), nullptr, changesJukebox});
+    m_undone.push_back({std::move(name), std::move(changes), changesJukebox});
     return RedoHere();
 }
 
@@ -45,33 +45,30 @@ const std::string& JukeboxHistory::RedoName() const {
 
 EditResult JukeboxHistory::Undo() {
     CHECK(CanUndo());
-    const std::shared_ptr<Pair> pair = m_done.back().maybePair;
-    JukeboxHistory* const partner = MaybePartner(m_done.back());
-    if (partner != nullptr && partner->CanUndo() && partner->m_done.back().maybePair == pair)
-        partner->UndoHere();
+    if (const auto partner = m_done.back().partner.lock();
+        partner && partner->history.CanUndo() &&
+        partner->history.m_done.back().maybeJoined == partner)
+        partner->history.UndoHere();
     return UndoHere();
 }
 
 EditResult JukeboxHistory::Redo() {
     CHECK(CanRedo());
-    const std::shared_ptr<Pair> pair = m_undone.back().maybePair;
-    JukeboxHistory* const partner = MaybePartner(m_undone.back());
-    if (partner != nullptr && partner->CanRedo() && partner->m_undone.back().maybePair == pair)
-        partner->RedoHere();
+    if (const auto partner = m_undone.back().partner.lock();
+        partner && partner->history.CanRedo() &&
+        partner->history.m_undone.back().maybeJoined == partner)
+        partner->history.RedoHere();
     return RedoHere();
 }
 
 void JukeboxHistory::Join(JukeboxHistory& a, JukeboxHistory& b) {
     CHECK(&a != &b && a.CanUndo() && b.CanUndo());
-    a.m_done.back().maybePair = b.m_done.back().maybePair = std::make_shared<Pair>(Pair{&a, &b});
-}
-
-// Each of the two steps holds the pair: while both do, both histories are there.
-JukeboxHistory* JukeboxHistory::MaybePartner(const Step& step) const {
-    constexpr long kThisOneAndACopy = 2;
-    if (step.maybePair == nullptr || step.maybePair.use_count() <= kThisOneAndACopy)
-        return nullptr;
-    return step.maybePair->first == this ? step.maybePair->second : step.maybePair->first;
+    Step& ofA = a.m_done.back();
+    Step& ofB = b.m_done.back();
+    ofA.maybeJoined = std::make_shared<JoinedStep>(JoinedStep{a});
+    ofB.maybeJoined = std::make_shared<JoinedStep>(JoinedStep{b});
+    ofA.partner = ofB.maybeJoined;
+    ofB.partner = ofA.maybeJoined;
 }
 
 EditResult JukeboxHistory::UndoHere() {

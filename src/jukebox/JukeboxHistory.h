@@ -43,19 +43,19 @@ class JukeboxHistory : private JukeboxListener {
     static void Join(JukeboxHistory& a, JukeboxHistory& b);
 
  private:
-    struct Pair {
-        JukeboxHistory* first;
-        JukeboxHistory* second;
+    // One of two joined steps, for as long as its history has it.
+    struct JoinedStep {
+        JukeboxHistory& history;
     };
     struct Step {
         std::string name;
         Changes changes;
-        std::shared_ptr<Pair> maybePair;  // shared with the other jukebox's step while it exists
         bool changesJukebox = false;
+        std::shared_ptr<JoinedStep> maybeJoined = {};
+        std::weak_ptr<JoinedStep> partner = {};  // in the other jukebox
     };
     using Steps = std::vector<Step>;
 
-    JukeboxHistory* MaybePartner(const Step& step) const;
     EditResult UndoHere();
     EditResult RedoHere();
     EditResult FlipStep(Step& step, bool backwards);

@@ -19,20 +19,17 @@ FrameChildren::FrameChildren(Application& application, JukeboxWindowHost& host)
       m_pictures([] { return MakeSystemPictureMaker(); }, kMostPictureBytes) {}
 
 JukeboxMdiChild& FrameChildren::Open(HWND mdiClient, Jukebox& jukebox) {
-    // The first window fills the frame unless it was left otherwise; one that opens over such a
-    // window does as well.
     const std::optional<WindowState> remembered = m_states.MaybeOf(jukebox.DaCaption());
-    BOOL maximized = FALSE;
-    SendMessageW(mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximized));
-    if (m_opened++ == 0)
-        maximized = !remembered || remembered->maximized;
+    BOOL activeIsMaximized = FALSE;
+    SendMessageW(mdiClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&activeIsMaximized));
+    const bool maximized = OpensMaximized(m_opened++ == 0, activeIsMaximized != FALSE, remembered);
     Child& child = *m_children.emplace_back(std::make_unique<Child>());
     child.jukebox = &jukebox;
     child.controller = std::make_unique<JukeboxWindow>(m_application.Tools(), jukebox, m_host);
     child.window = std::make_unique<JukeboxMdiChild>(*child.controller, m_pictures);
     child.loadedNumber =
         m_application.Windows().Add("frmMain", [window = child.window.get()] { window->Close(); });
-    child.window->Open(mdiClient, maximized != FALSE, remembered ? &*remembered : nullptr,
+    child.window->Open(mdiClient, maximized, remembered ? &*remembered : nullptr,
                        [this, &child] { OnClosed(child); });
     return *child.window;
 }

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "jukebox/SpecialFolders.h"
 #include "platform/DialogBase_win32.h"
 #include "resource.h"
 #include "shell/Searching_win32.h"
@@ -100,9 +99,7 @@ bool FrameContents::HasMinimizedChildren() const {
 }
 
 void FrameContents::OpenJukeboxWindow(Jukebox& jukebox) {
-    JukeboxMdiChild& child = m_children.Open(m_client, jukebox);
-    Folder* const all = jukebox.MaybeFind(kAllSongs);
-    child.SelectFolder(all != nullptr || jukebox.RootCount() == 0 ? all : &jukebox.Root(0));
+    m_children.Open(m_client, jukebox).Controller().SelectFirstFolder();
     onChanged();
 }
 

@@ -1,9 +1,8 @@
 #include "shell/FramePlayer_win32.h"
 
 #include "player/SongPaths.h"
-#include "search/SilentProgress.h"
-#include "shell/CataloguePass.h"
 #include "shell/FrameKeys_win32.h"
+#include "shell/NewSongs.h"
 #include "shell/Searching_win32.h"
 
 namespace tobbin {
@@ -108,24 +107,8 @@ void FramePlayer::OnPanelClosed() {
 }
 
 void FramePlayer::InstallPlayer() {
-    PlayerDiscovery& discovery = m_application.Discovery();
-    if (!discovery.RunInstaller(m_application.Folders().application))
-        return;
     SearchingPopup window(m_frame);
-    discovery.SearchWithProgressWindow(window, [this, &window] {
-        SilentProgress silent(window);
-        m_application.LongWork().Window(&silent);
-        clsMain& catalogue = m_application.Catalogue();
-        const std::int32_t before = catalogue.UBoundOfMp3Array();
-        RunCataloguePass(m_application,
-                         [&] { return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(); });
-        if (catalogue.UBoundOfMp3Array() != before) {
-            window.GoOn();
-            m_application.Groups().ShowProgressIn(
-                silent, [this] { m_application.Groups().BuildAutomaticGroups(0, true, ""); });
-        }
-        m_application.LongWork().Window(nullptr);
-    });
+    tobbin::InstallPlayer(m_application, window);
 }
 
 }  // namespace tobbin

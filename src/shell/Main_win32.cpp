@@ -51,7 +51,7 @@ int Run() {
     if (!frame.Open())
         return 1;
     instance.MarkWindow(frame.Handle());
-    StartUpWindows windows(application, frame);
+    StartUpWindows windows(application.Windows(), frame);
     environment.Events().SetFilter([&](MSG& message) {
         const HWND splash = windows.SplashHandle();
         return (splash != nullptr && IsDialogMessageW(splash, &message)) ||

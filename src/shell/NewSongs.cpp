@@ -4,6 +4,7 @@
 #include <string>
 
 #include "search/PlayerDiscovery.h"
+#include "search/SilentProgress.h"
 #include "shell/CataloguePass.h"
 #include "shell/SongsOfOneName.h"
 #include "util/Text.h"
@@ -54,6 +55,26 @@ void NewSongs::Search(bool wholeComputer) {
     if (window->StopRequested())
         line += "  " + std::string(AutomaticGroups::kStopped);
     m_application.TheEnvironment().statusLine.Say(line);
+}
+
+void InstallPlayer(Application& application, SearchingWindow& window) {
+    PlayerDiscovery& discovery = application.Discovery();
+    if (!discovery.RunInstaller(application.Folders().application))
+        return;
+    discovery.SearchWithProgressWindow(window, [&] {
+        SilentProgress silent(window);
+        application.LongWork().Window(&silent);
+        clsMain& catalogue = application.Catalogue();
+        const std::int32_t before = catalogue.UBoundOfMp3Array();
+        RunCataloguePass(application,
+                         [&] { return catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(); });
+        if (catalogue.UBoundOfMp3Array() != before) {
+            window.GoOn();
+            application.Groups().ShowProgressIn(
+                silent, [&] { application.Groups().BuildAutomaticGroups(0, true, ""); });
+        }
+        application.LongWork().Window(nullptr);
+    });
 }
 
 }  // namespace tobbin

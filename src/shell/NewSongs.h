@@ -23,4 +23,8 @@ class NewSongs {
     FrameView& m_view;
 };
 
+// Runs the player's installer and, if it ran, searches for the player and for songs that came with
+// it. `window` opens for the search.
+void InstallPlayer(Application& application, SearchingWindow& window);
+
 }  // namespace tobbin

@@ -5,12 +5,12 @@ namespace tobbin {
 Progress& StartUpWindows::LoadSplash() {
     m_splash = std::make_unique<Splash>();
     m_splash->Open();
-    m_splashNumber = m_application.Windows().Add("frmSplash", [this] { UnloadSplash(); });
+    m_splashNumber = m_loaded.Add("frmSplash", [this] { UnloadSplash(); });
     return *m_splash;
 }
 
 void StartUpWindows::UnloadSplash() {
-    m_application.Windows().Remove(m_splashNumber);
+    m_loaded.Remove(m_splashNumber);
     m_splash.reset();
 }
 

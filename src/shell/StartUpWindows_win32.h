@@ -11,8 +11,7 @@ namespace tobbin {
 // The windows that start-up shows: the splash window, then the frame.
 class StartUpWindows : public StartUpView {
  public:
-    StartUpWindows(Application& application, MainFrame& frame)
-        : m_application(application), m_frame(frame) {}
+    StartUpWindows(LoadedWindows& loaded, MainFrame& frame) : m_loaded(loaded), m_frame(frame) {}
 
     // The splash window's handle, null when it is not loaded.
     HWND SplashHandle() const { return m_splash ? m_splash->Handle() : nullptr; }
@@ -25,7 +24,7 @@ class StartUpWindows : public StartUpView {
     void ShowTips() override;
 
  private:
-    Application& m_application;
+    LoadedWindows& m_loaded;
     MainFrame& m_frame;
     std::unique_ptr<Splash> m_splash;
     int m_splashNumber = 0;  // among the loaded windows

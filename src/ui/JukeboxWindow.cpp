@@ -38,6 +38,11 @@ void JukeboxWindow::OnOpened() {
         ReadInImageArray(DaCaption() + ".poc");
 }
 
+void JukeboxWindow::SelectFirstFolder() {
+    Folder* const all = m_jukebox.MaybeFind(kAllSongs);
+    View().SelectFolder(all != nullptr || m_jukebox.RootCount() == 0 ? all : &m_jukebox.Root(0));
+}
+
 void JukeboxWindow::ActOnPopUpClick(int command, int pane, Folder* node) {
     const bool inTree = pane == static_cast<int>(Pane::Tree);
     const CommandRow* const row = MaybeRowAt(inTree ? Menu::FolderPopUp : Menu::SongPopUp, command);

@@ -62,6 +62,8 @@ class JukeboxWindow : private JukeboxListener {
     // The window is on the screen, or will be with its frame: a jukebox that comes from a file
     // finds its picture again.
     void OnOpened();
+    // Selects "All Songs" or, without it, the first folder, if there is one.
+    void SelectFirstFolder();
 
     // The background picture: path of the last one, whether one is shown, whether it is tiled, and
     // what BackgroundPicture says of the operations.

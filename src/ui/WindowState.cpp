@@ -30,6 +30,11 @@ bool CanBeTakenHoldOf(const Area& place, const Area& screen, int dpi) {
 
 }  // namespace
 
+bool OpensMaximized(bool isFirst, bool activeIsMaximized,
+                    const std::optional<WindowState>& remembered) {
+    return isFirst ? !remembered || remembered->maximized : activeIsMaximized;
+}
+
 std::string StateText(const WindowState& state) {
     std::string text;
     for (const int number :

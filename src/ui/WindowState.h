@@ -28,6 +28,11 @@ struct WindowState {
     bool operator==(const WindowState&) const = default;
 };
 
+// Whether a jukebox window opens maximized: the first one fills the frame unless it was left
+// otherwise; one that opens over a maximized window does as well.
+bool OpensMaximized(bool isFirst, bool activeIsMaximized,
+                    const std::optional<WindowState>& remembered);
+
 // The state as the text of a per-user setting, and back; nothing for a text that is none.
 std::string StateText(const WindowState& state);
 std::optional<WindowState> MaybeState(std::string_view text);

@@ -61,7 +61,7 @@ class FakeFrame : public FrameView {
         child.view = std::make_unique<FakeJukeboxView>();
         child.view->controller = child.window.get();
         child.window->SetView(child.view.get());
-        child.view->SelectFolder(jukebox.RootCount() > 0 ? &jukebox.Root(0) : nullptr);
+        child.window->SelectFirstFolder();
         child.window->OnOpened();
     }
     bool PlayerCheck() override {
