@@ -48,8 +48,8 @@ Time SecondStart(const std::string& library) {
               LoadOutcome::Loaded);
         CHECK(machine.catalogue.LoadMain());
         songs = machine.catalogue.UBoundOfMp3Array();
-        CHECK(machine.catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
-            machine.catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse()));
+        const ListedFolders listed = machine.catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+        CHECK(machine.catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(&listed));
         std::unique_ptr<Jukebox> jukebox;
         CHECK(LoadJukeboxFile(machine.disk, kJukebox, machine.catalogue, machine.fake.text, jukebox)
                   .outcome == LoadOutcome::Loaded);

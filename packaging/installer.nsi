@@ -115,6 +115,7 @@ VIAddVersionKey LegalCopyright "MIT License"
             Delete "${FOLDER}\*.bak"
             Delete "${FOLDER}\*.bad*"
             Delete "${FOLDER}\*.new"
+            Delete "${FOLDER}\*.tmp"
             RMDir "${FOLDER}"
         ${EndIf}
     ${EndIf}

@@ -111,8 +111,9 @@ class CatalogueRepair {
     std::string RecordsOfTheCopy() {
         std::string copy;
         const std::string path = CatalogueBackup(m_environment, m_path).Path();
-        return ReadWholeFile(m_environment.disk, path, kLargestCatalogue, copy).Ok() ? SalvageCatalogue(copy)
-                                                                  : std::string();
+        return ReadWholeFile(m_environment.disk, path, kLargestCatalogue, copy).Ok()
+                   ? SalvageCatalogue(copy)
+                   : std::string();
     }
 
     std::string Sentence(const std::string& what) const {

@@ -122,13 +122,9 @@ bool FoundSongs::IsThere(std::int32_t record) {
     if (at >= m_seen.size() || m_seen[at])
         return true;
     const std::string path = m_catalogue.SongPath(record);
-    const std::string root = RootOfPath(path);
-    if (root.empty())
-        return false;
-    const auto [reachable, isNew] = m_reachable.try_emplace(root, false);
-    if (isNew)
-        reachable->second = IsReachable(m_environment, root);
-    return reachable->second && FileExists(m_environment.disk, path);
+    return !RootOfPath(path).empty() &&
+           m_catalogue.Drives().DriveOf(path) != SongDrives::Finding::Away &&
+           FileExists(m_environment.disk, path);
 }
 
 }  // namespace tobbin

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -40,8 +39,7 @@ class FoundSongs : public SongSink {
     Environment& m_environment;
     clsMain& m_catalogue;
     std::vector<SongFile> m_files;
-    std::vector<bool> m_seen;                 // by record
-    std::map<std::string, bool> m_reachable;  // by root
+    std::vector<bool> m_seen;  // by record
     FoundOutcome m_outcome;
 };
 

@@ -10,10 +10,6 @@
 #include "util/Text.h"
 
 namespace tobbin {
-
-MissingSongs::MissingSongs(Environment& environment, const RecordTable& table)
-    : m_environment(environment), m_table(table) {}
-
 std::vector<std::int32_t> MissingSongs::Find() {
     std::vector<Song> songs;
     for (std::int32_t record = 1; record <= m_table.Size(); ++record) {
@@ -21,15 +17,20 @@ std::vector<std::int32_t> MissingSongs::Find() {
         if (m_table.Text(clsMain::kPresence, record) == "1") {
             songs.push_back({folder, record});
         } else {
-            const std::string root = RootOfPath(m_table.TextOf(folder));
-            if (root.empty() || WasReachable(root))
+            if (m_drives.DriveOf(m_table.TextOf(folder)) == SongDrives::Finding::Here)
                 m_missing.push_back(record);
         }
     }
     std::sort(songs.begin(), songs.end(), [](const Song& a, const Song& b) {
         return std::tie(a.folder, a.record) < std::tie(b.folder, b.record);
     });
-    for (const Song* first = songs.data(); first != songs.data() + songs.size();) {
+    StepsDone steps{0, 0};
+    for (std::size_t i = 0; i < songs.size(); ++i)
+        steps.all += i == 0 || songs[i].folder != songs[i - 1].folder ? 1 : 0;
+    for (const Song* first = songs.data();
+         first != songs.data() + songs.size() && !m_progress.StopRequested();) {
+        m_progress.ShowSteps(kLookingAtFolders, steps);
+        ++steps.done;
         const Song* last = first;
         while (last != songs.data() + songs.size() && last->folder == first->folder)
             ++last;
@@ -37,16 +38,26 @@ std::vector<std::int32_t> MissingSongs::Find() {
         m_environment.events.LetEventsThrough();
         first = last;
     }
+    for (const auto& [root, seen] : m_seenOn)
+        m_drives.SongsSeen(root, seen.found, seen.all);
     std::sort(m_missing.begin(), m_missing.end());
     return std::move(m_missing);
 }
 
 void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, const Song* last) {
     const std::string root = RootOfPath(folder);
-    if (!root.empty() && !WasReachable(root))
+    if (m_drives.DriveOf(folder) == SongDrives::Finding::Away)
         return;
     FolderListing listing;
-    const bool listed = !root.empty() && m_environment.disk.List(folder, listing).Ok();
+    const DiskStatus status =
+        root.empty() ? DiskStatus(DiskError::NotFound) : m_drives.List(folder, listing);
+    const bool listed = status.Ok();
+    // Nobody is asked for each file of a drive that went away meanwhile.
+    if (!listed && status.Error() != DiskError::NotFound &&
+        m_drives.AskAgain(folder) == SongDrives::Finding::Away)
+        return;
+    if (!listed && m_drives.LeadsNowhere(folder))
+        return;
     using Named = std::pair<std::string_view, std::size_t>;  // a file's name, and its entry
     std::vector<Named> files;
     for (std::size_t i = 0; listed && i < listing.entries.size(); ++i)
@@ -56,6 +67,7 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
     const std::size_t before = m_missing.size();
     std::array<char, 10> digits{};
     int asked = 0;
+    std::size_t foundHere = 0;
     std::vector<bool> known(listing.entries.size());
     for (const Song* song = first; song != last; ++song) {
         const std::string_view name =
@@ -64,12 +76,15 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
         if (found != files.end() && found->first == name) {
             known[found->second] = true;
             m_seen.push_back({song->record, listing.entries[found->second].size});
+            ++foundHere;
             continue;
         }
         // The file system itself knows best which names it takes for the same, and whether a file
         // that a listing can't show is there.
         if (root.empty() || IsGone(folder + std::string(name)))
             m_missing.push_back(song->record);
+        else
+            ++foundHere;
         constexpr int kAskedBetweenEvents = 64;
         if (++asked % kAskedBetweenEvents == 0)
             m_environment.events.LetEventsThrough();
@@ -82,22 +97,21 @@ void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, con
                 others.push_back(entry);
         }
     }
-    // A drive that went away meanwhile took its files with it without their being gone.
-    if (m_missing.size() > before && !root.empty() && !IsReachable(m_environment, root)) {
+    if (root.empty())
+        return;
+    Seen& seen = m_seenOn[root];
+    seen.found += foundHere;
+    seen.all += static_cast<std::size_t>(last - first);
+    // Another disk has no say; and one that went away meanwhile took its files with it without
+    // their being gone.
+    if (m_missing.size() > before && (m_drives.DriveOf(folder) != SongDrives::Finding::Here ||
+                                      m_drives.AskAgain(folder) != SongDrives::Finding::Here))
         m_missing.resize(before);
-        m_reachable[root] = false;
-    }
 }
 
 bool MissingSongs::IsGone(const std::string& path) {
     PathInfo info;
     return m_environment.disk.Stat(path, info).Ok() && info.kind != PathKind::File;
-}
-
-bool MissingSongs::WasReachable(const std::string& root) {
-    if (const auto known = m_reachable.find(root); known != m_reachable.end())
-        return known->second;
-    return m_reachable[root] = IsReachable(m_environment, root);
 }
 
 }  // namespace tobbin

@@ -8,22 +8,30 @@
 
 #include "catalogue/RecordTable.h"
 #include "platform/Environment.h"
+#include "search/SongDrives.h"
 
 namespace tobbin {
+
+// The text of the progress.
+inline constexpr char kLookingAtFolders[] = "Looking at the folders of your songs . . .";
 
 // What the listings of one check held besides the songs of the catalogue: for each folder that was
 // listed (ending in "\"), the songs that the catalogue does not have in it.
 using ListedFolders = std::unordered_map<std::string, std::vector<FolderEntry>>;
 
-// One check of which songs of the catalogue have lost their file. A drive or network share that
-// can't be reached says nothing of its songs: they are no answer either way.
+// One check of which songs of the catalogue have lost their file. What is away (see SongDrives) is
+// no answer either way.
 class MissingSongs {
  public:
-    MissingSongs(Environment& environment, const RecordTable& table);
+    // `drives` has begun its pass.
+    MissingSongs(Environment& environment, const RecordTable& table, SongDrives& drives,
+                 Progress& progress)
+        : m_environment(environment), m_table(table), m_drives(drives), m_progress(progress) {}
 
     // The records, ascending, that are not marked as present or whose file is gone, but for those
-    // on a drive that can't be reached. Each folder is listed once, and the system is asked for a
-    // single file only when the listing does not name it. Lets events through. Call it once.
+    // that are away. Each folder is listed once, and the system is asked for a single file only
+    // when the listing does not name it. Lets events through and shows its steps; after a wish to
+    // stop the other songs are taken for there. Call it once.
     std::vector<std::int32_t> Find();
 
     // The songs whose file was in a listing, with its size in bytes; call it once, after Find.
@@ -43,13 +51,17 @@ class MissingSongs {
     };
     void JudgeFolder(const std::string& folder, const Song* first, const Song* last);
     bool IsGone(const std::string& path);
-    bool WasReachable(const std::string& root);
 
+    struct Seen {
+        std::size_t found = 0, all = 0;
+    };
     Environment& m_environment;
     const RecordTable& m_table;
+    SongDrives& m_drives;
+    Progress& m_progress;
     std::vector<std::int32_t> m_missing;
-    std::unordered_map<std::string, bool> m_reachable;  // by root, as first found
     std::vector<SeenSong> m_seen;
+    std::unordered_map<std::string, Seen> m_seenOn;  // how many songs, by root
     ListedFolders m_listed;
 };
 

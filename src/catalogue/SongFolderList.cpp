@@ -10,17 +10,22 @@
 
 namespace tobbin {
 
-DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,
-                               const RecordTable& table) {
+std::vector<std::string> SongFoldersOf(const RecordTable& table) {
     std::unordered_set<RecordTable::CellId> ids;
     for (std::int32_t record = 1; record <= table.Size(); ++record)
         ids.insert(table.Id(clsMain::kFolder, record));
+    std::vector<std::string> folders;
+    for (const RecordTable::CellId id : ids)
+        folders.push_back(table.TextOf(id));
+    return folders;
+}
+
+DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,
+                               const RecordTable& table) {
     std::vector<std::pair<std::string, std::string>> folders;  // the lower-cased text first
-    for (const RecordTable::CellId id : ids) {
-        std::string folder = table.TextOf(id);
+    for (const std::string& folder : SongFoldersOf(table))
         if (!folder.empty())
             folders.emplace_back(environment.text.ToLower(folder), folder);
-    }
     std::sort(folders.begin(), folders.end());
     std::string bytes;
     for (const auto& [lowered, folder] : folders)

@@ -14,6 +14,9 @@ namespace tobbin {
 
 inline constexpr std::uint64_t kLargestSongFolderList = Megabytes(64);
 
+// Every distinct folder of the table once, in no order.
+std::vector<std::string> SongFoldersOf(const RecordTable& table);
+
 // Writes every distinct folder of the table once, in ascending order of the lower-cased texts.
 DiskStatus WriteSongFolderList(Environment& environment, const std::string& path,
                                const RecordTable& table);

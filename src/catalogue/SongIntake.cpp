@@ -7,6 +7,7 @@
 namespace tobbin {
 
 FoundOutcome SongIntake::TakeIn(const std::vector<std::string>& paths) {
+    m_catalogue.BeginPass();
     FoundSongs songs(m_environment, m_catalogue);
     for (const std::string& path : paths) {
         PathInfo info;

@@ -17,6 +17,8 @@ class TextPool {
     TextPool();
     TextPool(const TextPool&) = delete;
     TextPool& operator=(const TextPool&) = delete;
+    TextPool(TextPool&&) = default;
+    TextPool& operator=(TextPool&&) = default;
 
     std::uint32_t Add(std::string_view text);
     // The number of a text that the pool has; nothing for any other.

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <limits>
 #include <new>
-#include <unordered_map>
+#include <tuple>
 #include <utility>
 
 #include "catalogue/CatalogueBackup.h"
 #include "catalogue/CatalogueFile.h"
-#include "catalogue/FoundSongs.h"
 #include "catalogue/Ranks.h"
 #include "catalogue/SongFolderList.h"
 #include "platform/ProgressTexts.h"
@@ -19,7 +18,11 @@
 namespace tobbin {
 
 clsMain::clsMain(Environment& environment, clsINI& settings, SortCity& sorter, Progress& progress)
-    : m_environment(environment), m_settings(settings), m_sorter(sorter), m_progress(progress) {}
+    : m_environment(environment),
+      m_settings(settings),
+      m_sorter(sorter),
+      m_progress(progress),
+      m_drives(environment) {}
 
 std::string clsMain::CataloguePath() const {
     return m_settings.LocOfGroupingDir() + "FileLocNames.lmz";
@@ -117,7 +120,8 @@ bool clsMain::SaveTable() {
 
 void clsMain::LoadMemory() {
     std::string bytes;
-    const DiskStatus status = ReadWholeFile(m_environment.disk, MemoryPath(), kLargestSongMemory, bytes);
+    const DiskStatus status =
+        ReadWholeFile(m_environment.disk, MemoryPath(), kLargestSongMemory, bytes);
     m_memoryIsUnread = !status.Ok() && status.Error() != DiskError::NotFound;
     m_memory.ForgetCleared();
     if (!status.Ok())
@@ -213,6 +217,18 @@ DiskStatus clsMain::LoadFile() try {
     return DiskStatus(DiskError::OutOfMemory);
 }
 
+bool clsMain::Reload() {
+    RecordTable table = std::exchange(m_table, RecordTable());
+    const auto before = std::tuple(m_dirty, m_fileState, m_recordsInFile, m_fileInfo);
+    if (LoadMain())
+        return true;
+    m_table = std::move(table);
+    std::tie(m_dirty, m_fileState, m_recordsInFile, m_fileInfo) = before;
+    LoadMemory();
+    m_environment.statusLine.Say(m_lastLoad.message);
+    return false;
+}
+
 LoadResult clsMain::ReadRecords(std::string_view file) {
     const RecordsTaken taken = TakeRecords(file, m_environment.text, m_table);
     if (taken.tooMany)
@@ -229,37 +245,6 @@ bool clsMain::KeepBackup() {
     return CatalogueBackup(m_environment, CataloguePath()).Keep();
 }
 
-ListedFolders clsMain::CheckToSeeIfFilesAreMissingAndMakeFalse() {
-    MissingSongs check(m_environment, m_table);
-    const std::vector<std::int32_t> missing = check.Find();
-    m_seen = check.TakeSeen();
-    for (const auto& [record, size] : m_seen)
-        m_memory.TakeSize(record, size);
-    const bool losesSongs =
-        std::any_of(missing.begin(), missing.end(), [this](std::int32_t record) {
-            const std::string name = m_table.Text(kFileName, record);
-            return !name.empty() && name != "0";
-        });
-    m_lost.clear();
-    if (!losesSongs || KeepBackup()) {
-        for (const std::int32_t record : missing) {
-            const std::string name = m_table.Text(kFileName, record);
-            if (!name.empty() && name != "0") {
-                m_memory.Clear(record, m_table.Text(kFolder, record), name);
-                m_lost.push_back(record);
-            }
-            for (const Field field : {kPresence, kFolder, kFileName})
-                Mp3Info(field, record, "0");
-        }
-    }
-    return check.TakeListed();
-}
-
-std::size_t clsMain::SongsLostByLastCheck() const {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        m_lost, [this](std::int32_t record) { return IsCleared(m_table, record); }));
-}
-
 bool clsMain::RenumberBasedOnArrayNumber() {
     for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record)
         Mp3Info(kNumber, record, std::to_string(record));
@@ -268,64 +253,6 @@ bool clsMain::RenumberBasedOnArrayNumber() {
 
 std::int32_t clsMain::NumberOrLargest(std::int32_t record) const {
     return m_table.MaybeNumber(kNumber, record).value_or(std::numeric_limits<std::int32_t>::max());
-}
-
-bool clsMain::DeleteIdenticalFileNamesAndPaths() {
-    if (UBoundOfMp3Array() == 0)
-        return true;  // Never an empty table over a file of records.
-    const RecordTable::CellId present = m_table.IdOf("1");
-    const bool byPath = NameRule() == SongIdentity::Rule::OneForEachPath;
-    std::unordered_map<std::string, std::uint64_t> folders;   // numbered, by their small letters
-    std::unordered_map<std::uint64_t, std::int32_t> keepers;  // by file name, and folder if wished
-    keepers.reserve(static_cast<std::size_t>(UBoundOfMp3Array()));
-    std::vector<std::int32_t> dropped;
-    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record) {
-        if (m_table.Id(kPresence, record) != present)
-            continue;
-        std::uint64_t folder = 0;
-        if (byPath)
-            folder = folders
-                         .try_emplace(m_environment.text.ToLower(m_table.Text(kFolder, record)),
-                                      folders.size())
-                         .first->second;
-        const auto [keeper, isFirst] =
-            keepers.try_emplace(folder << 32U | m_table.Id(kFileName, record), record);
-        if (isFirst)
-            continue;
-        const bool isSmaller = NumberOrLargest(record) < NumberOrLargest(keeper->second);
-        dropped.push_back(isSmaller ? std::exchange(keeper->second, record) : record);
-    }
-    const auto isInFile = [this](std::int32_t record) {
-        return NumberOrLargest(record) <= m_recordsInFile;
-    };
-    const bool mayDropOldOnes =
-        std::none_of(dropped.begin(), dropped.end(), isInFile) || KeepBackup();
-    for (const std::int32_t record : dropped)
-        if (mayDropOldOnes || !isInFile(record))
-            Mp3Info(kFileName, record, "");
-    m_environment.events.PumpWithoutInput();
-    const std::int32_t sizeBefore = UBoundOfMp3Array();
-    m_table.RemoveRecordsWithEmpty(kFileName);
-    if (UBoundOfMp3Array() != sizeBefore)
-        m_dirty = true;
-
-    bool inOrder = true;
-    for (std::int32_t record = 2; inOrder && record <= UBoundOfMp3Array(); ++record)
-        inOrder = NumberOrLargest(record - 1) <= NumberOrLargest(record);
-    m_environment.events.PumpWithoutInput();
-    const bool sorted = inOrder || Sort(true, 0, kNumber);
-    m_environment.events.PumpWithoutInput();
-    RememberMoves();
-    return RenumberBasedOnArrayNumber() && Save() && sorted;
-}
-
-// Each record still has the number that it had before records were dropped.
-void clsMain::RememberMoves() {
-    std::unordered_map<std::int32_t, std::int32_t> moved;
-    for (std::int32_t record = 1; record <= UBoundOfMp3Array(); ++record)
-        if (const std::int32_t before = NumberOrLargest(record); before != record)
-            moved.try_emplace(before, record);
-    m_memory.Move(moved);
 }
 
 bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
@@ -353,57 +280,6 @@ bool clsMain::Sort(bool ascending, int /*furtherOption*/, int keyField) {
         return false;
     }
     return true;
-}
-
-bool clsMain::SearchHardDrives() {
-    RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
-    FoundSongs found(m_environment, *this);
-    SongSearch(m_environment, m_progress, found).SearchHardDrives();
-    m_lastSearch = found.Settle();
-    m_environment.events.PumpWithoutInput();
-    return !Mp3MainHasSomeMembers() ||
-           (DeleteIdenticalFileNamesAndPaths() && LoadMain() && WriteOutMp3DirectoryLocations());
-}
-
-bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& listedJustNow) {
-    if (m_settings.NumerOfRecordsInTheMain() < 1)
-        return SearchHardDrives();
-    const std::string list = m_settings.FileContainingTargetDirectories();
-    std::vector<std::string> folders;
-    DiskStatus status = ReadSongFolderList(m_environment, list, folders);
-    if (status.Error() == DiskError::NotFound &&
-        WriteSongFolderList(m_environment, list, m_table).Ok())
-        status = ReadSongFolderList(m_environment, list, folders);
-    if (!status.Ok())
-        m_environment.statusLine.Say("The list of song folders \"" + list +
-                                     "\" can't be read: " + status.Reason() + ".");
-    RenumberBasedOnArrayNumber();
-    FoundSongs found(m_environment, *this);
-    found.Seen(std::exchange(m_seen, {}));
-    SongSearch search(m_environment, m_progress, found);
-    for (const std::string& folder : folders) {
-        if (m_progress.StopRequested())
-            break;
-        if (const auto listed = listedJustNow.find(folder); listed != listedJustNow.end())
-            search.HandOverSongs(folder, listed->second);
-        else
-            search.SearchFolder(folder);
-        m_environment.events.LetEventsThrough();
-    }
-    m_lastSearch = found.Settle();
-    return DeleteIdenticalFileNamesAndPaths() && status.Ok();
-}
-
-bool clsMain::TakeInWhatWasLeftOut() {
-    FoundSongs found(m_environment, *this);
-    for (const FoundOutcome::LeftOut& one : m_lastSearch.leftOut)
-        found.OnSongFound(one.file.folder, one.file.name, one.file.size);
-    const std::int32_t cameBack = m_lastSearch.cameBack;
-    const std::int32_t added = m_lastSearch.added;
-    m_lastSearch = found.Settle();
-    m_lastSearch.cameBack += cameBack;
-    m_lastSearch.added += added;
-    return WriteOutMp3DirectoryLocations();
 }
 
 bool clsMain::WriteOutMp3DirectoryLocations() {

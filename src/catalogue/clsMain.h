@@ -12,6 +12,7 @@
 #include "catalogue/SongIdentity.h"
 #include "catalogue/SongMemory.h"
 #include "platform/Environment.h"
+#include "search/SongDrives.h"
 #include "util/SortCity.h"
 
 namespace tobbin {
@@ -53,15 +54,16 @@ class clsMain {
 
     // Takes in the songs of the listed song folders (see SongIdentity); with no
     // catalogue (the settings count no record), searches every hard drive. A lost list is made anew
-    // from the catalogue. What a check has listed just now is not listed again. Returns whether all
-    // of it succeeded.
-    bool AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders& listedJustNow = {});
+    // from the catalogue. What a check has listed just now, in the same pass, is not listed again.
+    // Returns whether all of it succeeded.
+    bool AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders* maybeListed = nullptr);
 
     // Takes in the songs of every hard drive, then drops duplicates, renumbers, saves, loads again
     // and writes the list of song folders. A search that was stopped keeps what it found.
     bool SearchHardDrives();
 
-    // How many songs the last check has cleared that no search has found since.
+    // How many songs the last check has cleared, or missed on another disk in the place of theirs,
+    // that no search has found since.
     std::size_t SongsLostByLastCheck() const;
 
     // What the last of these two searches found.
@@ -107,6 +109,10 @@ class clsMain {
     bool LoadMain();
     const LoadResult& LastLoad() const { return m_lastLoad; }
 
+    // LoadMain while jukeboxes are open: when it fails, the table stays as it was, and the status
+    // line says why.
+    bool Reload();
+
     bool Mp3MainHasSomeMembers() const { return UBoundOfMp3Array() > 0; }
 
     // Saves the catalogue and writes the list of song folders, each folder once, in ascending
@@ -141,6 +147,15 @@ class clsMain {
     // copy they leave those records alone.
     bool KeepBackup();
 
+    // What there is to say of a search that found nothing: where the person may look instead. Empty
+    // when there is nothing to say.
+    const std::string& SearchRemark() const { return m_searchRemark; }
+
+    // Where the songs lie, as it was found since the last BeginPass, after which every drive is
+    // asked anew. The passes above begin by themselves.
+    void BeginPass();
+    SongDrives& Drives() { return m_drives; }
+
     // Appends a record with rank "2" and returns its number.
     std::int32_t OnSongFound(const std::string& folder, const std::string& name);
 
@@ -168,9 +183,11 @@ class clsMain {
     clsINI& m_settings;
     SortCity& m_sorter;
     Progress& m_progress;
+    SongDrives m_drives;
     RecordTable m_table;
     bool m_dirty = false;
     LoadResult m_lastLoad;
+    std::string m_searchRemark;
     FileState m_fileState = FileState::Unknown;
     std::int32_t m_recordsInFile = 0;  // as last loaded or saved
     PathInfo m_fileInfo;               // likewise; a path that names nothing when it is not known

@@ -135,7 +135,7 @@ AutomaticGroups::Range AutomaticGroups::NewRecordRange(const Jukebox& jukebox) c
 void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoaded,
                                            const std::string& caption) {
     if (!catalogueLoaded)
-        m_catalogue.LoadMain();
+        m_catalogue.Reload();
     std::vector<Jukebox*> picked;
     for (std::size_t i = m_jukeboxes.Count(); i-- > 0;) {
         if (caption.empty() || m_jukeboxes.At(i).DaCaption() == caption)
@@ -155,6 +155,7 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
             continue;
         std::vector<bool> selection;
         SelectSongsNotInFolder(*topLevelAllSongs(), selection);
+        AddUnfiled(*topLevelAllSongs(), selection);
         const bool stopped = !ReadTags(selection, tags);
         // Events went through: nothing that was found before may be trusted.
         if (Folder* const allSongs = IsOpen(*jukebox) ? topLevelAllSongs() : nullptr)
@@ -186,7 +187,16 @@ bool AutomaticGroups::IsOpen(const Jukebox& jukebox) const {
     return false;
 }
 
-// Returns whether all were read.
+// Selects the songs of "All Songs" that still want their groups as well.
+void AutomaticGroups::AddUnfiled(const Folder& allSongs, std::vector<bool>& selection) const {
+    for (const SongItem& song : allSongs.Songs())
+        if (song.IsUnfiled() && song.recordNumber >= 1 &&
+            song.recordNumber <= m_catalogue.UBoundOfMp3Array() &&
+            m_catalogue.IsPresent(song.recordNumber))
+            selection[static_cast<std::size_t>(song.recordNumber)] = true;
+}
+
+// Returns whether all were asked for.
 bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tags) {
     std::vector<std::int32_t> records;
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()); ++record)
@@ -198,6 +208,8 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
             return false;
         const std::int32_t record = records[named++];
         path = record <= m_catalogue.UBoundOfMp3Array() ? m_catalogue.SongPath(record) : "";
+        if (m_catalogue.Drives().MaybeDriveOf(path) == SongDrives::Finding::Away)
+            path.clear();
         return true;
     };
     const auto threads =
@@ -226,7 +238,8 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
             if (isToStop())
                 return false;
         Tag& tag = tags.byRecord[records[taken]];
-        if (readers->Take(texts)) {
+        tag.unread = !readers->Take(texts);
+        if (!tag.unread) {
             tag.artist = tags.texts.Add(FolderTextOf(texts[TagField::Artist]));
             tag.year = tags.texts.Add(FolderTextOf(texts[TagField::Year]));
             tag.genre = tags.texts.Add(texts[TagField::Genre]);
@@ -251,9 +264,38 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
     auto artists = filing(kArtist, GroupFiling::Match::BeginsWith);
     auto years = filing(kYear, GroupFiling::Match::BeginsWith);
 
+    SongsToAdd additions;
+    const auto file = [&](const SongItem& song, const Tag& tag) {
+        const std::string artist(tags.texts.Text(tag.artist));
+        if (artists && !artist.empty())
+            additions.Add(artists->FolderFor(artist), song);
+        const std::string year(tags.texts.Text(tag.year));
+        if (years && BeginsWithNumberOtherThanZero(year)) {
+            additions.Add(years->FolderFor(year), song);
+            if (Folder* const decade = decades.MaybeFor(year))
+                additions.Add(*decade, song);
+        }
+        const std::string genre(tags.texts.Text(tag.genre));
+        if (genres && !genre.empty() && genre != "None")
+            additions.Add(genres->FolderFor(genre), song);
+    };
     std::vector<bool> selection;
     SelectSongsNotInFolder(allSongs, selection);
-    SongsToAdd additions;
+
+    // Songs that came in earlier, and can be read only now.
+    std::vector<SongItem> known = allSongs.Songs();
+    bool filedLater = false;
+    for (SongItem& song : known) {
+        const auto tag = tags.byRecord.find(song.recordNumber);
+        if (!song.IsUnfiled() || tag == tags.byRecord.end() || tag->second.unread)
+            continue;
+        song.selectedImage = song.image;
+        file(song, tag->second);
+        filedLater = true;
+    }
+    if (filedLater)
+        jukebox.SetSongs(allSongs, std::move(known));
+
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()); ++record) {
         const auto tag = tags.byRecord.find(record);
         if (!selection[static_cast<std::size_t>(record)] || tag == tags.byRecord.end())
@@ -264,22 +306,13 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         const SongItem song =
             jukebox.MakeItem(m_catalogue.Mp3Info(clsMain::kFileName, record),
                              number >= 1 ? number : record, m_catalogue.Rank(record));
-        additions.Add(allSongs, song);
+        SongItem inAllSongs = song;
+        if (tag->second.unread)
+            inAllSongs.selectedImage = SongItem::kUnfiled;
+        additions.Add(allSongs, inAllSongs);
         if (newIsTopLevel)
             additions.Add(*maybeNew, song);
-
-        const std::string artist(tags.texts.Text(tag->second.artist));
-        if (artists && !artist.empty())
-            additions.Add(artists->FolderFor(artist), song);
-        const std::string year(tags.texts.Text(tag->second.year));
-        if (years && BeginsWithNumberOtherThanZero(year)) {
-            additions.Add(years->FolderFor(year), song);
-            if (Folder* const decade = decades.MaybeFor(year))
-                additions.Add(*decade, song);
-        }
-        const std::string genre(tags.texts.Text(tag->second.genre));
-        if (genres && !genre.empty() && genre != "None")
-            additions.Add(genres->FolderFor(genre), song);
+        file(song, tag->second);
     }
     additions.AppendTo(jukebox, m_environment.events);
 }

@@ -16,7 +16,9 @@
 namespace tobbin {
 
 // Fills the folders "All Songs", "New", "Decades", "Genre", "Artist" and "Year" of open jukeboxes
-// with the catalogue's songs that their "All Songs" does not hold yet, by the songs' tags.
+// with the catalogue's songs that their "All Songs" does not hold yet, by the songs' tags. A
+// song whose tag can't be read, since its drive is away, another program holds it or it would have
+// to be fetched from a store, gets its groups in the first run that can read it.
 class AutomaticGroups {
  public:
     AutomaticGroups(Environment& environment, clsMain& catalogue, OpenJukeboxes& jukeboxes);
@@ -63,6 +65,7 @@ class AutomaticGroups {
         std::uint32_t artist = 0;
         std::uint32_t year = 0;
         std::uint32_t genre = 0;
+        bool unread = false;  // its file can't be read now
     };
     // The tags that one run has read, by catalogue record, so that several jukeboxes share them.
     struct TagsRead {
@@ -71,6 +74,7 @@ class AutomaticGroups {
     };
 
     bool IsOpen(const Jukebox& jukebox) const;
+    void AddUnfiled(const Folder& allSongs, std::vector<bool>& selection) const;
     bool ReadTags(const std::vector<bool>& selection, TagsRead& tags);
     void Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags);
 
@@ -79,7 +83,7 @@ class AutomaticGroups {
     OpenJukeboxes& m_jukeboxes;
     Progress* m_progress = nullptr;
     bool m_building = false;
-    bool m_takesInput = true;  // while tags are read
+    bool m_takesInput = true;                            // while tags are read
     std::vector<std::unique_ptr<TagReaders>> m_stopped;  // may still be reading a song each
 };
 

@@ -18,6 +18,11 @@ struct SongItem {
     std::int8_t selectedImage = 0;
     bool operator==(const SongItem&) const = default;
     bool IsMissing() const { return recordNumber < 1; }
+
+    // In "All Songs": the song's tag could not be read yet, and its groups are still to come. Any
+    // other song has its rank as its selected image, too.
+    static constexpr std::int8_t kUnfiled = 0;
+    bool IsUnfiled() const { return selectedImage == kUnfiled; }
 };
 static_assert(sizeof(SongItem) == 12);
 

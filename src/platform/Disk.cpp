@@ -6,7 +6,24 @@
 namespace tobbin {
 namespace {
 
-constexpr char kUnfinished[] = ".new";  // follows the name of the file to be
+// These follow the name of the file to be: the one that shall replace a file, and one that is the
+// first of its name. Only the former can be told to be whole where the name is missing.
+constexpr std::string_view kReplacement = ".new";
+constexpr std::string_view kFirst = ".tmp";
+
+// Names that are saved here; whatever else ends so is somebody else's.
+bool IsSavedHere(std::string_view name) {
+    for (const std::string_view ending : {".lmz", ".ini", ".juk", ".poc", ".bak"})
+        if (name.ends_with(ending))
+            return true;
+    return false;
+}
+
+// Ends a save that was cut short between the two steps of replacing. Returns whether there was one.
+bool FinishReplacing(Disk& disk, const std::string& path) {
+    const std::string replacement = path + std::string(kReplacement);
+    return FileExists(disk, replacement) && disk.Replace(replacement, path).Ok();
+}
 
 // Carries out the operation, again and again while another program holds its file: a virus scanner
 // or a backup lets go soon. On a busy computer a try may take long, so that the time counts as
@@ -124,19 +141,30 @@ DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::uint64_t limi
                          std::string& bytes) try {
     std::unique_ptr<File> file;
     const auto open = [&] { return disk.Open(path, OpenMode::Read, file); };
-    const DiskStatus status = WithRetries(disk, open);
+    DiskStatus status = WithRetries(disk, open);
+    if (status.Error() == DiskError::NotFound && FinishReplacing(disk, path))
+        status = WithRetries(disk, open);
     return status.Ok() ? ReadAll(*file, limit, bytes) : status;
 } catch (const std::bad_alloc&) {
     return DiskStatus(DiskError::OutOfMemory);
 }
 
+DiskStatus HoldFile(Disk& disk, const std::string& path, std::unique_ptr<File>& file) {
+    return WithRetries(disk, [&] { return disk.Open(path, OpenMode::Hold, file); });
+}
+
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes) {
-    const std::string newPath = path + kUnfinished;
+    const bool replaces = FileExists(disk, path);
+    const std::string newPath = path + std::string(replaces ? kReplacement : kFirst);
     DiskStatus status = WriteNewFile(disk, newPath, bytes);
-    if (status.Ok())
+    const bool isWhole = status.Ok();
+    if (isWhole)
         status = WithRetries(disk, [&] { return disk.Replace(newPath, path); });
-    if (!status.Ok())
-        static_cast<void>(disk.Remove(newPath));  // The first error is the one to tell.
+    // The first error is the one to tell. A whole file stays where the old one went already.
+    PathInfo old;
+    if (!status.Ok() &&
+        !(isWhole && replaces && disk.Stat(path, old).Ok() && old.kind == PathKind::Nothing))
+        static_cast<void>(disk.Remove(newPath));
     return status;
 }
 
@@ -150,19 +178,20 @@ DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::stri
     return SaveWholeFile(disk, path, bytes);
 }
 
-void RemoveUnfinishedFiles(Disk& disk, const std::string& folder) {
+void FinishOrRemoveNewFiles(Disk& disk, const std::string& folder) {
     FolderListing listing;
     if (!disk.List(folder, listing).Ok())
         return;
     for (const FolderEntry& entry : listing.entries) {
-        const std::string_view name = entry.name;
-        if (entry.isFolder || !name.ends_with(kUnfinished))
+        const bool replaces = entry.name.ends_with(kReplacement);
+        if (entry.isFolder || (!replaces && !entry.name.ends_with(kFirst)))
             continue;
-        // Only behind the names that are saved here: any other is somebody else's.
-        const std::string_view saved = name.substr(0, name.size() - sizeof(kUnfinished) + 1);
-        for (const std::string_view ending : {".lmz", ".ini", ".juk", ".poc", ".bak"})
-            if (saved.ends_with(ending))
-                static_cast<void>(disk.Remove(folder + entry.name));
+        const std::string saved = entry.name.substr(0, entry.name.size() - kReplacement.size());
+        PathInfo old;
+        if (!IsSavedHere(saved) || !disk.Stat(folder + saved, old).Ok())
+            continue;
+        if (old.kind == PathKind::File || !replaces || !FinishReplacing(disk, folder + saved))
+            static_cast<void>(disk.Remove(folder + entry.name));
     }
 }
 

@@ -108,6 +108,7 @@ enum class OpenMode {
     ReadIfHere,  // the same, but fails with NotHere where a cloud store would have to fetch it
     Create,      // a new file, or an existing one emptied
     Update,      // an existing file, for reading and writing in place
+    Hold,        // a file that nobody else can open meanwhile; it goes when it is closed
 };
 
 // Files and folders. Paths are absolute, with "\" between their parts, of any length.
@@ -154,22 +155,29 @@ constexpr std::uint64_t Megabytes(std::uint64_t count) {
     return count << 20U;
 }
 
+// Holds a file (OpenMode::Hold) as a sign for others; one that another program holds is tried again
+// for a second or so.
+DiskStatus HoldFile(Disk& disk, const std::string& path, std::unique_ptr<File>& file);
+
 // The whole content of a file of up to `limit` bytes; of a larger one nothing is read. A file that
-// another program holds is tried again for a second or so.
+// another program holds is tried again for a second or so. Where the file is missing and a whole
+// new one stands beside it (see SaveWholeFile), that one is put in its place first.
 DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::uint64_t limit,
                          std::string& bytes);
 
 // Saves a file of the user's: writes a new file beside the old one, flushes it to the disk and puts
 // it in the old one's place in one step. At every moment the name holds the whole old content or
-// the whole new one. On an error the old file is as it was and the new one is removed. A file that
-// another program holds is tried again for a second or so.
+// the whole new one; on a drive that can't replace in one step (FAT) it may be missing after a
+// crash, and the new file beside it is whole. On an error the old file is as it was and the new one
+// is removed. A file that another program holds is tried again for a second or so.
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes);
 
 // SaveWholeFile, but leaves a file alone that holds just these bytes already.
 DiskStatus SaveWholeFileIfChanged(Disk& disk, const std::string& path, std::string_view bytes);
 
-// Removes from a folder (which ends in "\") what saves that were cut short left beside the files.
-void RemoveUnfinishedFiles(Disk& disk, const std::string& folder);
+// Brings a folder (which ends in "\") in order after saves that were cut short: a whole new file
+// beside a missing one takes its place, everything else that they left is removed.
+void FinishOrRemoveNewFiles(Disk& disk, const std::string& folder);
 
 // Renames a file that could not be understood to a name beside it that is free: the path with its
 // extension replaced by ".bad", then ".bad2", ".bad3" and so on. Returns that name in `keptAs`.

@@ -2,6 +2,9 @@
 
 #include <winternl.h>
 
+#include <functional>
+#include <string_view>
+
 #include "platform/DiskError_win32.h"
 #include "platform/File_win32.h"
 #include "platform/FolderListing_win32.h"
@@ -50,14 +53,28 @@ std::uint64_t IndexOf(HANDLE folder) {
     return NT_SUCCESS(status) ? static_cast<std::uint64_t>(info.IndexNumber.QuadPart) : 0;
 }
 
+// The volume of an open folder, by the name that the system gives to each: a cloned disk has the
+// serial number of the other. Nothing where neither can be told.
+std::optional<std::uint64_t> MaybeVolumeOf(HANDLE folder) {
+    constexpr DWORD kHow = FILE_NAME_OPENED | VOLUME_NAME_GUID;
+    std::wstring path(GetFinalPathNameByHandleW(folder, nullptr, 0, kHow), L'\0');
+    const DWORD length =
+        GetFinalPathNameByHandleW(folder, path.data(), static_cast<DWORD>(path.size()), kHow);
+    if (const std::size_t end = path.find(L'}'); length > 0 && end != std::wstring::npos)
+        return std::hash<std::wstring_view>()(std::wstring_view(path).substr(0, end));
+    BY_HANDLE_FILE_INFORMATION info = {};
+    if (!GetFileInformationByHandle(folder, &info))
+        return std::nullopt;
+    return info.dwVolumeSerialNumber;
+}
+
 // The identity of an open folder; nothing where the file system gives none.
 std::optional<FolderId> MaybeId(HANDLE folder, std::optional<std::uint64_t> volume) {
     const std::uint64_t index = IndexOf(folder);
     if (index == 0 || index == ~std::uint64_t{0})
         return std::nullopt;
-    BY_HANDLE_FILE_INFORMATION info = {};
-    if (!volume && GetFileInformationByHandle(folder, &info))
-        volume = info.dwVolumeSerialNumber;
+    if (!volume)
+        volume = MaybeVolumeOf(folder);
     return volume ? std::optional(FolderId{*volume, index}) : std::nullopt;
 }
 
@@ -136,11 +153,28 @@ DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_
     const std::wstring longPath = LongPath(path);
     if (mode == OpenMode::ReadIfHere && IsPlaceholder(longPath))
         return DiskStatus(DiskError::NotHere);
-    const bool writes = mode == OpenMode::Create || mode == OpenMode::Update;
-    UniqueFile handle(CreateFileW(
-        longPath.c_str(), writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
-        writes ? FILE_SHARE_READ : kShareAll, nullptr,
-        mode == OpenMode::Create ? CREATE_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD access = GENERIC_READ | GENERIC_WRITE, share = FILE_SHARE_READ, how = OPEN_EXISTING;
+    DWORD flags = FILE_ATTRIBUTE_NORMAL;
+    switch (mode) {
+        case OpenMode::Read:
+        case OpenMode::ReadIfHere:
+            access = GENERIC_READ;
+            share = kShareAll;
+            break;
+        case OpenMode::Create:
+            how = CREATE_ALWAYS;
+            break;
+        case OpenMode::Update:
+            break;
+        case OpenMode::Hold:
+            access |= DELETE;
+            share = 0;
+            how = OPEN_ALWAYS;
+            flags = FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE;
+            break;
+    }
+    UniqueFile handle(
+        CreateFileW(longPath.c_str(), access, share, nullptr, how, flags, nullptr));
     if (!handle)
         return LastStatus();
     file = std::make_unique<SystemFile>(std::move(handle));

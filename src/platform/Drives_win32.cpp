@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include "platform/Process_win32.h"
 #include "platform/TreeSearch_win32.h"
 #include "platform/Wide_win32.h"
+#include "util/Text.h"
 
 namespace tobbin {
 
@@ -29,6 +31,19 @@ bool SystemDrives::IsReachable(const std::string& root) {
     // of a drive that is away, and some network drives tell none.
     return GetFileAttributesW(Wide(root).c_str()) != INVALID_FILE_ATTRIBUTES ||
            GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+std::string SystemDrives::SystemRoot() {
+    return RootOfPath(SystemFolder());
+}
+
+std::optional<std::uint64_t> SystemDrives::MaybeVolume(const std::string& root) {
+    DWORD serial = 0;
+    if (!GetVolumeInformationW(Wide(root).c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr,
+                               0) ||
+        serial == 0)
+        return std::nullopt;
+    return serial;
 }
 
 std::optional<std::string> SystemDrives::MaybeFindBelow(const std::string& root,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -15,6 +16,8 @@ class SystemDrives : public Drives {
     std::vector<std::string> Roots() override;
     unsigned Type(const std::string& root) override;
     bool IsReachable(const std::string& root) override;
+    std::string SystemRoot() override;
+    std::optional<std::uint64_t> MaybeVolume(const std::string& root) override;
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
                                               const std::function<bool()>& keepOn) override;
 };

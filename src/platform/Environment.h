@@ -28,6 +28,13 @@ class Drives {
     // Whether the drive with this root can be read now.
     virtual bool IsReachable(const std::string& root) = 0;
 
+    // The drive that the system itself is on, such as "C:\".
+    virtual std::string SystemRoot() = 0;
+
+    // The number of the volume that answers under the root of a drive or network share now; nothing
+    // where it can't be told.
+    virtual std::optional<std::uint64_t> MaybeVolume(const std::string& root) = 0;
+
     // The full path of the first file of this name (case does not count) that the system's own
     // tree search finds below a root; nothing without one. Calls `keepOn` every few milliseconds
     // meanwhile and ends without a result once that answers false.
@@ -116,6 +123,13 @@ class EventPump {
     // Lets the windows be painted and answer, but take no input: for work in the middle of which no
     // command may run. As cheap.
     virtual void PumpWithoutInput() {}
+
+    // Does work that may wait long for the outside, such as a drive that is asleep or away, while
+    // events go through. The work runs on another thread and owns all that it changes. Returns
+    // false as soon as `keepOn`, which is asked every few milliseconds, does: the work then ends by
+    // itself, and nobody may look at what it has done.
+    virtual bool RunAside(const std::function<void()>& work,
+                          const std::function<bool()>& keepOn) = 0;
 };
 
 // The clock and chance.

@@ -37,6 +37,14 @@ void SystemEventPump::PumpWithoutInput() {
     m_lastLook = GetTickCount64();
 }
 
+bool SystemEventPump::RunAside(const std::function<void()>& work,
+                               const std::function<bool()>& keepOn) {
+    return tobbin::RunAside(work, [&] {
+        LetEventsThrough();
+        return !m_quitRequested && keepOn();
+    });
+}
+
 int SystemEventPump::RunUntilQuit() {
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

@@ -4,11 +4,10 @@
 
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
-#include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
+#include "platform/WindowAnswers_win32.h"
 
 namespace tobbin {
 namespace {
@@ -28,8 +27,7 @@ SearchTreeForFileFunction MaybeLoadSearch() {
 
 // Shared with the thread, so that either may end first.
 struct Task {
-    std::wstring root, fileName, found;
-    UniqueKernelObject done{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+    std::wstring root, fileName, found = {};
 };
 
 void Run(const Task& task, std::wstring& found) {
@@ -47,19 +45,9 @@ void Run(const Task& task, std::wstring& found) {
 std::optional<std::string> FindBelowWithSystemSearch(const std::string& root,
                                                      const std::string& fileName,
                                                      const std::function<bool()>& keepOn) {
-    const auto task = std::make_shared<Task>();
-    if (!task->done)
+    const auto task = std::make_shared<Task>(Wide(root), Wide(fileName));
+    if (!RunAside([task] { Run(*task, task->found); }, keepOn))
         return std::nullopt;
-    task->root = Wide(root);
-    task->fileName = Wide(fileName);
-    std::thread([task] {
-        Run(*task, task->found);
-        SetEvent(task->done.Get());
-    }).detach();
-    const HANDLE done = task->done.Get();
-    while (MsgWaitForMultipleObjects(1, &done, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
-        if (!keepOn())
-            return std::nullopt;
     if (task->found.empty())
         return std::nullopt;
     return Utf8(task->found);

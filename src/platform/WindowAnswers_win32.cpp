@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -78,6 +79,31 @@ void RunOnWorker(const std::function<void()>& work) {
     if (maybeCursor)
         SetCursor(*maybeCursor);
     thread.join();
+}
+
+bool RunAside(const std::function<void()>& work, const std::function<bool()>& keepOn) {
+    const auto done =
+        std::make_shared<UniqueKernelObject>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    bool started = false;
+    try {
+        if (*done) {
+            std::thread([work, done] {
+                work();
+                SetEvent(done->Get());
+            }).detach();
+            started = true;
+        }
+    } catch (const std::system_error&) {  // no room for another thread
+    }
+    if (!started) {
+        work();
+        return true;
+    }
+    const HANDLE handle = done->Get();
+    while (MsgWaitForMultipleObjects(1, &handle, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
+        if (!keepOn())
+            return false;
+    return true;
 }
 
 }  // namespace tobbin

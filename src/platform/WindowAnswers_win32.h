@@ -19,4 +19,9 @@ void PumpWithoutInputFor(unsigned milliseconds);
 // slow disk, on a thread of its own; the windows answer meanwhile.
 void RunOnWorker(const std::function<void()>& work);
 
+// Does work on a thread of its own that may end later than the caller, and so owns all it touches.
+// Calls `keepOn` every few milliseconds and whenever a message waits, and returns false once that
+// answers false. Without room for another thread the work is done here.
+bool RunAside(const std::function<void()>& work, const std::function<bool()>& keepOn);
+
 }  // namespace tobbin

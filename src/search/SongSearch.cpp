@@ -80,24 +80,25 @@ std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
     return std::hash<std::uint64_t>()(id.index * 0x9E3779B97F4A7C15U ^ id.volume);
 }
 
-void SongSearch::SearchHardDrives() {
+bool SongSearch::SearchHardDrives() {
     m_entered.clear();
+    bool searched = false;
     for (const std::string& root : m_environment.drives.Roots()) {
         for (int i = 0; i < kYieldsBeforeADrive; ++i)
             m_environment.events.LetEventsThrough();
         m_progress.Show("Looking for Mp3s in " + root);
-        if (IsHardDrive(m_environment, root))
+        if (IsHardDrive(m_environment, root)) {
+            searched = true;
             WalkTree(root);
+        }
         if (m_progress.StopRequested())
-            return;
+            break;
     }
+    return searched;
 }
 
-void SongSearch::SearchFolder(const std::string& folder) {
-    FolderListing listing;
-    const std::string withSeparator = FolderWithSeparator(folder);
-    if (m_environment.disk.List(withSeparator, listing).Ok())
-        HandOverSongs(withSeparator, SongsIn(listing));
+void SongSearch::SearchFolder(const std::string& folder, const FolderListing& listing) {
+    HandOverSongs(folder, SongsIn(listing));
 }
 
 // The folders that wait are kept in a list of our own, the next one last, so that folders nested
@@ -122,7 +123,7 @@ void SongSearch::WalkTree(const std::string& root) {
         // A link may lead back to a folder above it, or to one that was searched already.
         if (listing.id && !m_entered.insert(*listing.id).second)
             continue;
-        HandOverSongs(folder, SongsIn(listing));
+        SearchFolder(folder, listing);
         for (auto entry = listing.entries.rbegin(); entry != listing.entries.rend(); ++entry) {
             if (!entry->isFolder)
                 continue;

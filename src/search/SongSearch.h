@@ -42,11 +42,11 @@ class SongSearch {
     SongSearch(Environment& environment, Progress& progress, SongSink& sink);
 
     // Searches every hard drive with all folders. A stop request ends the search; what was found
-    // so far has been handed over.
-    void SearchHardDrives();
+    // so far has been handed over. Returns whether there was a drive to be searched.
+    bool SearchHardDrives();
 
-    // Searches one folder without the folders in it.
-    void SearchFolder(const std::string& folder);
+    // Searches one folder (ending in "\"), as it was listed, without the folders in it.
+    void SearchFolder(const std::string& folder, const FolderListing& listing);
 
     // The same with a folder that was listed just now: `songs` are the songs in it.
     void HandOverSongs(const std::string& folder, const std::vector<FolderEntry>& songs);

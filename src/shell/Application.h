@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue/clsINI.h"
@@ -60,6 +61,9 @@ class Application : public OpenJukeboxes {
         return {m_environment, m_catalogue, m_settings, m_sorter, m_clipboard, *this, m_groups};
     }
 
+    // Keeps a file open until the program ends.
+    void KeepOpen(std::unique_ptr<File> file) { m_keptOpen.push_back(std::move(file)); }
+
     // The open jukeboxes, in the order of their opening. A jukebox lives until its window closes.
     Jukebox& AddJukebox(std::unique_ptr<Jukebox> jukebox);
     // The jukebox of a file; null where it can't be loaded, and the status line says why.
@@ -72,6 +76,7 @@ class Application : public OpenJukeboxes {
  private:
     Environment& m_environment;
     ProgramFolders m_folders;
+    std::vector<std::unique_ptr<File>> m_keptOpen;
     ProgressRelay m_longWork;
     clsINI m_settings;
     SortCity m_sorter;

@@ -38,10 +38,13 @@ int Run() {
         return 0;
 
     WindowsEnvironment environment;
-    if (outcome == SingleInstance::Outcome::NoAnswer) {  // two must not write to one folder
+    const bool noAccess = outcome == SingleInstance::Outcome::NoAccess;
+    if (noAccess || outcome == SingleInstance::Outcome::NoAnswer) {
         environment.Interfaces().dialogs.Tell(
-            "Tobbin is running already, but doesn't answer.  Wait until it does, or end it in the "
-            "Task Manager, and start Tobbin again.",
+            noAccess ? "Tobbin is running already as administrator.  Go on there, or close it and "
+                       "start Tobbin again."
+                     : "Tobbin is running already, but doesn't answer.  Wait until it does, or end "
+                       "it in the Task Manager, and start Tobbin again.",
             BoxIcon::Stop);
         return 1;
     }

@@ -44,6 +44,8 @@ void NewSongs::Search(bool wholeComputer) {
         return;
     const std::int32_t found = catalogue.LastSearch().added;
     std::string line = "No new songs were found.";
+    if (found == 0 && !catalogue.SearchRemark().empty())
+        line += "  " + catalogue.SearchRemark();
     if (found > 0)
         line = Counted(static_cast<std::size_t>(found), "new song") +
                (found == 1 ? " was found." : " were found.");

@@ -195,7 +195,7 @@ bool RecoveredJukeboxes::IsTaken(std::string_view path) const {
 std::vector<std::string> RecoveredJukeboxes::LeftBehind() const {
     std::vector<std::string> paths;
     for (const std::string& folder : Folders()) {
-        RemoveUnfinishedFiles(m_environment.disk, folder);
+        FinishOrRemoveNewFiles(m_environment.disk, folder);
         FolderListing listing;
         if (!m_environment.disk.List(folder, listing).Ok())
             continue;

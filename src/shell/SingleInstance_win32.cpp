@@ -44,12 +44,14 @@ std::wstring NameFor(const std::string& applicationFolder) {
 SingleInstance::SingleInstance(const std::string& applicationFolder)
     : m_name(NameFor(applicationFolder)) {
     m_mutex = UniqueKernelObject(CreateMutexW(nullptr, FALSE, (L"Local\\" + m_name).c_str()));
-    m_first = !m_mutex || TakesPlace(0);
+    m_first = TakesPlace(0);
 }
 
 // The mutex is owned by the first program's thread, so that the system gives it to the next one in
 // the moment in which that ends, however it does.
 bool SingleInstance::TakesPlace(DWORD milliseconds) const {
+    if (!m_mutex)
+        return false;
     const DWORD result = WaitForSingleObject(m_mutex.Get(), milliseconds);
     return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
 }
@@ -79,6 +81,8 @@ SingleInstance::Outcome SingleInstance::HandOver(const std::vector<std::string>&
             return Outcome::IsFirstNow;
         }
         const HWND window = MaybeFirstWindow();
+        if (window == nullptr && !m_mutex)
+            return Outcome::Unknown;
         if (window == nullptr)
             continue;
         DWORD process = 0;
@@ -88,6 +92,10 @@ SingleInstance::Outcome SingleInstance::HandOver(const std::vector<std::string>&
         if (SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data),
                                 SMTO_NORMAL, kAnswerLimit, &answer) != 0)
             return Outcome::HandedOver;
+        if (GetLastError() == ERROR_ACCESS_DENIED)
+            return Outcome::NoAccess;
+        if (!m_mutex)
+            Sleep(kTryPause);
     }
     return Outcome::NoAnswer;
 }

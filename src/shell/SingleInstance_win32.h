@@ -10,15 +10,16 @@
 
 namespace tobbin {
 
-// One program at a time works on one data folder. A second start of the program of the same folder
-// finds the first one, hands it its files and ends.
+// A second start of the program of the same folder finds the first one, hands it its files and
+// ends. It sees only what runs in the same session with the same rights; that one program at a time
+// writes the data folder is what the file held in it is for (see StartUp).
 class SingleInstance {
  public:
     // `applicationFolder` ends in "\".
     explicit SingleInstance(const std::string& applicationFolder);
 
-    // Whether this program is the first one. It is until it ends; it then leaves its place to one
-    // that is waiting in HandOver, killed or not.
+    // Whether this program is the first one; not where that can't be found out. It is until it
+    // ends; it then leaves its place to one that is waiting in HandOver, killed or not.
     bool IsFirst() const { return m_first; }
 
     // Marks the window that takes what a second start hands over.
@@ -28,6 +29,8 @@ class SingleInstance {
         HandedOver,
         IsFirstNow,  // the other one has ended, and this program stands in its place
         NoAnswer,    // the other one is there, but doesn't answer
+        NoAccess,    // the other one is there, but runs with more rights
+        Unknown,     // nobody can tell whether there is another one
     };
     // Hands the files' full paths to the first program, which comes forward. Waits for its window
     // to appear and to answer, half a minute at most.

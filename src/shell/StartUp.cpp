@@ -53,6 +53,14 @@ DiskStatus TryToWriteIn(Disk& disk, const std::string& folder) {
     return status.Ok() ? removed : status;
 }
 
+void SayNotWritable(Environment& environment, const std::string& folder, const DiskStatus& why) {
+    environment.dialogs.Tell("Tobbin can't write to its data folder \"" + folder +
+                                 "\": " + why.Reason() +
+                                 ".  Move Tobbin's own folder to a place where you may write, or "
+                                 "get the right to write there, and start Tobbin again.",
+                             BoxIcon::Stop);
+}
+
 }  // namespace
 
 StartUp::StartUp(Application& application, StartUpView& view)
@@ -93,19 +101,35 @@ bool StartUp::PrepareDataFolders() {
         DiskStatus status;
         if (!FolderExists(m_environment.disk, folder))
             status = m_environment.disk.CreateFolder(folder);
-        if (status.Ok())
+        if (status.Ok() && folder == dataFolder && !HoldDataFolder(folder))
+            return false;
+        if (status.Ok() && folder != dataFolder)
             status = TryToWriteIn(m_environment.disk, folder);
         if (!status.Ok()) {
-            m_environment.dialogs.Tell(
-                "Tobbin can't write to its data folder \"" + folder + "\": " + status.Reason() +
-                    ".  Move Tobbin's own folder to a place where you may write, or get the right "
-                    "to write there, and start Tobbin again.",
-                BoxIcon::Stop);
+            SayNotWritable(m_environment, folder, status);
             return false;
         }
-        RemoveUnfinishedFiles(m_environment.disk, folder);
+        FinishOrRemoveNewFiles(m_environment.disk, folder);
     }
     return true;
+}
+
+// One program at a time writes a data folder, whoever runs it on whatever computer.
+bool StartUp::HoldDataFolder(const std::string& folder) {
+    std::unique_ptr<File> held;
+    const DiskStatus status = HoldFile(m_environment.disk, folder + "InUse.lock", held);
+    if (status.Error() == DiskError::SharingViolation)
+        m_environment.dialogs.Tell(
+            "The data folder \"" + folder +
+                "\" is in use by another Tobbin: one that another person has open on this "
+                "computer, that runs as administrator, or that runs on another computer.  Two must "
+                "not write to one folder.  Close the other one, and start Tobbin again.",
+            BoxIcon::Stop);
+    else if (!status.Ok())
+        SayNotWritable(m_environment, folder, status);
+    else
+        m_application.KeepOpen(std::move(held));
+    return status.Ok();
 }
 
 // Settings that can't be read, or that can't be kept aside when they are damaged, are no reason to
@@ -115,8 +139,9 @@ bool StartUp::PrepareSettings() {
     const std::string path = settings.SettingsPath();
     const LoadResult result = settings.GetandLoadIniInfo(path);
     if (result.outcome == LoadOutcome::Loaded) {
-        UseOwnDataWhereTheirsIsGone();
-        return true;
+        UseOwnData();
+        const std::string& folder = settings.LocOfGroupingDir();
+        return folder == m_application.DataFolder() || HoldDataFolder(folder);
     }
     std::string keptAs;
     DiskStatus status;
@@ -143,19 +168,38 @@ bool StartUp::HasFolder(const std::string& folder) {
     return !RootOfPath(folder).empty() && FolderExists(m_environment.disk, folder);
 }
 
-// The program's folder was moved, or copied to another computer, with its data; or the settings
-// were edited by hand, and a folder lost its last "\" or stands there no more.
-void StartUp::UseOwnDataWhereTheirsIsGone() {
+// The program's folder was moved, or copied with its data, so that the settings name the folder it
+// came from; or they were edited by hand, and a folder lost its last "\" or stands there no more. A
+// data folder with settings in it belongs to a program of its own.
+void StartUp::UseOwnData() {
     clsINI& settings = m_application.Settings();
+    const std::string own = m_application.DataFolder();
     const std::string theirs = FolderWithSeparator(settings.LocOfGroupingDir());
-    const bool hasTheirs = HasFolder(theirs);
-    settings.LocOfGroupingDir(hasTheirs ? theirs : m_application.DataFolder());
-    const bool hasList = HasFolder(FolderOfPath(settings.FileContainingTargetDirectories()));
-    if (hasTheirs && hasList)
+    const bool isOwn = theirs == own;
+    const bool isAnothers =
+        !isOwn && FileExists(m_environment.disk, theirs + "System\\TheOrganizer.ini");
+    const bool serves = isOwn || (!isAnothers && HasFolder(theirs));
+    settings.LocOfGroupingDir(serves ? theirs : own);
+    if (serves && HasFolder(FolderOfPath(settings.FileContainingTargetDirectories())))
         return;
-    settings.FileContainingTargetDirectories(m_application.DataFolder() +
-                                             "System\\LocOfMainTargetFiles.lmz");
+    settings.FileContainingTargetDirectories(own + "System\\LocOfMainTargetFiles.lmz");
+    if (!serves) {
+        const std::string second = InOwnFolder(settings.LocSecToLastSavedJukeBox(), theirs);
+        const std::string third = InOwnFolder(settings.LocOfThirdToLastSaveJukeBox(), theirs);
+        settings.LocOfLastSavedJukeBox(InOwnFolder(settings.LocOfLastSavedJukeBox(), theirs));
+        settings.LocSecToLastSavedJukeBox(second);
+        settings.LocOfThirdToLastSaveJukeBox(third);
+    }
     settings.Save(settings.SettingsPath());
+}
+
+// The file of the own data folder that stands for one of theirs, where there is one.
+std::string StartUp::InOwnFolder(const std::string& path, const std::string& theirs) {
+    const SystemText& text = m_environment.text;
+    if (!text.ToLower(path).starts_with(text.ToLower(theirs)))
+        return path;
+    const std::string own = m_application.DataFolder() + path.substr(theirs.size());
+    return FileExists(m_environment.disk, own) ? own : path;
 }
 
 bool StartUp::PlayerIsThere() {
@@ -226,9 +270,9 @@ void StartUp::BringCatalogueUpToDate() {
     clsMain& catalogue = m_application.Catalogue();
     if (!catalogue.Mp3MainHasSomeMembers())
         return;
-    ShowWork("Looking at the folders of your songs . . .");
-    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(
-        catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse());
+    ShowWork(kLookingAtFolders);
+    const ListedFolders listed = catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    catalogue.AddAnyAdditionalMp3FromTheNormalDirectories(&listed);
     m_view.ShowProgressArea(false);
     SettleSongsOfOneName(m_application, false);
     if (const std::size_t lost = catalogue.SongsLostByLastCheck(); lost > 0)
@@ -249,6 +293,8 @@ void StartUp::ShowWork(const std::string& text) {
 void StartUp::SearchForSongs() {
     m_view.ShowProgressArea(true);
     m_application.Catalogue().SearchHardDrives();
+    if (const std::string& remark = m_application.Catalogue().SearchRemark(); !remark.empty())
+        m_environment.statusLine.Say(remark);
     m_view.ShowProgressArea(false);
     if (const std::string line = SettleSongsOfOneName(m_application, false); !line.empty())
         m_environment.statusLine.Say(line);
@@ -268,7 +314,7 @@ void StartUp::OpenFirstJukebox() {
 
 Jukebox* StartUp::MaybeLastJukebox() {
     const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
-    if (path.empty() || !FileExists(m_environment.disk, path))
+    if (path.empty())
         return nullptr;
     ShowWork("Opening " + path + " . . .");
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);

@@ -48,7 +48,9 @@ class StartUp {
     bool PrepareDataFolders();
     bool PrepareSettings();
     bool HasFolder(const std::string& folder);
-    void UseOwnDataWhereTheirsIsGone();
+    bool HoldDataFolder(const std::string& folder);
+    void UseOwnData();
+    std::string InOwnFolder(const std::string& path, const std::string& theirs);
     bool PlayerIsThere();
     bool PlayerIsGone();
     void FindPlayer();

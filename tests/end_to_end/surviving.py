@@ -17,7 +17,8 @@ OPEN = 1002  # of src/ui/Commands.h
 
 
 def data():
-    return {path: path.read_bytes() for path in GROUPING.rglob("*") if path.is_file()}
+    return {path: path.read_bytes() for path in GROUPING.rglob("*")
+            if path.is_file() and path.name != "InUse.lock"}
 
 
 class Surviving(Case):

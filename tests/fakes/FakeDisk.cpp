@@ -269,6 +269,18 @@ DiskStatus FakeDisk::Open(const std::string& path, OpenMode mode, std::unique_pt
         return DiskStatus(DiskError::AccessDenied);
     if (node != nullptr && node->lock != DiskError::None)
         return DiskStatus(node->lock);
+    if (m_held->contains(Key(path)))
+        return DiskStatus(DiskError::SharingViolation);
+    if (mode == OpenMode::Hold) {
+        m_held->insert(Key(path));
+        auto content = std::shared_ptr<std::string>(
+            new std::string, [held = m_held, key = Key(path)](std::string* text) {
+                held->erase(key);
+                delete text;
+            });
+        file = std::make_unique<FakeFile>(*this, path, content);
+        return {};
+    }
     if (mode == OpenMode::Create) {
         if (!Find(path.substr(0, path.rfind('\\'))))
             return DiskStatus(DiskError::NotFound);
@@ -313,6 +325,11 @@ DiskStatus FakeDisk::Replace(const std::string& from, const std::string& to) {
     if (source->lock != DiskError::None)
         return DiskStatus(source->lock);
     Node moved = *source;
+    if (replacesInTwoSteps && Find(to) != nullptr) {
+        m_nodes.erase(Resolve(to));
+        if (DiskStatus status = Step("name " + from + " " + to); !status.Ok())
+            return status;
+    }
     moved.name = FileNameOfPath(to);
     m_nodes.erase(Resolve(from));
     m_nodes[Resolve(to)] = std::move(moved);

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,10 @@ class FakeDisk : public Disk {
     void FailBelow(const std::string& path, DiskError error);
     // The file says that it has this many bytes.
     void ClaimSize(const std::string& path, std::uint64_t size) { m_claimed[Key(path)] = size; }
+    // Replacing a file takes two operations: the old one goes, then the new one gets its name.
+    bool replacesInTwoSteps = false;
+    // Whether a program holds this file (OpenMode::Hold); it is seen by nobody.
+    bool IsHeld(const std::string& path) const { return m_held->contains(Key(path)); }
     // Entering `link` leads to `target`: the listing of the one is the listing of the other.
     void AddLink(const std::string& link, const std::string& target);
     void SetId(const std::string& folder, const FolderId& id);
@@ -97,6 +103,7 @@ class FakeDisk : public Disk {
     std::shared_ptr<std::mutex> m_mutex = std::make_shared<std::mutex>();
     std::map<std::string, Node> m_nodes;
     std::map<ContentHandle, Unflushed> m_unflushed;
+    std::shared_ptr<std::set<std::string>> m_held = std::make_shared<std::set<std::string>>();
     std::map<std::string, std::string> m_links;  // their keys, and those of what they lead to
     std::map<std::string, std::uint64_t> m_claimed;
     std::uint64_t m_nextId = 1;

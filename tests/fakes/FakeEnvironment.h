@@ -45,10 +45,18 @@ class FakeDrives : public Drives {
         return found == drives.end() ? 1 : found->second;
     }
     bool IsReachable(const std::string& root) override {
+        asked.push_back(root);
         if (unplugAfter == 0)
             return false;
         --unplugAfter;
         return Type(root) != 1 && std::ranges::count(unreachable, root) == 0;
+    }
+    std::map<std::string, std::uint64_t> volumes;
+    std::vector<std::string> asked;  // the root of every question whether it can be reached
+    std::string SystemRoot() override { return "C:\\"; }
+    std::optional<std::uint64_t> MaybeVolume(const std::string& root) override {
+        const auto found = volumes.find(root);
+        return found == volumes.end() ? std::nullopt : std::optional(found->second);
     }
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
                                               const std::function<bool()>& keepOn) override {
@@ -143,6 +151,10 @@ class FakeEventPump : public EventPump {
     void LetEventsThrough() override {
         ++count;
         onEvents();
+    }
+    bool RunAside(const std::function<void()>& work, const std::function<bool()>& keepOn) override {
+        work();
+        return keepOn();
     }
 };
 

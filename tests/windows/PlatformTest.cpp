@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "platform/EventPump_win32.h"
 #include "platform/Process_win32.h"
@@ -141,6 +142,19 @@ TEST(SystemEventPump, HandlesWhatWaitsAndKeepsTheRequestToQuit) {
         pump.LetEventsThrough();
     EXPECT_GT(window.handled, 2);
     EXPECT_EQ(pump.RunUntilQuit(), 7);
+}
+
+TEST(SystemEventPump, LetsEventsThroughWhileADriveIsWaitedForAndGivesItUp) {
+    MessageWindow window;
+    SystemEventPump pump;
+    const auto answers =
+        std::make_shared<UniqueKernelObject>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const auto wait = [answers] { WaitForSingleObject(answers->Get(), INFINITE); };
+    PostMessageW(window.Handle(), WM_APP, 0, 0);
+    EXPECT_FALSE(pump.RunAside(wait, [&] { return window.handled == 0; }));
+    EXPECT_EQ(window.handled, 1);
+    SetEvent(answers->Get());
+    EXPECT_TRUE(pump.RunAside(wait, [] { return true; }));
 }
 
 TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndCommandsWaitForItsEnd) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "jukebox/InitialJukebox.h"
+#include "jukebox/JukeboxFile.h"
 #include "unit/jukebox/JukeboxFixture.h"
 
 namespace tobbin {
@@ -42,6 +43,40 @@ TEST_F(AutomaticGroupsTest, FilesArtistsWithoutPaddingAndBrackets) {
     EXPECT_EQ(Inside("Artist"), "Abba/ Bj\xC3\xB6rk/ Live  Band/ ");
     EXPECT_EQ(Inside("Artist", "Abba"), "b c d i ");
     EXPECT_EQ(Inside("Artist", "Bj\xC3\xB6rk"), "e f ");
+}
+
+// A file that is locked, one in a cloud store and one on a drive that is away; the program ends
+// before they can be read.
+TEST_F(AutomaticGroupsTest, FilesATagThatCouldNotBeReadInTheNextRunThatCan) {
+    for (const char* name : {"locked", "fetched"})
+        AddSong(name, TaggedSong("Abba", "1985", 17));
+    fake.disk.AddFile("E:\\far", TaggedSong("Abba", "1985", 17));
+    catalogue.OnSongFound("E:\\", "far");
+    fake.disk.Lock("C:\\M\\locked");
+    fake.disk.Lock("C:\\M\\fetched", DiskError::NotHere);
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    BuildSample();
+    EXPECT_EQ(Inside("All Songs") + Inside("New") + Inside("Artist") + Inside("Year"),
+              "locked fetched far locked fetched far ");
+    EXPECT_EQ(std::ranges::count(fake.disk.Log(), "open E:\\far"), 0);
+    std::unique_ptr<Jukebox> later;
+    ASSERT_TRUE(SaveJukeboxFile(fake.disk, "C:\\M\\a.juk", jukebox, catalogue).Ok());
+    (void)LoadJukeboxFile(fake.disk, "C:\\M\\a.juk", catalogue, fake.text, later);
+    jukeboxes.open = {later.get()};
+    fake.disk.Unlock("C:\\M\\locked");
+    fake.disk.Unlock("C:\\M\\fetched");
+    fake.drives.drives.push_back({"E:\\", 3});
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    for (int run = 0; run < 2; ++run) {
+        BuildAll();
+        for (const auto& [group, child] : {std::pair{"Artist", "Abba"},
+                                           {"Year", "1985"},
+                                           {"Decades", "80's"},
+                                           {"Genre", "Rock"}})
+            EXPECT_EQ(Inside(*later, *later->MaybeFind(group)->MaybeChild(child)),
+                      "locked fetched far ");
+        EXPECT_EQ(Inside(*later, *later->MaybeFind("New")), "locked fetched far ");
+    }
 }
 
 TEST_F(AutomaticGroupsTest, FilesGenresByTheirNamesAndLeavesOutTheRest) {

@@ -19,6 +19,12 @@ class Search : public testing::Test, public SongSink {
             m_fake.disk.AddFile(path);
     }
 
+    void SearchFolder(const std::string& folder) {
+        FolderListing listing;
+        ASSERT_TRUE(m_fake.disk.List(folder, listing).Ok());
+        m_search.SearchFolder(folder, listing);
+    }
+
     FakeEnvironment m_fake;
     FakeProgress m_progress;
     std::vector<std::string> m_found;
@@ -39,7 +45,7 @@ TEST_F(Search, TakesAFoldersFilesFirstAndThenItsFoldersInOrder) {
     EXPECT_GE(m_fake.events.count, 2000 + 5);
 
     m_found.clear();
-    m_search.SearchFolder("C:\\b");  // stays in it
+    SearchFolder("C:\\b\\");  // stays in it
     EXPECT_EQ(m_found, (Paths{"C:\\b\\2.MP3", "C:\\b\\.mp3"}));
 }
 
@@ -50,7 +56,7 @@ TEST_F(Search, LeavesOutFoldersNotFileNames) {
     m_fake.disk.AddLink("C:\\Downloads\\incomplete\\link", "C:\\Music");
     m_search.SearchHardDrives();
     EXPECT_EQ(m_found, (Paths{"C:\\Music\\incomplete.mp3", "C:\\Music\\RECYCLED\\4.mp3"}));
-    m_search.SearchFolder("C:\\Recycled\\");
+    SearchFolder("C:\\Recycled\\");
     EXPECT_EQ(m_found.size(), 2U);
 }
 

@@ -80,7 +80,7 @@ class World {
     // What the next start finds.
     Files AfterTheNextStart() {
         for (const char* folder : {"", "System\\"})
-            RemoveUnfinishedFiles(fake.disk, std::string(kGrouping) + folder);
+            FinishOrRemoveNewFiles(fake.disk, std::string(kGrouping) + folder);
         return fake.disk.Everything();
     }
 
@@ -135,6 +135,7 @@ TEST_P(Saving, IsWholeOrNotAtAllWithAFaultAtEveryDiskOperation) {
         for (const bool once : {true, false}) {
             for (int operation = 1;; ++operation) {
                 World world;
+                world.fake.disk.replacesInTwoSteps = once;
                 world.fake.disk.FailAt(operation, error, once);
                 GetParam().save(world);
                 if (!world.fake.disk.HasFailed())
@@ -160,6 +161,7 @@ TEST_P(Saving, IsWholeOrNotAtAllAfterAPowerLossAtEveryDiskOperation) {
         bool lost = true;
         for (int operation = 1; lost; ++operation) {
             World world;
+            world.fake.disk.replacesInTwoSteps = seed % 2 == 0;
             world.fake.disk.StopDeadAt(operation);
             GetParam().save(world);
             lost = world.fake.disk.HasFailed();
@@ -332,11 +334,12 @@ TEST(SavingTogetherWithOthers, TriesAgainForABoundedTime) {
 
 TEST(SavingTogetherWithOthers, ClearsAtTheStartOnlyWhatSavesLeft) {
     FakeDisk disk;
-    for (const char* name : {"a.juk", "a.juk.new", "b.lmz.new", "mine.new", "c.txt.new", ".new"})
+    for (const char* name : {"a.juk", "a.juk.new", "b.lmz.new", "mine.new", "c.txt.new", ".new",
+                             "d.ini.tmp", "TheOrganizer.tmp"})
         disk.AddFile(std::string("C:\\") + name);
-    RemoveUnfinishedFiles(disk, "C:\\");
-    EXPECT_EQ(disk.FilesIn("C:"),
-              (std::vector<std::string>{".new", "a.juk", "c.txt.new", "mine.new"}));
+    FinishOrRemoveNewFiles(disk, "C:\\");
+    EXPECT_EQ(disk.FilesIn("C:"), (std::vector<std::string>{".new", "TheOrganizer.tmp", "a.juk",
+                                                            "b.lmz", "c.txt.new", "mine.new"}));
 }
 
 }  // namespace

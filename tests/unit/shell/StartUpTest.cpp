@@ -135,7 +135,8 @@ TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
     EXPECT_EQ(
         Seen(),
         "splash|area|Looking for WinAmp in C:\\|no area|area|Opening the song catalogue . . .|"
-        "no area|area|Looking at the folders of your songs . . .|no area|area|Opening "
+        "no area|area|Looking at the folders of your songs . . .|"
+        "Looking at the folders of your songs . . .|no area|area|Opening "
         "C:\\App\\Grouping\\mix.juk . . .|no area|area|Filling the folders of MIX . . .|"
         "no area|window MIX|splash gone|frame|tips|");
     EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
@@ -165,6 +166,15 @@ TEST_F(StartUpTest, AJukeboxThatCanNotBeOpenedIsPassedOver) {
     EXPECT_EQ(application->Count(), 1U);
     ASSERT_FALSE(fake.statusLine.lines.empty());
     EXPECT_NE(fake.statusLine.lines.back().find("C:\\App\\Grouping\\mix.juk"), std::string::npos);
+
+    fake.disk.Erase("C:\\App\\Grouping\\mix.juk");
+    fake.statusLine.lines.clear();
+    ASSERT_TRUE(Run());
+    EXPECT_EQ(view.jukebox->RootCount(), 12U);
+    EXPECT_EQ(fake.statusLine.lines,
+              (Lines{"The jukebox \"C:\\App\\Grouping\\mix.juk\" was not opened: it does not "
+                     "exist."}));
+    EXPECT_EQ(application->Settings().LocOfLastSavedJukeBox(), "C:\\App\\Grouping\\mix.juk");
 }
 
 TEST_F(StartUpTest, AMissingRuntimeLibraryIsToldUnlessTurnedOff) {
@@ -193,12 +203,30 @@ TEST_F(StartUpTest, AFolderThatCanNotBeWrittenEndsTheProgram) {
     fake.disk.AddFile("C:\\App\\Grouping", "a file where the folder should be");
     expectEnd("C:\\App\\Grouping\\");
     fake.disk.Erase("C:\\App\\Grouping");
-    fake.disk.AddFile("C:\\App\\Grouping\\TheOrganizer.tmp");
-    fake.disk.Lock("C:\\App\\Grouping\\TheOrganizer.tmp", DiskError::AccessDenied);
+    fake.disk.AddFile("C:\\App\\Grouping\\InUse.lock");
+    fake.disk.Lock("C:\\App\\Grouping\\InUse.lock", DiskError::AccessDenied);
     expectEnd("C:\\App\\Grouping\\");
-    fake.disk.Erase("C:\\App\\Grouping\\TheOrganizer.tmp");
+    fake.disk.Erase("C:\\App\\Grouping\\InUse.lock");
     fake.disk.AddFile("C:\\App\\Grouping\\System");
     expectEnd("C:\\App\\Grouping\\System\\");
+}
+
+TEST_F(StartUpTest, OneProgramAtATimeUsesADataFolder) {
+    Run();
+    ASSERT_TRUE(fake.disk.IsHeld("C:\\App\\Grouping\\InUse.lock"));
+    application.reset();
+    std::unique_ptr<File> others;
+    ASSERT_TRUE(HoldFile(fake.disk, "C:\\App\\Grouping\\InUse.lock", others).Ok());
+    const auto before = fake.disk.Everything();
+    fake.disk.AddFile("C:\\Music\\c.mp3");
+    EXPECT_FALSE(Run());
+    ASSERT_EQ(Boxes().size(), 1U);
+    EXPECT_TRUE(Boxes()[0].starts_with(
+        "The data folder \"C:\\App\\Grouping\\\" is in use by another Tobbin: "));
+    for (const auto& [path, content] : before)
+        EXPECT_EQ(fake.disk.Content(path), content);
+    others.reset();
+    EXPECT_TRUE(Run());
 }
 
 TEST_F(StartUpTest, DamagedSettingsAreKeptAsideAndMadeAnew) {
@@ -269,6 +297,24 @@ TEST_F(StartUpTest, OwnDataServeWhereTheSettingsNameNone) {
         EXPECT_EQ(Songs("All Songs"), "b.mp3 ");
     }
     EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(StartUpTest, ACopiedFolderUsesItsOwnData) {
+    Run();
+    SaveJukebox("C:\\App\\Grouping\\mine.juk");
+    const auto before = fake.disk.Everything();
+    for (const auto& [path, content] : before)
+        if (path.starts_with("c:\\app\\"))
+            fake.disk.AddFile("C:\\Copy" + path.substr(6), content);
+    fake.disk.AddFile("C:\\Music\\c.mp3");
+    application.emplace(fake.environment, ProgramFolders{"C:\\Copy\\", "C:\\Windows\\System32\\"});
+    ASSERT_TRUE(StartUp(*application, view).Run());
+    EXPECT_EQ(Songs("All Songs") + view.jukebox->FileLocation(),
+              "b.mp3 c.mp3 C:\\Copy\\Grouping\\");
+    EXPECT_EQ(application->Settings().FileContainingTargetDirectories(),
+              "C:\\Copy\\Grouping\\System\\LocOfMainTargetFiles.lmz");
+    for (const auto& [path, content] : before)
+        EXPECT_EQ(fake.disk.Content(path), content) << path;
 }
 
 TEST_F(StartUpTest, ThePlayerIsSearchedForWhenItIsNotWhereItWas) {
