@@ -45,7 +45,7 @@ class FullFolder {
  public:
     Folder& folder = m_jukebox.AddChild(nullptr, "Songs");
     JukeboxWindow window{{m_machine.environment, m_machine.catalogue, m_machine.settings,
-                          m_machine.sorter, m_clipboard, m_machine.Open()},
+                          m_machine.sorter, m_clipboard, m_machine.Open(), m_machine.groups},
                          m_jukebox,
                          m_host};
     void PopUp(int command) { window.ActOnPopUpClick(command, 2, &folder); }

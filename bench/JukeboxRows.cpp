@@ -92,7 +92,7 @@ double FindNothing() {
     FakeJukeboxWindowHost host;
     FakeJukeboxView view;
     JukeboxWindow window({machine.environment, machine.catalogue, machine.settings, machine.sorter,
-                          clipboard, machine.Open()},
+                          clipboard, machine.Open(), machine.groups},
                          machine.model, host);
     view.controller = &window;
     window.SetView(&view);

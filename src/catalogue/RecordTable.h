@@ -60,6 +60,8 @@ class RecordTable : public SortableTable {
     std::optional<CellId> MaybeIdOf(std::string_view text) const;
     std::string TextOf(CellId id) const;
 
+    static bool IsNumber(CellId id) { return (id & kNumberBit) != 0; }
+
     // TextOf without a copy where there is one to look at; `digits` holds a number's text.
     std::string_view ViewOf(CellId id, std::array<char, 10>& digits) const;
 

@@ -1,5 +1,6 @@
 #include "jukebox/JukeboxLines.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -20,13 +21,14 @@ bool MustBeEscaped(char c) {
 
 void PutField(std::string& file, std::string_view text) {
     file += '\t';
-    for (const char c : text) {
-        if (MustBeEscaped(c)) {
-            const auto byte = static_cast<unsigned char>(c);
-            file += {kEscape, kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
-        } else {
-            file += c;
-        }
+    for (auto at = text.begin();;) {
+        const auto plainEnd = std::find_if(at, text.end(), MustBeEscaped);
+        file.append(at, plainEnd);
+        if (plainEnd == text.end())
+            return;
+        const auto byte = static_cast<unsigned char>(*plainEnd);
+        file += {kEscape, kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+        at = plainEnd + 1;
     }
 }
 
@@ -78,25 +80,23 @@ std::optional<std::int32_t> JukeboxLines::MaybeNumber(std::size_t index, std::in
 std::optional<std::string> JukeboxLines::MaybeText(std::size_t index) const {
     const std::string_view field = m_fields[index];
     std::string text;
-    text.reserve(field.size());
-    for (std::size_t at = 0; at < field.size(); ++at) {
-        char c = field[at];
-        if (c == kEscape) {
-            if (field.size() - at < 3)
-                return std::nullopt;
-            const std::size_t high = kHexDigits.find(field[++at]);
-            const std::size_t low = kHexDigits.find(field[++at]);
-            if (high == std::string_view::npos || low == std::string_view::npos)
-                return std::nullopt;
-            c = static_cast<char>(high << 4 | low);
-            if (!MustBeEscaped(c))
-                return std::nullopt;
-        } else if (MustBeEscaped(c)) {
+    for (auto at = field.begin();;) {
+        const auto plainEnd = std::find_if(at, field.end(), MustBeEscaped);
+        text.append(at, plainEnd);
+        if (plainEnd == field.end())
+            return text;
+        if (*plainEnd != kEscape || field.end() - plainEnd < 3)
             return std::nullopt;
-        }
+        const std::size_t high = kHexDigits.find(plainEnd[1]);
+        const std::size_t low = kHexDigits.find(plainEnd[2]);
+        if (high == std::string_view::npos || low == std::string_view::npos)
+            return std::nullopt;
+        const auto c = static_cast<char>(high << 4 | low);
+        if (!MustBeEscaped(c))
+            return std::nullopt;
         text += c;
+        at = plainEnd + 3;
     }
-    return text;
 }
 
 }  // namespace tobbin

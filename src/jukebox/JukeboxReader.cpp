@@ -122,11 +122,11 @@ class JukeboxReader {
         if (!number || !place || static_cast<std::size_t>(*place) > m_places.size())
             return WrongNumber();
         const auto fileName = m_lines.MaybeText(5);
-        const auto text = fields == 7 ? m_lines.MaybeText(6) : fileName;
-        if (!fileName || !text)
+        const auto ownText = fields == 7 ? m_lines.MaybeText(6) : std::string();
+        if (!fileName || !ownText)
             return WrongText();
-        m_known.push_back(
-            FindSong(*number, m_places[static_cast<std::size_t>(*place) - 1], *fileName, *text));
+        m_known.push_back(FindSong(*number, m_places[static_cast<std::size_t>(*place) - 1],
+                                   *fileName, fields == 7 ? *ownText : *fileName));
         return TakeSong(m_known.back());
     }
 

@@ -81,19 +81,18 @@ class JukeboxWriter {
         const std::string_view text = jukebox.TextOf(item);
         if (item.IsMissing()) {
             const MissingSong song = jukebox.MissingSongOf(item);
-            WriteSong(-song.recordNumber, item, song.folder, song.fileName, text);
+            WriteSong(-song.recordNumber, item, PlaceOf(song.folder), song.fileName, text);
             return;
         }
         const RecordTable::PlainCells& cells = m_records.Plain(item.recordNumber);
-        std::array<char, 10> folder{};
-        std::array<char, 10> fileName{};
-        WriteSong(item.recordNumber, item, m_records.ViewOf(cells[clsMain::kFolder - 1], folder),
-                  m_records.ViewOf(cells[clsMain::kFileName - 1], fileName), text);
+        const std::int32_t place = PlaceOf(cells[clsMain::kFolder - 1]);
+        std::array<char, 10> digits{};
+        WriteSong(item.recordNumber, item, place,
+                  m_records.ViewOf(cells[clsMain::kFileName - 1], digits), text);
     }
 
-    void WriteSong(std::int32_t number, const SongItem& item, std::string_view folder,
+    void WriteSong(std::int32_t number, const SongItem& item, std::int32_t place,
                    std::string_view fileName, std::string_view text) {
-        const std::int32_t place = PlaceOf(folder);
         m_file += "song";
         PutField(m_file, number);
         PutField(m_file, item.image);
@@ -128,6 +127,17 @@ class JukeboxWriter {
         m_places.emplace(folder, place);
         return place;
     }
+    std::int32_t PlaceOf(RecordTable::CellId folder) {
+        if (RecordTable::IsNumber(folder))
+            return PlaceOf(std::string_view(m_records.TextOf(folder)));
+        if (folder >= m_placesOfTexts.size())
+            m_placesOfTexts.resize(std::size_t{2} * folder + 1);
+        std::int32_t& place = m_placesOfTexts[folder];
+        std::array<char, 10> digits{};
+        if (place == 0)
+            place = PlaceOf(m_records.ViewOf(folder, digits));
+        return place;
+    }
 
     void EndLine() {
         m_file += kLineEnd;
@@ -136,9 +146,10 @@ class JukeboxWriter {
 
     const RecordTable& m_records;
     std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> m_places;
-    std::vector<Written> m_writtenRecords;  // by record number
-    std::vector<Written> m_writtenMissing;  // by the item's number, negated
-    std::int32_t m_songs = 0;               // song lines written
+    std::vector<std::int32_t> m_placesOfTexts;  // by cell; 0 before it was looked up
+    std::vector<Written> m_writtenRecords;      // by record number
+    std::vector<Written> m_writtenMissing;      // by the item's number, negated
+    std::int32_t m_songs = 0;                   // song lines written
     std::string m_file;
     std::size_t m_lines = 0;
 };
