@@ -134,10 +134,11 @@ TEST(SystemEventPump, HandlesWhatWaitsAndKeepsTheRequestToQuit) {
 
     window.repeats = true;
     PostMessageW(window.Handle(), WM_APP, 0, 0);
-    pump.LetEventsThrough();  // comes back from messages without end
+    const ULONGLONG limit = GetTickCount64() + 10'000;
+    while (window.handled <= 2 && GetTickCount64() < limit)
+        pump.LetEventsThrough();  // comes back from messages without end
     window.repeats = false;
     PostQuitMessage(7);
-    const ULONGLONG limit = GetTickCount64() + 10'000;
     while (!pump.QuitRequested() && GetTickCount64() < limit)
         pump.LetEventsThrough();
     EXPECT_GT(window.handled, 2);
