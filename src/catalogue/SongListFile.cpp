@@ -89,8 +89,9 @@ SongListFile::SongListFile(const SystemText& system, const std::string& listPath
 }
 
 bool SongListFile::IsListName(std::string_view path) {
-    return std::ranges::any_of(std::initializer_list<std::string_view>{".m3u", ".m3u8", ".pls"},
-                               [&](std::string_view end) { return EndsWithIgnoringAsciiCase(path, end); });
+    return std::ranges::any_of(
+        std::initializer_list<std::string_view>{".m3u", ".m3u8", ".pls"},
+        [&](std::string_view end) { return EndsWithIgnoringAsciiCase(path, end); });
 }
 
 }  // namespace tobbin

@@ -173,8 +173,7 @@ DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_
             flags = FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE;
             break;
     }
-    UniqueFile handle(
-        CreateFileW(longPath.c_str(), access, share, nullptr, how, flags, nullptr));
+    UniqueFile handle(CreateFileW(longPath.c_str(), access, share, nullptr, how, flags, nullptr));
     if (!handle)
         return LastStatus();
     file = std::make_unique<SystemFile>(std::move(handle));

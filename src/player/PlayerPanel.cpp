@@ -240,8 +240,8 @@ void PlayerPanel::FinishPlaystuff() {
     if (m_leftOut > 0)
         m_environment.statusLine.Say(
             Counted(m_leftOut, "song") +
-            (m_leftOut == 1 ? " was left out: " : " were left out. The first: ") +
-            m_whyLeftOut + ".");
+            (m_leftOut == 1 ? " was left out: " : " were left out. The first: ") + m_whyLeftOut +
+            ".");
 }
 
 // Why the player can't be given a file, as the end of a sentence; empty when it can.

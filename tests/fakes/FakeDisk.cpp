@@ -121,7 +121,8 @@ void FakeDisk::AddFile(const std::string& path, std::string content) {
 void FakeDisk::Erase(const std::string& path) {
     const std::string key = Key(path);
     m_nodes.erase(key);
-    m_nodes.erase(m_nodes.lower_bound(key + "\\"), m_nodes.lower_bound(key + "]"));  // what is in it
+    m_nodes.erase(m_nodes.lower_bound(key + "\\"),
+                  m_nodes.lower_bound(key + "]"));  // what is in it
 }
 
 bool FakeDisk::Has(const std::string& path) const {
