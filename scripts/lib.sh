@@ -125,6 +125,7 @@ make_application_folder() {
 install_program() {
     make_application_folder "$WINEPREFIX/drive_c/Tobbin"
     set_option "Runtime Library Check" 0
+    set_option "Keep Songs Of One Name" No  # otherwise the first search asks
 }
 
 # Puts the stand-in for the external player where a player would be.
