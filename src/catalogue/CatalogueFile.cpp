@@ -177,7 +177,8 @@ std::string SalvageCatalogue(std::string_view file) {
 std::string MergeCatalogues(std::string_view file, std::string_view older) {
     constexpr std::int32_t kNoNumber = std::numeric_limits<std::int32_t>::max();
     std::unordered_set<std::int32_t> numbers;
-    std::unordered_set<std::string> songs;  // by path, and by name and number
+    std::unordered_set<std::int32_t> cleared;  // since the copy was made
+    std::unordered_set<std::string> songs;     // by path, and by name and number
     std::vector<std::pair<std::int32_t, std::string_view>> records;
     const auto take = [&](std::string_view bytes, bool isOlder) {
         CatalogueReader reader(bytes);
@@ -191,15 +192,17 @@ std::string MergeCatalogues(std::string_view file, std::string_view older) {
             const bool isCleared = name == "0" && !SaysPresent(strings[kPresenceString]);
             std::int32_t number = MaybeToLong(strings[kNumberString]).value_or(kNoNumber);
             const bool isTaken = numbers.contains(number);
-            if (isOlder &&
-                (isCleared ? isTaken
-                           : name.empty() || songs.contains(path) || songs.contains(numbered)))
+            if (isOlder && (isCleared ? isTaken
+                                      : name.empty() || cleared.contains(number) ||
+                                            songs.contains(path) || songs.contains(numbered)))
                 continue;
             if (isOlder && isTaken)
                 number = kNoNumber;
             numbers.insert(number);
             if (!isCleared)
                 songs.insert({path, numbered});
+            else if (!isOlder)
+                cleared.insert(number);
             records.emplace_back(number, record);
         }
     };

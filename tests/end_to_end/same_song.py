@@ -55,13 +55,13 @@ class SameSong(Case):
         song("one/Old/B/b.mp3", 200)
         song("two/Far/far.mp3", 300)
         map_drives(n="one", o="two")
-        with Program(question=None):
+        with Program(question=None) as program:
             command(SAVE)
             driver("wait", "#32770", "Juke Box Files*", "30")
             driver("name", "Mix")
             driver("press", "#32770", "Save", "Juke Box Files*")
             driver("wait", "frmMDIForm1", "*MIX*", "30")
-            driver("end", "frmMDIForm1")
+            program.kill()
         rank = b"\x01\x00%d" + bytes(14)
         CATALOGUE.write_bytes(CATALOGUE.read_bytes().replace(rank % 2, rank % 7))
 
@@ -88,7 +88,7 @@ class SameSong(Case):
             shown = program.contents()["All Songs",]
             command(SAVE)
             self.until(lambda: data_files.lines(GROUPING / "mix.juk") != [], True)
-            driver("end", "frmMDIForm1")
+            program.kill()
         self.assertEqual(records()[:len(paths)],
                          [(path, str(number), "7") for number, path in enumerate(paths, 1)])
         self.assertEqual(shown[:len(paths)], [(path.rpartition("\\")[2], str(number))
@@ -98,9 +98,9 @@ class SameSong(Case):
 
     def test_1_gone_at_one_start_and_back_at_the_next(self):
         (DISKS / "one/Old/A").rename(DISKS / "one/Hidden")
-        with Program(question=None):
+        with Program(question=None) as program:
             self.says('1 song is not where it was.  "Bring In New Songs (Search my whole computer)"')
-            driver("end", "frmMDIForm1")
+            program.kill()
         self.assertEqual(records()[0], ("00", "1", "7"))
         (DISKS / "one/Hidden").rename(DISKS / "one/Old/A")
         self.session(r"N:\Old\A\a.mp3", r"N:\Old\B\b.mp3", r"O:\Far\far.mp3")

@@ -117,6 +117,10 @@ class Program:
         else:
             self.end(*([(self.question, "No")] if self.question else []))
 
+    def kill(self):
+        driver("end", "frmMDIForm1")
+        self.process.wait(60)
+
     def end(self, *answers):
         driver("close", "frmMDIForm1")
         for words, button in answers:
