@@ -116,9 +116,9 @@ std::span<const std::pair<RecordTable::CellId, std::int32_t>> SongIdentity::Pres
     const auto id = name.empty() ? std::nullopt : m_table.MaybeIdOf(name);
     if (!id)
         return {};
-    const auto [begin, end] = std::ranges::equal_range(
-        *m_byName, *id, {}, &std::pair<RecordTable::CellId, std::int32_t>::first);
-    return {begin, end};
+    return {
+        std::lower_bound(m_byName->begin(), m_byName->end(), std::pair(*id, std::int32_t{0})),
+        std::lower_bound(m_byName->begin(), m_byName->end(), std::pair(*id + 1, std::int32_t{0}))};
 }
 
 std::vector<SongIdentity::Candidate> SongIdentity::CandidatesFor(std::string_view name) {
