@@ -17,6 +17,8 @@
 
 namespace tobbin {
 
+class FoundSongs;
+
 // What became of the files that a search, a drop or a list has found.
 struct FoundOutcome {
     struct LeftOut {
@@ -174,6 +176,7 @@ class clsMain {
     void LoadMemory();
     bool SaveMemory();
     void RememberMoves();
+    void Settle(FoundSongs& found);
     void RememberFile();
     bool MakeFile(std::string& file);
     bool SayNotSaved(const std::string& why);

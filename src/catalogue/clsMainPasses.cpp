@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "catalogue/clsMain.h"
@@ -126,12 +127,22 @@ void clsMain::RememberMoves() {
     m_memory.Move(moved);
 }
 
+// What was found is not lost any more.
+void clsMain::Settle(FoundSongs& found) {
+    m_lastSearch = found.Settle();
+    if (m_lost.empty())
+        return;
+    const std::unordered_set<std::int32_t> there(m_lastSearch.records.begin(),
+                                                 m_lastSearch.records.end());
+    std::erase_if(m_lost, [&](std::int32_t record) { return there.contains(record); });
+}
+
 bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
     BeginPass();
     FoundSongs found(m_environment, *this);
     const bool searched = SongSearch(m_environment, m_progress, found).SearchHardDrives();
-    m_lastSearch = found.Settle();
+    Settle(found);
     m_searchRemark = searched ? "" : kNoDriveToSearch;
     m_environment.events.PumpWithoutInput();
     m_drives.EndPass(SongFoldersOf(m_table));
@@ -179,7 +190,7 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders* m
                 subfolders.push_back(folder + entry.name + "\\");
         m_environment.events.LetEventsThrough();
     }
-    m_lastSearch = found.Settle();
+    Settle(found);
     const bool cleaned = DeleteIdenticalFileNamesAndPaths();
     m_searchRemark.clear();
     if (m_lastSearch.added == 0)
@@ -194,7 +205,7 @@ bool clsMain::TakeInWhatWasLeftOut() {
         found.OnSongFound(one.file.folder, one.file.name, one.file.size);
     const std::int32_t cameBack = m_lastSearch.cameBack;
     const std::int32_t added = m_lastSearch.added;
-    m_lastSearch = found.Settle();
+    Settle(found);
     m_lastSearch.cameBack += cameBack;
     m_lastSearch.added += added;
     return WriteOutMp3DirectoryLocations();

@@ -24,7 +24,11 @@ using MaybeError = std::optional<std::string>;
 class JukeboxReader {
  public:
     JukeboxReader(std::string_view bytes, const clsMain& catalogue, Jukebox& jukebox)
-        : m_bytes(bytes), m_lines(bytes), m_identity(catalogue), m_jukebox(jukebox) {}
+        : m_bytes(bytes),
+          m_lines(bytes),
+          m_catalogue(catalogue),
+          m_identity(catalogue),
+          m_jukebox(jukebox) {}
 
     MaybeError Read() {
         if (auto error = ReadFirstLine())
@@ -172,7 +176,7 @@ class JukeboxReader {
         if ((record != 0) != (number > 0))
             m_jukebox.SongsCameOrWent(true);
         return record != 0
-                   ? m_jukebox.MakeItem(text, record, 0)
+                   ? m_jukebox.MakeItem(TextNow(m_catalogue, record, text), record, 0)
                    : m_jukebox.MakeMissingItem(text, {std::abs(number), folder, fileName}, 0);
     }
 
@@ -191,6 +195,7 @@ class JukeboxReader {
 
     std::string_view m_bytes;
     JukeboxLines m_lines;
+    const clsMain& m_catalogue;
     SongIdentity m_identity;
     Jukebox& m_jukebox;
     std::vector<Folder*> m_path;  // the last folder and those above it, from the top

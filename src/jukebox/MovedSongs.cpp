@@ -21,6 +21,13 @@ bool IsFilledByTheProgram(const Folder& folder) {
 
 }  // namespace
 
+std::string TextNow(const clsMain& catalogue, std::int32_t record, std::string_view text) {
+    const std::string name = catalogue.Mp3Info(clsMain::kFileName, record);
+    const bool isName =
+        text != name && catalogue.Text().ToLower(text) == catalogue.Text().ToLower(name);
+    return isName ? name : std::string(text);
+}
+
 void KeepMovedSongsOnce(Jukebox& jukebox) {
     if (jukebox.SongMoves().empty())
         return;
@@ -40,7 +47,7 @@ void KeepMovedSongsOnce(Jukebox& jukebox) {
     }
 }
 
-bool FindMissingSongsAgain(Jukebox& jukebox, SongIdentity& identity) {
+bool FindMissingSongsAgain(Jukebox& jukebox, const clsMain& catalogue, SongIdentity& identity) {
     bool anyFound = false;
     for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder)) {
         if (std::ranges::none_of(folder->Songs(), &SongItem::IsMissing))
@@ -57,6 +64,8 @@ bool FindMissingSongsAgain(Jukebox& jukebox, SongIdentity& identity) {
                 continue;
             if (record != was.recordNumber)
                 jukebox.AddSongMove({was.recordNumber, record});
+            const std::string text = TextNow(catalogue, record, jukebox.TextOf(song));
+            song.nameId = jukebox.MakeItem(text, record, song.image).nameId;
             song.recordNumber = record;
             isFound = true;
         }

@@ -19,7 +19,8 @@ class RecordMoves {
     // Remembers where the songs are before the pass.
     explicit RecordMoves(const clsMain& catalogue);
 
-    // After the pass: looks where they are now. Returns whether any has another number.
+    // After the pass: looks where they are now. Returns whether any has another number, or a name
+    // in other letters.
     bool Find();
 
     // The number that a record from before the pass has now; 0 when its song has gone.
@@ -31,6 +32,7 @@ class RecordMoves {
     void Apply(Jukebox& jukebox);
 
  private:
+    bool Stays(const SongItem& item) const;
     SongItem ItemNow(Jukebox& jukebox, const SongItem& item) const;
 
     const clsMain& m_catalogue;
@@ -40,6 +42,7 @@ class RecordMoves {
     TextPool m_texts;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> m_paths;  // folder and name; record 1 at 0
     std::vector<std::int32_t> m_numbers;                           // the same, now
+    std::vector<bool> m_isRenamed;                                 // the same
 };
 
 }  // namespace tobbin

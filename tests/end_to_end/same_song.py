@@ -111,6 +111,33 @@ class SameSong(Case):
                              found="No new songs were found.  2 songs were found again.")
         self.assertEqual(songs, 3)
 
+    def test_3_two_drives_swap_their_letters_and_a_file_its_case(self):
+        map_drives(n="two", o="one")
+        self.session(r"O:\New\A\a.mp3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3", search=(),
+                     found="No new songs were found.  3 songs were found again.")
+        (DISKS / "one/New/A/a.mp3").rename(DISKS / "one/New/A/A.MP3")
+        songs = self.session(r"O:\New\A\A.MP3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3")
+        self.assertEqual(songs, 3)
+
+    def test_4_different_songs_of_one_name(self):
+        for album in range(4):
+            song(f"two/Album {album}/01.mp3", 400 + album)
+        places = (r"O:\New\A\A.MP3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3")
+        question = "3 files have the names of other songs*"
+        self.session(*places, search=((question, "No"),),
+                     found="1 new song was found.  3 files were left out")
+        self.assertEqual(self.session(*places, search=((question, "Yes"),),
+                                      found="3 new songs were found."), 7)
+        self.assertEqual([path for path, _, _ in records()[3:]],
+                         [rf"N:\Album {album}\01.mp3" for album in range(4)])
+
+    def test_5_the_catalogue_is_gone_and_its_copy_is_there(self):
+        (DISKS / "one/New/A/A.MP3").rename(DISKS / "one/New/A/a.mp3")
+        CATALOGUE.unlink()
+        boxes = (("*FileLocNames.bak\" has taken its place*", "No"),)
+        songs = self.session(r"O:\New\A\a.mp3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3", boxes=boxes)
+        self.assertEqual(songs, 7)
+
 
 if __name__ == "__main__":
     sys.exit(report(SameSong, sys.argv[1]))

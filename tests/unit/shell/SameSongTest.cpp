@@ -188,12 +188,28 @@ TEST_F(SameSong, WhereverItsFolderOrDiskGoesItIsTheSameSong) {
         ExpectPlaces("1 2 3 ", "1 2 3 3 ");
         Start();  // The jukebox was closed meanwhile and has the old paths.
         ExpectPlaces("1 2 3 ", "1 2 3 3 ");
+        // The catalogue is lost, and its copy knows the old places.
+        const Lines after = Records();
+        fake.disk.AddFile("C:\\App\\Grouping\\FileLocNames.bak",
+                          catalogue.at("c:\\app\\grouping\\filelocnames.lmz"));
+        fake.disk.Erase("C:\\App\\Grouping\\FileLocNames.lmz");
+        Start();
+        EXPECT_EQ(Records(), after);
+        EXPECT_EQ(LastLine(), "");
     }
     fake.disk.Erase(a);
     fake.disk.AddFile("E:\\m\\a\\A.MP3");
     Start();
     EXPECT_EQ(Records()[1], "2:E:\\m\\a\\A.MP3:4");
     EXPECT_EQ(Records().size(), 3U);
+    const auto shown = [&] {
+        return TheJukebox().TextOf(TheJukebox().MaybeFind("Mine")->Songs()[1]);
+    };
+    EXPECT_EQ(shown(), "A.MP3");
+    fake.disk.Erase("E:\\m\\a\\A.MP3");
+    fake.disk.AddFile(a);
+    BringIn(false);
+    EXPECT_EQ(shown(), "a.mp3");
 }
 
 // As it was before songs were known again: the jukebox holds the dead entry and the new one.
