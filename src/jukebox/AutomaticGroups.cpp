@@ -251,6 +251,7 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
 }
 
 void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags) {
+    jukebox.TellFillingBegins();
     const auto filing = [&](const char* text, GroupFiling::Match match) {
         Folder* const group = jukebox.MaybeFind(text);
         return group == nullptr
@@ -315,6 +316,7 @@ void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, con
         file(song, tag->second);
     }
     additions.AppendTo(jukebox, m_environment.events);
+    jukebox.TellFillingEnds();
 }
 
 }  // namespace tobbin

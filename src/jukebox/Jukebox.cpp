@@ -239,6 +239,14 @@ void Jukebox::TellRanksChanged() {
     Tell([](JukeboxListener& listener) { listener.OnRanksChanged(); });
 }
 
+void Jukebox::TellFillingBegins() {
+    Tell([](JukeboxListener& listener) { listener.OnFillingBegins(); });
+}
+
+void Jukebox::TellFillingEnds() {
+    Tell([](JukeboxListener& listener) { listener.OnFillingEnds(); });
+}
+
 void Jukebox::TellRecordsMoved() {
     ++m_changes;
     m_shownAsWorst.clear();

@@ -94,6 +94,9 @@ class Jukebox {
     bool IsShownAsWorst(std::int32_t recordNumber) const;
     void ShowAsWorst(std::int32_t recordNumber, bool worst);
     void TellRanksChanged();
+    // Around a run that only appends songs to folders, and folders to the children of others.
+    void TellFillingBegins();
+    void TellFillingEnds();
     // Record numbers mean other songs now, and all items have their new ones.
     void TellRecordsMoved();
 

@@ -115,6 +115,27 @@ class SongsInOrOut : public JukeboxChange {
     std::vector<SongItem> m_environment;
 };
 
+// A range instead of rows: a grouping run may append a million songs.
+class SongsAtEnd : public JukeboxChange {
+ public:
+    SongsAtEnd(Folder& folder, std::size_t firstRow) : m_folder(folder), m_firstRow(firstRow) {}
+    EditResult Flip(Jukebox& jukebox) override {
+        if (m_environment.empty()) {
+            std::vector<std::size_t> rows(m_folder.Songs().size() - m_firstRow);
+            std::iota(rows.begin(), rows.end(), m_firstRow);
+            m_environment = jukebox.TakeSongs(m_folder, rows);
+        } else {
+            jukebox.AppendSongs(m_folder, std::exchange(m_environment, {}));
+        }
+        return {};
+    }
+
+ private:
+    Folder& m_folder;
+    std::size_t m_firstRow;
+    std::vector<SongItem> m_environment;
+};
+
 class SongOrder : public JukeboxChange {
  public:
     SongOrder(Folder& folder, std::vector<std::size_t> order)
@@ -192,6 +213,10 @@ std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem>
     std::vector<std::size_t> rows(songs.size());
     std::iota(rows.begin(), rows.end(), folder.Songs().size());
     return std::make_unique<SongsInOrOut>(folder, std::move(rows), std::move(songs));
+}
+
+std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRow) {
+    return std::make_unique<SongsAtEnd>(folder, firstRow);
 }
 
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order) {

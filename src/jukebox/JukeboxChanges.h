@@ -14,7 +14,8 @@ namespace tobbin {
 // Puts a folder with all in it at a place among a parent's children.
 std::unique_ptr<JukeboxChange> PutFolder(std::unique_ptr<Folder> folder, Folder* parent,
                                          std::size_t index);
-// Takes a folder out of the tree. It stays the same object while it is out.
+// Takes a folder out of the tree. It stays the same object while it is out. Of a folder that was
+// just put in, this is also the change that is already done.
 std::unique_ptr<JukeboxChange> TakeFolder(Folder& folder);
 // Makes a folder the last child of another parent, which must not be inside it.
 std::unique_ptr<JukeboxChange> MoveFolder(Folder& folder, Folder* newParent);
@@ -25,6 +26,8 @@ std::unique_ptr<JukeboxChange> OrderChildren(Folder* parent, std::vector<std::si
 // The same for the songs of a folder; rows ascending.
 std::unique_ptr<JukeboxChange> TakeSongs(Folder& folder, std::vector<std::size_t> rows);
 std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem> songs);
+// Songs that a folder has at its end already: made done, so that the first flip takes them out.
+std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRow);
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order);
 
 // Gives a column of the list pane another heading.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "jukebox/JukeboxChanges.h"
 #include "util/Check.h"
 
 namespace tobbin {
@@ -14,6 +15,11 @@ JukeboxHistory::JukeboxHistory(Jukebox& jukebox) : m_jukebox(jukebox) {
 }
 
 JukeboxHistory::~JukeboxHistory() {
+    for (const Steps* const steps : {&m_done, &m_undone})
+        for (const Step& step : *steps)
+            if (step.maybePair != nullptr)
+                (step.maybePair->from == this ? step.maybePair->from : step.maybePair->to) =
+                    nullptr;
     m_jukebox.RemoveListener(*this);
 }
 
@@ -24,12 +30,10 @@ EditResult JukeboxHistory::Do(std::string name, std::unique_ptr<JukeboxChange> c
 }
 
 EditResult JukeboxHistory::Do(std::string name, Changes changes) {
-    m_undone.clear();
-    if (m_savedAt > m_place)
-        m_savedAt = kNowhere;
+    ForgetUndone(m_undone.size());
     const bool changesJukebox =
         std::ranges::any_of(changes, [](const auto& change) { return change->ChangesJukebox(); });
-    m_undone.push_back({std::move(name), std::move(changes), changesJukebox});
+    m_undone.push_back({std::move(name), std::move(changes), nullptr, changesJukebox});
     return RedoHere();
 }
 
@@ -43,32 +47,80 @@ const std::string& JukeboxHistory::RedoName() const {
     return m_undone.back().name;
 }
 
+std::string JukeboxHistory::WhyNotUndo() const {
+    if (!CanUndo() || m_done.back().maybePair == nullptr)
+        return {};
+    const Step& step = m_done.back();
+    const JukeboxHistory* const partner = MaybePartner(step);
+    const bool isFree = partner == nullptr ? step.maybePair->from == this  // it only brings back
+                                           : IsNext(partner->m_done, step);
+    return isFree ? std::string() : WordsOn(step, "undone");
+}
+
+std::string JukeboxHistory::WhyNotRedo() const {
+    if (!CanRedo() || m_undone.back().maybePair == nullptr)
+        return {};
+    const Step& step = m_undone.back();
+    const JukeboxHistory* const partner = MaybePartner(step);
+    return partner != nullptr && IsNext(partner->m_undone, step) ? std::string()
+                                                                 : WordsOn(step, "done again");
+}
+
+std::string JukeboxHistory::WordsOn(const Step& step, const char* failed) const {
+    const JukeboxHistory* const partner = MaybePartner(step);
+    return "\"" + step.name + "\" can't be " + failed + ": the other jukebox" +
+           (partner == nullptr
+                ? " was closed."
+                : ", \"" + partner->m_jukebox.DaCaption() + "\", has been changed since.");
+}
+
+bool JukeboxHistory::IsNext(const Steps& steps, const Step& step) {
+    return !steps.empty() && steps.back().maybePair == step.maybePair;
+}
+
 EditResult JukeboxHistory::Undo() {
-    CHECK(CanUndo());
-    if (const auto partner = m_done.back().partner.lock();
-        partner && partner->history.CanUndo() &&
-        partner->history.m_done.back().maybeJoined == partner)
-        partner->history.UndoHere();
+    CHECK(CanUndo() && WhyNotUndo().empty());
+    if (JukeboxHistory* const partner = MaybePartner(m_done.back()))
+        partner->UndoHere();
     return UndoHere();
 }
 
 EditResult JukeboxHistory::Redo() {
-    CHECK(CanRedo());
-    if (const auto partner = m_undone.back().partner.lock();
-        partner && partner->history.CanRedo() &&
-        partner->history.m_undone.back().maybeJoined == partner)
-        partner->history.RedoHere();
+    CHECK(CanRedo() && WhyNotRedo().empty());
+    if (JukeboxHistory* const partner = MaybePartner(m_undone.back()))
+        partner->RedoHere();
     return RedoHere();
 }
 
-void JukeboxHistory::Join(JukeboxHistory& a, JukeboxHistory& b) {
-    CHECK(&a != &b && a.CanUndo() && b.CanUndo());
-    Step& ofA = a.m_done.back();
-    Step& ofB = b.m_done.back();
-    ofA.maybeJoined = std::make_shared<JoinedStep>(JoinedStep{a});
-    ofB.maybeJoined = std::make_shared<JoinedStep>(JoinedStep{b});
-    ofA.partner = ofB.maybeJoined;
-    ofB.partner = ofA.maybeJoined;
+void JukeboxHistory::Join(JukeboxHistory& from, JukeboxHistory& to) {
+    CHECK(&from != &to && from.CanUndo() && to.CanUndo());
+    from.m_done.back().maybePair = to.m_done.back().maybePair =
+        std::make_shared<Pair>(Pair{&from, &to});
+}
+
+JukeboxHistory* JukeboxHistory::MaybePartner(const Step& step) const {
+    if (step.maybePair == nullptr)
+        return nullptr;
+    return step.maybePair->from == this ? step.maybePair->to : step.maybePair->from;
+}
+
+// Forgets the last `count` of the steps that could be done again, in the partners, too.
+void JukeboxHistory::ForgetUndone(std::size_t count) {
+    const auto end = m_undone.begin() + static_cast<std::ptrdiff_t>(count);
+    const Steps forgotten(std::make_move_iterator(m_undone.begin()), std::make_move_iterator(end));
+    m_undone.erase(m_undone.begin(), end);
+    if (m_savedAt > m_place + std::ranges::count_if(m_undone, &Step::changesJukebox))
+        m_savedAt = kNowhere;
+    for (const Step& step : forgotten)
+        if (JukeboxHistory* const partner = MaybePartner(step))
+            partner->ForgetUndoneFrom(*step.maybePair);
+}
+
+void JukeboxHistory::ForgetUndoneFrom(const Pair& pair) {
+    const auto found = std::ranges::find_if(
+        m_undone, [&](const Step& step) { return step.maybePair.get() == &pair; });
+    if (found != m_undone.end())
+        ForgetUndone(static_cast<std::size_t>(found - m_undone.begin()) + 1);
 }
 
 EditResult JukeboxHistory::UndoHere() {
@@ -109,12 +161,14 @@ EditResult JukeboxHistory::FlipStep(Step& step, bool backwards) {
 
 void JukeboxHistory::Clear() {
     m_done.clear();
-    m_undone.clear();
+    ForgetUndone(m_undone.size());
     m_place = 0;
     m_savedAt = m_jukebox.HasUnsavedChanges() ? kNowhere : 0;
 }
 
-void JukeboxHistory::OnFolderAdded(Folder& /*folder*/) {
+void JukeboxHistory::OnFolderAdded(Folder& folder) {
+    if (m_isFilling)
+        m_added.push_back(&folder);
     OnChange();
 }
 void JukeboxHistory::OnFolderRemoving(Folder& /*folder*/) {
@@ -128,6 +182,31 @@ void JukeboxHistory::OnChildrenReordered(Folder* /*parent*/) {
 }
 void JukeboxHistory::OnSongsChanged(Folder& /*folder*/) {
     OnChange();
+}
+
+void JukeboxHistory::OnFillingBegins() {
+    m_isFilling = m_working = true;
+    for (const Folder* folder = m_jukebox.Next(nullptr); folder != nullptr;
+         folder = m_jukebox.Next(folder))
+        m_songsBefore[folder] = folder->Songs().size();
+}
+
+void JukeboxHistory::OnFillingEnds() {
+    Changes changes;
+    for (Folder* const folder : m_added)
+        changes.push_back(TakeFolder(*folder));
+    for (Folder* folder = m_jukebox.Next(nullptr); folder != nullptr;
+         folder = m_jukebox.Next(folder))
+        if (const std::size_t before = m_songsBefore[folder]; folder->Songs().size() > before)
+            changes.push_back(AppendedSongs(*folder, before));
+    m_added.clear();
+    m_songsBefore.clear();
+    if (!changes.empty()) {
+        ForgetUndone(m_undone.size());
+        ++m_place;
+        m_done.push_back({"Bring In New Songs", std::move(changes), nullptr, true});
+    }
+    m_isFilling = m_working = false;
 }
 
 // What the steps hold has the old numbers.

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "jukebox/JukeboxChange.h"
@@ -10,8 +11,8 @@
 namespace tobbin {
 
 // What was done to one jukebox, so that each step can be undone and done again. All editing goes
-// through Do: a change of the folders or songs by anyone else, such as the filling of the automatic
-// groups, ends the history. Knows at which step the jukebox was last saved; back there it is not
+// through Do; a grouping run is a step of its own. A change of the folders or songs by anyone else
+// ends the history. Knows at which step the jukebox was last saved; back there it is not
 // dirty.
 //
 // A step keeps what it took out of the jukebox or moved in it, never the jukebox.
@@ -34,28 +35,37 @@ class JukeboxHistory : private JukeboxListener {
     // The name of the step that would be next; CHECK that there is one.
     const std::string& UndoName() const;
     const std::string& RedoName() const;
+    // Why the next step can't be undone or done again, for the person; empty when it can.
+    std::string WhyNotUndo() const;
+    std::string WhyNotRedo() const;
+    // CHECK that there is a step and nothing is in its way.
     EditResult Undo();
     EditResult Redo();
     void Clear();
 
-    // Makes the last steps of two jukeboxes one, as for what was dragged from the one to the other:
-    // undone or done again in either, it is in both, as long as it is the next one in both.
-    static void Join(JukeboxHistory& a, JukeboxHistory& b);
+    // Makes the last steps of two jukeboxes one, which moved something from the one to the other.
+    // It is undone and done again in both or in neither, so as long as it is the next one in both.
+    // Of two steps whose other jukebox was closed, the one that took something out can be undone.
+    static void Join(JukeboxHistory& from, JukeboxHistory& to);
 
  private:
-    // One of two joined steps, for as long as its history has it.
-    struct JoinedStep {
-        JukeboxHistory& history;
+    struct Pair {  // null for a jukebox that was closed
+        JukeboxHistory* from;
+        JukeboxHistory* to;
     };
     struct Step {
         std::string name;
         Changes changes;
+        std::shared_ptr<Pair> maybePair;  // shared with the other jukebox's step
         bool changesJukebox = false;
-        std::shared_ptr<JoinedStep> maybeJoined = {};
-        std::weak_ptr<JoinedStep> partner = {};  // in the other jukebox
     };
     using Steps = std::vector<Step>;
 
+    JukeboxHistory* MaybePartner(const Step& step) const;
+    static bool IsNext(const Steps& steps, const Step& step);
+    std::string WordsOn(const Step& step, const char* failed) const;
+    void ForgetUndone(std::size_t count);
+    void ForgetUndoneFrom(const Pair& pair);
     EditResult UndoHere();
     EditResult RedoHere();
     EditResult FlipStep(Step& step, bool backwards);
@@ -65,6 +75,8 @@ class JukeboxHistory : private JukeboxListener {
     void OnFolderTextChanged(Folder& folder) override;
     void OnChildrenReordered(Folder* parent) override;
     void OnSongsChanged(Folder& folder) override;
+    void OnFillingBegins() override;
+    void OnFillingEnds() override;
     void OnRecordsMoved() override;
     void OnDirtyChanged() override;
     void OnChange();
@@ -75,6 +87,11 @@ class JukeboxHistory : private JukeboxListener {
     Steps m_done;
     Steps m_undone;  // the next one last
     bool m_working = false;
+    // While a grouping run is at work: the folders that it added, and how many songs each of the
+    // others had before.
+    bool m_isFilling = false;
+    std::vector<Folder*> m_added;
+    std::unordered_map<const Folder*, std::size_t> m_songsBefore;
     int m_place = 0;    // how many of the steps done change the jukebox
     int m_savedAt = 0;  // the place at which the jukebox was saved, or kNowhere
 };

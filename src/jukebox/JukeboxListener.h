@@ -14,6 +14,9 @@ class JukeboxListener {
     virtual void OnFolderTextChanged(Folder& /*folder*/) {}
     virtual void OnChildrenReordered(Folder* /*parent*/) {}
     virtual void OnSongsChanged(Folder& /*folder*/) {}
+    // What comes between is the work of one grouping run.
+    virtual void OnFillingBegins() {}
+    virtual void OnFillingEnds() {}
     virtual void OnRanksChanged() {}  // of songs in the catalogue
     virtual void OnRecordsMoved() {}  // in the catalogue; the jukebox has followed them
     virtual void OnColumnsChanged() {}

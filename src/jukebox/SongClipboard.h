@@ -24,6 +24,10 @@ class SongClipboard {
     std::unique_ptr<Folder> FolderFor(Jukebox& jukebox) const;
     std::vector<SongItem> SongsFor(Jukebox& jukebox) const;
 
+    // What the system clipboard's change number was when it was filled; see SystemClipboard.
+    std::uint32_t SystemChange() const { return m_systemChange; }
+    void SystemChange(std::uint32_t number) { m_systemChange = number; }
+
     // The jukebox that keeps what is held; null when nothing is.
     Jukebox* MaybeStore() const { return m_store.get(); }
 
@@ -37,6 +41,7 @@ class SongClipboard {
     std::unique_ptr<Jukebox> m_store;  // its one folder is what is held, or holds the songs
     std::weak_ptr<const void> m_origin;
     std::uint64_t m_originalSerial = 0;
+    std::uint32_t m_systemChange = 0;
 };
 
 }  // namespace tobbin

@@ -10,14 +10,20 @@ const std::vector<std::string>& DecadeTexts() {
     return texts;
 }
 
-bool IsSpecialFolder(const Folder& folder) {
-    const std::string& text = folder.Text();
-    if (folder.Parent() == nullptr)
+namespace {
+
+bool IsSpecialPlace(const Folder* parent, const std::string& text) {
+    if (parent == nullptr)
         return text == kAllSongs || text == kNew || text == kDecades || text == kGenre ||
                text == kArtist || text == kYear;
-    const Folder& parent = *folder.Parent();
-    return parent.Parent() == nullptr && parent.Text() == kDecades &&
+    return parent->Parent() == nullptr && parent->Text() == kDecades &&
            std::ranges::count(DecadeTexts(), text) > 0;
+}
+
+}  // namespace
+
+bool IsSpecialFolder(const Folder& folder) {
+    return IsSpecialPlace(folder.Parent(), folder.Text());
 }
 
 bool IsInSpecialFolder(const Folder& folder) {
@@ -29,6 +35,25 @@ bool IsInSpecialFolder(const Folder& folder) {
 
 bool IsAllSongs(const Folder& folder) {
     return folder.Parent() == nullptr && folder.Text() == kAllSongs;
+}
+
+bool MakesSecondSpecialFolder(const Jukebox& jukebox, const Folder* parent, const std::string& text,
+                              const Folder& content) {
+    if (!IsSpecialPlace(parent, text))
+        return false;
+    for (std::size_t i = 0; i < jukebox.ChildCount(parent); ++i) {
+        const Folder& sibling = parent != nullptr ? parent->Child(i) : jukebox.Root(i);
+        if (sibling.Text() == text)
+            return true;
+    }
+    if (parent != nullptr || text != kDecades)
+        return false;
+    return std::ranges::any_of(DecadeTexts(), [&](const std::string& decade) {
+        int count = 0;
+        for (std::size_t i = 0; i < content.ChildCount(); ++i)
+            count += content.Child(i).Text() == decade ? 1 : 0;
+        return count > 1;
+    });
 }
 
 }  // namespace tobbin

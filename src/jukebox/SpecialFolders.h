@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "jukebox/Folder.h"
+#include "jukebox/Jukebox.h"
 
 namespace tobbin {
 
@@ -27,5 +27,11 @@ bool IsInSpecialFolder(const Folder& folder);
 
 // Whether this is the top-level "All Songs", which songs can't be cut from.
 bool IsAllSongs(const Folder& folder);
+
+// Whether a folder with that text among a parent's children (null: at the top level) would be a
+// second special folder beside one of the same text, or would, with the children of `content`, hold
+// two such decades.
+bool MakesSecondSpecialFolder(const Jukebox& jukebox, const Folder* parent, const std::string& text,
+                              const Folder& content);
 
 }  // namespace tobbin

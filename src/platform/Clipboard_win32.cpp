@@ -13,7 +13,7 @@ namespace {
 using UniqueWindow = UniqueHandle<NullHandleTraits<HWND, &::DestroyWindow>>;
 
 // Programs that watch the clipboard hold it for a moment after each change.
-bool OpenForWriting(HWND owner) {
+bool Open(HWND owner) {
     constexpr int kTries = 10;
     constexpr DWORD kPause = 10;  // milliseconds
     for (int i = 0; i < kTries; ++i) {
@@ -22,6 +22,11 @@ bool OpenForWriting(HWND owner) {
         Sleep(kPause);
     }
     return false;
+}
+
+// Marks what this program put on the clipboard.
+UINT OwnFormat() {
+    return RegisterClipboardFormatW(L"Tobbin Songs");
 }
 
 void Put(UINT format, HGLOBAL memory) {
@@ -35,7 +40,7 @@ void WindowsClipboard::OfferFiles(const std::vector<std::string>& paths) {
     // The clipboard takes data from a window only.
     const UniqueWindow owner(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
                                              nullptr, nullptr, nullptr));
-    if (!OpenForWriting(owner.Get()))
+    if (!Open(owner.Get()))
         return;
     const ScopeGuard closed([] { CloseClipboard(); });
     if (!EmptyClipboard())
@@ -47,6 +52,24 @@ void WindowsClipboard::OfferFiles(const std::vector<std::string>& paths) {
     const DWORD copy = DROPEFFECT_COPY;  // a cut in a jukebox moves no file
     Put(RegisterClipboardFormatW(L"Preferred DropEffect"), MakeMemory(&copy, sizeof(copy)));
     Put(CF_UNICODETEXT, MakeUnicodeText(lines));
+    constexpr char kNothing = 0;
+    Put(OwnFormat(), MakeMemory(&kNothing, sizeof(kNothing)));
+}
+
+bool WindowsClipboard::HasFilesOfOthers() const {
+    return IsClipboardFormatAvailable(CF_HDROP) && !IsClipboardFormatAvailable(OwnFormat());
+}
+
+std::vector<std::string> WindowsClipboard::Files() const {
+    if (!Open(nullptr))
+        return {};
+    const ScopeGuard closed([] { CloseClipboard(); });
+    const HANDLE drop = GetClipboardData(CF_HDROP);  // the clipboard's own
+    return drop != nullptr ? FilesOf(static_cast<HDROP>(drop)) : std::vector<std::string>();
+}
+
+std::uint32_t WindowsClipboard::ChangeNumber() const {
+    return GetClipboardSequenceNumber();
 }
 
 }  // namespace tobbin

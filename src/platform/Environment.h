@@ -110,6 +110,11 @@ class SystemClipboard {
     // Offers files by their full paths: as files that can be copied, and as text, one on each line.
     // The clipboard stays as it is while another program holds it.
     virtual void OfferFiles(const std::vector<std::string>& paths) = 0;
+    // Whether it has files that another program put there; the full paths of the files on it.
+    virtual bool HasFilesOfOthers() const = 0;
+    virtual std::vector<std::string> Files() const = 0;
+    // Another number after each change, whoever made it.
+    virtual std::uint32_t ChangeNumber() const = 0;
 };
 
 // Waiting window events.

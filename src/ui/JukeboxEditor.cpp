@@ -27,12 +27,35 @@ JukeboxEditor::JukeboxEditor(const EditingTools& tools, Jukebox& jukebox)
     : m_tools(tools), m_jukebox(jukebox), m_history(jukebox) {}
 
 EditResult JukeboxEditor::AddFolder(Folder* parent) {
-    return m_history.Do("Add Folder", PutFolder(Jukebox::MakeFolder(kNewFolder), parent,
-                                                m_jukebox.ChildCount(parent)));
+    return Said("Added \"" + std::string(kNewFolder) + "\".", WayBack::TakesItBack,
+                m_history.Do("Add Folder", PutFolder(Jukebox::MakeFolder(kNewFolder), parent,
+                                                     m_jukebox.ChildCount(parent))));
 }
 
 EditResult JukeboxEditor::RenameFolder(Folder& folder, std::string text) {
-    return m_history.Do("Rename Folder", tobbin::RenameFolder(folder, std::move(text)));
+    if (TrimBlanks(text).empty()) {
+        Say("A folder needs a name.");
+        return {};
+    }
+    if (MakesSecond(folder.Parent(), text, folder))
+        return {};
+    const std::string line = "Renamed " + NameOf(&folder) + " to \"" + text + "\".";
+    return Said(line, WayBack::TakesItBack,
+                m_history.Do("Rename Folder", tobbin::RenameFolder(folder, std::move(text))));
+}
+
+// Says the line on what was done, with the way back.
+EditResult JukeboxEditor::Said(const std::string& line, WayBack way, EditResult result) {
+    Say(WithWayBack(line, way));
+    return result;
+}
+
+bool JukeboxEditor::MakesSecond(const Folder* parent, const std::string& text,
+                                const Folder& content) {
+    if (!MakesSecondSpecialFolder(m_jukebox, parent, text, content))
+        return false;
+    Say(StandsHereAlready(text));
+    return true;
 }
 
 bool JukeboxEditor::MayTakeFolder(const Folder& folder) {
@@ -57,7 +80,8 @@ EditResult JukeboxEditor::CutFolder(Folder& folder) {
     if (!MayTakeFolder(folder))
         return {};
     HoldFolder(folder);
-    return m_history.Do("Cut Folder", TakeFolder(folder));
+    const std::string line = "Cut " + NameAndSongsOf(m_jukebox, folder) + ".";
+    return Said(line, WayBack::BringsItBack, m_history.Do("Cut Folder", TakeFolder(folder)));
 }
 
 void JukeboxEditor::CopyFolder(const Folder& folder) {
@@ -67,11 +91,24 @@ void JukeboxEditor::CopyFolder(const Folder& folder) {
 void JukeboxEditor::HoldFolder(const Folder& folder) {
     m_tools.clipboard.HoldFolder(m_jukebox, folder);
     OfferFiles(PathsOf(folder, {}));
+    m_tools.clipboard.SystemChange(m_tools.environment.clipboard.ChangeNumber());
 }
 
 void JukeboxEditor::HoldSongs(const Folder& folder, const std::vector<std::size_t>& rows) {
     m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
     OfferFiles(PathsOf(folder, rows));
+    m_tools.clipboard.SystemChange(m_tools.environment.clipboard.ChangeNumber());
+}
+
+bool JukeboxEditor::CanPaste() const {
+    return !m_tools.clipboard.IsEmpty() || m_tools.environment.clipboard.HasFilesOfOthers();
+}
+
+std::vector<std::string> JukeboxEditor::FilesToPaste() const {
+    const SystemClipboard& system = m_tools.environment.clipboard;
+    const bool isNewer =
+        m_tools.clipboard.IsEmpty() || system.ChangeNumber() != m_tools.clipboard.SystemChange();
+    return isNewer && system.HasFilesOfOthers() ? system.Files() : std::vector<std::string>();
 }
 
 // What is held is also offered to other programs.
@@ -105,7 +142,8 @@ EditResult JukeboxEditor::DeleteFolder(Folder& folder) {
             "Are you sure you want to delete this folder and all it's contents?",
             Buttons::YesNoCancel, BoxIcon::Question) != Answer::Yes)
         return {};
-    return m_history.Do("Delete Folder", TakeFolder(folder));
+    const std::string line = "Deleted " + NameAndSongsOf(m_jukebox, folder) + ".";
+    return Said(line, WayBack::BringsItBack, m_history.Do("Delete Folder", TakeFolder(folder)));
 }
 
 EditResult JukeboxEditor::Paste(Folder& into) {
@@ -115,8 +153,13 @@ EditResult JukeboxEditor::Paste(Folder& into) {
             Say(kNotIntoItself);
             return {};
         }
-        return m_history.Do("Paste Folder",
-                            PutFolder(clipboard.FolderFor(m_jukebox), &into, into.ChildCount()));
+        auto folder = clipboard.FolderFor(m_jukebox);
+        if (MakesSecond(&into, folder->Text(), *folder))
+            return {};
+        const std::string line = "Pasted " + NameOf(folder.get()) + " into " + NameOf(&into) + ".";
+        return Said(
+            line, WayBack::TakesItBack,
+            m_history.Do("Paste Folder", PutFolder(std::move(folder), &into, into.ChildCount())));
     }
     if (!clipboard.HoldsSongs())
         return {};
@@ -125,7 +168,9 @@ EditResult JukeboxEditor::Paste(Folder& into) {
         Say(kHoldsThemAll);
         return {};
     }
-    return m_history.Do("Paste Songs", AppendSongs(into, std::move(songs)));
+    const std::string line = "Pasted " + SongsAndTwins(songs, into) + ".";
+    return Said(line, WayBack::TakesItBack,
+                m_history.Do("Paste Songs", AppendSongs(into, std::move(songs))));
 }
 
 std::vector<SongItem> JukeboxEditor::Wanted(const Folder& into, std::vector<SongItem> songs) const {
@@ -153,16 +198,33 @@ EditResult JukeboxEditor::SortNodes(Folder& parent) {
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order,
                              [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
-    return std::ranges::is_sorted(order)
-               ? EditResult()
-               : m_history.Do("Sort Nodes", OrderChildren(&parent, std::move(order)));
+    if (std::ranges::is_sorted(order))
+        return {};
+    return Said("Sorted the folders in " + NameOf(&parent) + ".", WayBack::TakesItBack,
+                m_history.Do("Sort Nodes", OrderChildren(&parent, std::move(order))));
 }
 
 EditResult JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
     if (!MayTakeSongs(folder))
         return {};
     HoldSongs(folder, rows);
-    return m_history.Do("Cut Songs", TakeSongs(folder, rows));
+    return TakeOut("Cut", "Cut Songs", folder, rows);
+}
+
+EditResult JukeboxEditor::TakeOut(const char* did, const char* name, Folder& folder,
+                                  const std::vector<std::size_t>& rows) {
+    return Said(
+        std::string(did) + " " + Counted(rows.size(), "song") + " from " + NameOf(&folder) + ".",
+        rows.size() == 1 ? WayBack::BringsItBack : WayBack::BringsThemBack,
+        m_history.Do(name, TakeSongs(folder, rows)));
+}
+
+EditResult JukeboxEditor::DeleteSongs(Folder& folder, const std::vector<std::size_t>& rows) {
+    if (!MayTakeSongs(folder))
+        return {};
+    m_tools.clipboard.HoldSongs(m_jukebox, folder, rows);
+    m_tools.clipboard.SystemChange(m_tools.environment.clipboard.ChangeNumber());
+    return TakeOut("Deleted", "Delete Songs", folder, rows);
 }
 
 void JukeboxEditor::CopySongs(const Folder& folder, const std::vector<std::size_t>& rows) {
@@ -182,7 +244,8 @@ void JukeboxEditor::RankSongs(const RankRow& rank, const Folder& folder,
     if (change->IsEmpty())
         m_tools.catalogue.Save();
     else
-        m_history.Do("Rank Songs", std::move(change));
+        Said("Ranked " + Counted(rows.size(), "song") + ".", WayBack::TakesItBack,
+             m_history.Do("Rank Songs", std::move(change)));
 }
 
 EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
@@ -193,7 +256,8 @@ EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
         changes.push_back(OrderSongs(folder, std::move(order)));
     changes.push_back(ChangeHeading(0, SortHeading(state)));
     changes.push_back(ChangeValue(sortState, state % kSortStates + 1));
-    return m_history.Do("Sort Songs", std::move(changes));
+    return Said("Sorted the songs of " + NameOf(&folder) + ".", WayBack::TakesItBack,
+                m_history.Do("Sort Songs", std::move(changes)));
 }
 
 // What the person is told of files whose names other songs have; empty when there is none.
@@ -222,13 +286,13 @@ EditResult JukeboxEditor::AddFiles(Folder& folder, const std::vector<std::string
         songs.push_back(m_jukebox.MakeItem(catalogue.Mp3Info(clsMain::kFileName, record), record,
                                            catalogue.Rank(record)));
     songs = Wanted(folder, std::move(songs));
-    if (records.empty())
-        Say("There is no MP3 file among what was dropped.");
-    else
-        Say("Added " + Counted(songs.size(), "song") + " to \"" + folder.Text() + "\"." +
-            WordsOnNamesakes(found));
-    return songs.empty() ? EditResult()
-                         : m_history.Do("Add Files", AppendSongs(folder, std::move(songs)));
+    const std::string line = "Added " + SongsAndTwins(songs, folder) + " to " + NameOf(&folder) +
+                             "." + WordsOnNamesakes(found);
+    if (!songs.empty())
+        return Said(line, WayBack::TakesItBack,
+                    m_history.Do("Add Files", AppendSongs(folder, std::move(songs))));
+    Say(records.empty() ? "There is no MP3 file among these files." : line);
+    return {};
 }
 
 bool JukeboxEditor::CanDrop(const JukeboxEditor& from, const Dragged& dragged,
@@ -249,6 +313,8 @@ EditResult JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, Juke
             to.Say(kNotIntoItself);
         return {};
     }
+    if (dragged.IsFolder() && to.MakesSecond(target, dragged.folder->Text(), *dragged.folder))
+        return {};
     if (mode == DropMode::Move && !(dragged.IsFolder() ? from.MayTakeFolder(*dragged.folder)
                                                        : from.MayTakeSongs(*dragged.folder)))
         return {};
@@ -258,16 +324,19 @@ EditResult JukeboxEditor::Drop(JukeboxEditor& from, const Dragged& dragged, Juke
 
 EditResult JukeboxEditor::DropFolder(JukeboxEditor& from, Folder& folder, Folder* target,
                                      DropMode mode) {
+    const std::string line = (mode == DropMode::Move ? "Moved " : "Copied ") +
+                             NameAndSongsOf(from.m_jukebox, folder) + " to " + NameOf(target) + ".";
     if (mode == DropMode::Move && &from == this)
-        return m_history.Do("Move Folder", MoveFolder(folder, target));
+        return Said(line, WayBack::TakesItBack,
+                    m_history.Do("Move Folder", MoveFolder(folder, target)));
     const std::string name = mode == DropMode::Move ? "Move Folder" : "Copy Folder";
     EditResult place = m_history.Do(name, PutFolder(m_jukebox.CopyFolder(from.m_jukebox, folder),
                                                     target, m_jukebox.ChildCount(target)));
     if (mode == DropMode::Move) {
         from.m_history.Do(name, TakeFolder(folder));
-        JukeboxHistory::Join(m_history, from.m_history);
+        JukeboxHistory::Join(from.m_history, m_history);
     }
-    return place;
+    return Said(line, WayBack::TakesItBack, place);
 }
 
 EditResult JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged, Folder& target,
@@ -281,26 +350,28 @@ EditResult JukeboxEditor::DropSongs(JukeboxEditor& from, const Dragged& dragged,
         Say(kHoldsThemAll);
         return {};
     }
-    Say((isMove ? "Moved " + Counted(dragged.rows.size(), "song")
-                : "Copied " + Counted(songs.size(), "song")) +
-        " to \"" + target.Text() + "\".");
+    const std::string line = (isMove ? "Moved " + Counted(dragged.rows.size(), "song")
+                                     : "Copied " + SongsAndTwins(songs, target)) +
+                             " to " + NameOf(&target) + ".";
     const std::string name = isMove ? "Move Songs" : "Copy Songs";
     JukeboxHistory::Changes changes;
     if (!songs.empty())
         changes.push_back(AppendSongs(target, std::move(songs)));
     if (!isMove)
-        return m_history.Do(name, std::move(changes));
+        return Said(line, WayBack::TakesItBack, m_history.Do(name, std::move(changes)));
     auto taken = TakeSongs(*dragged.folder, dragged.rows);
     if (&from == this) {
         changes.insert(changes.begin(), std::move(taken));
-        return m_history.Do(name, std::move(changes));
+        return Said(line, WayBack::TakesItBack, m_history.Do(name, std::move(changes)));
     }
     from.m_history.Do(name, std::move(taken));
-    if (changes.empty())
+    if (changes.empty()) {
+        from.Say(WithWayBack(line, WayBack::BringsThemBack));
         return {};
+    }
     EditResult place = m_history.Do(name, std::move(changes));
-    JukeboxHistory::Join(m_history, from.m_history);
-    return place;
+    JukeboxHistory::Join(from.m_history, m_history);
+    return Said(line, WayBack::TakesItBack, place);
 }
 
 }  // namespace tobbin

@@ -11,6 +11,7 @@
 #include "jukebox/JukeboxHistory.h"
 #include "ui/Dragging.h"
 #include "ui/EditingTools.h"
+#include "ui/EditTexts.h"
 
 namespace tobbin {
 
@@ -25,6 +26,7 @@ class JukeboxEditor {
     const JukeboxHistory& History() const { return m_history; }
 
     EditResult AddFolder(Folder* parent);
+    // Refused, with a word, for a name of blanks, and as below.
     EditResult RenameFolder(Folder& folder, std::string text);
     // Refused, with a message, for a folder that the program fills; the jukebox counts as changed
     // all the same.
@@ -32,14 +34,21 @@ class JukeboxEditor {
     void CopyFolder(const Folder& folder);
     // Asks first. A folder that the program fills stays, without a word.
     EditResult DeleteFolder(Folder& folder);
+    // None of what follows makes a second special folder: that is refused with a word.
     // Puts what was cut or copied last at the end of a folder: songs to its songs, a folder to its
     // folders.
     EditResult Paste(Folder& into);
+    // Whether there is anything to paste, ours or files that another program put on the system's
+    // clipboard. The paths of those when they came later than ours, else none.
+    bool CanPaste() const;
+    std::vector<std::string> FilesToPaste() const;
     // By text, up. Folders of equal texts stay in their order.
     EditResult SortNodes(Folder& parent);
 
     // Refused, with a message, for "All Songs"; as above.
     EditResult CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
+    // The same, but not offered to other programs.
+    EditResult DeleteSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void CopySongs(const Folder& folder, const std::vector<std::size_t>& rows);
     void RankSongs(const RankRow& rank, const Folder& folder, const std::vector<std::size_t>& rows);
     // By a state of the sort cycle; `sortState` becomes the next one.
@@ -61,6 +70,10 @@ class JukeboxEditor {
     std::string WordsOnNamesakes(const FoundOutcome& found) const;
     bool MayTakeFolder(const Folder& folder);
     bool MayTakeSongs(const Folder& folder);
+    EditResult Said(const std::string& line, WayBack way, EditResult result);
+    bool MakesSecond(const Folder* parent, const std::string& text, const Folder& content);
+    EditResult TakeOut(const char* did, const char* name, Folder& folder,
+                       const std::vector<std::size_t>& rows);
     // The songs that a folder takes in: "All Songs" holds each only once.
     std::vector<SongItem> Wanted(const Folder& into, std::vector<SongItem> songs) const;
     void HoldFolder(const Folder& folder);

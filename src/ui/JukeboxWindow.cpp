@@ -79,7 +79,7 @@ bool JukeboxWindow::CanAct(const CommandRow& row, Pane pane, const Folder* node)
             return node != nullptr && node == m_selected && HasView() &&
                    m_view->SelectedCount() > 0;
         case When::CanPaste:
-            return node != nullptr && !m_tools.clipboard.IsEmpty();
+            return node != nullptr && m_editor.CanPaste();
         default:
             return false;
     }
@@ -161,8 +161,10 @@ void JukeboxWindow::DoOnSongs(const CommandRow& row, Folder& node,
         m_host.PlaySelectedSongs(*this);
     else if (row.command == Command::Copy)
         m_editor.CopySongs(node, rows);
-    else  // deleted songs can be pasted as well
-        CutSongs(node, rows);
+    else
+        ShowWithout(row.command == Command::Cut ? m_editor.CutSongs(node, rows)
+                                                : m_editor.DeleteSongs(node, rows),
+                    rows.front());
 }
 
 // A new folder's text is open for editing at once.
@@ -173,23 +175,23 @@ void JukeboxWindow::AddFolder(Folder* parent) {
         View().EditFolderText(*place.maybeFolder);
 }
 
-void JukeboxWindow::CutSongs(Folder& folder, const std::vector<std::size_t>& rows) {
-    if (m_editor.CutSongs(folder, rows).maybeFolder != nullptr)
-        ShowWithout(folder, rows.front());
-}
-
 // Songs were taken out of a folder: the next one gets the focus.
-void JukeboxWindow::ShowWithout(const Folder& folder, std::size_t firstRow) {
-    if (!HasView() || &folder != m_selected)
+void JukeboxWindow::ShowWithout(const EditResult& place, std::size_t firstRow) {
+    if (!HasView() || place.maybeFolder == nullptr || place.maybeFolder != m_selected)
         return;
     View().SelectRows({});
-    if (!folder.Songs().empty())
-        View().FocusRow(std::min(firstRow, folder.Songs().size() - 1));
+    if (m_selected->Songs().empty())
+        return;
+    View().FocusRow(std::min(firstRow, m_selected->Songs().size() - 1));
 }
 
 // What was pasted is shown, but the selected folder stays the selected one: the next paste goes
 // there, too.
 void JukeboxWindow::Paste(Folder& into) {
+    if (const std::vector<std::string> files = m_editor.FilesToPaste(); !files.empty()) {
+        DropFiles(files, &into);
+        return;
+    }
     const EditResult place = m_editor.Paste(into);
     if (place.maybeFolder == &into)
         Show(place);
@@ -253,14 +255,24 @@ std::string JukeboxWindow::RedoText() const {
 void JukeboxWindow::Undo() {
     if (!CanUndo())
         return;
-    m_tools.environment.statusLine.Say("Undone: " + m_editor.History().UndoName() + ".");
+    if (const std::string why = m_editor.History().WhyNotUndo(); !why.empty()) {
+        m_tools.environment.statusLine.Say(why);
+        return;
+    }
+    m_tools.environment.statusLine.Say("Undone: " + m_editor.History().UndoName() +
+                                       ". Alt+Shift+Backspace does it again.");
     ShowWithSelection([this] { return m_editor.History().Undo(); });
 }
 
 void JukeboxWindow::Redo() {
     if (!CanRedo())
         return;
-    m_tools.environment.statusLine.Say("Done again: " + m_editor.History().RedoName() + ".");
+    if (const std::string why = m_editor.History().WhyNotRedo(); !why.empty()) {
+        m_tools.environment.statusLine.Say(why);
+        return;
+    }
+    m_tools.environment.statusLine.Say(
+        WithWayBack("Done again: " + m_editor.History().RedoName() + ".", WayBack::TakesItBack));
     ShowWithSelection([this] { return m_editor.History().Redo(); });
 }
 
@@ -294,7 +306,7 @@ void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) 
     if (dragged.IsFolder())
         Show(place);
     else if (mode == DropMode::Move && place.maybeFolder != nullptr)
-        dragged.from->ShowWithout(*dragged.folder, dragged.rows.front());
+        dragged.from->ShowWithout({dragged.folder, {}, {}}, dragged.rows.front());
 }
 
 bool JukeboxWindow::CanDropFiles(const std::vector<std::string>& paths, const Folder* target) {
@@ -331,10 +343,8 @@ void JukeboxWindow::OnRowOpened() {
 }
 
 bool JukeboxWindow::OnFolderTextEdited(Folder& folder, const std::string& text) {
-    if (text.empty() || text == folder.Text() || !MayEditText(folder))
-        return false;
-    m_editor.RenameFolder(folder, text);
-    return true;
+    return text != folder.Text() && MayEditText(folder) &&
+           m_editor.RenameFolder(folder, text).maybeFolder != nullptr;
 }
 
 void JukeboxWindow::AskBeforeClosing() {

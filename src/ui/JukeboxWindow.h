@@ -182,8 +182,7 @@ class JukeboxWindow : private JukeboxListener {
     void DoOnFolder(Command command, Folder& node);
     void DoOnSongs(const CommandRow& row, Folder& node, const std::vector<std::size_t>& rows);
     void AddFolder(Folder* parent);
-    void CutSongs(Folder& folder, const std::vector<std::size_t>& rows);
-    void ShowWithout(const Folder& folder, std::size_t firstRow);
+    void ShowWithout(const EditResult& place, std::size_t firstRow);
     void Paste(Folder& into);
     void Show(const EditResult& place);
     template <typename Change>

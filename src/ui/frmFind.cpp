@@ -64,7 +64,10 @@ void frmFind::FindNext() {
         return;
     const std::optional<std::size_t> focused = window->View().MaybeFocusedRow();
     Forget();
-    m_current = m_start = PlaceOf(window->Model(), *window->SelectedFolder());
+    m_current = m_start = 1;
+    for (const Folder* folder = window->Model().Next(nullptr); folder != window->SelectedFolder();
+         folder = window->Model().Next(folder))
+        ++m_current, ++m_start;
     m_lastHit = focused ? static_cast<std::ptrdiff_t>(*focused) : kBeforeTheFirst;
     m_lookingForTheLastNode = false;
     Step(*window);

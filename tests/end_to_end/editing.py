@@ -67,7 +67,7 @@ class Editing(Case):
 
     def undo(self, *steps):
         keys(*["alt+BackSpace"] * len(steps))
-        self.until(status, f"Undone: {steps[-1]}.")
+        self.until(status, f"Undone: {steps[-1]}. Alt+Shift+Backspace does it again.")
 
     def drag(self, start, to, *held):
         """Drags over a folder, with keys held, until it is marked."""
@@ -121,7 +121,7 @@ class Editing(Case):
             self.until(lambda: driver("clipboard"), paths + ["files"] + paths)
             self.drag(where("row", 1), ("folder", "Dad's"), "shift")  # or it would copy
             self.release("shift")
-            self.until(status, 'Moved 2 songs to "Dad\'s".')
+            self.until(status, 'Moved 2 songs to "Dad\'s". Alt+Backspace takes it back.')
             self.assertEqual([row[2] for row in rows()], songs[2:])
             self.assertEqual(chosen(), [])
             self.assertEqual(self.program.rows("Dad's"), songs[:2])
@@ -130,7 +130,7 @@ class Editing(Case):
             mouse("keydown", "ctrl", "mousemove", *where("row", 0), "click", 1, "keyup", "ctrl")
             self.drag(where("row", 1), ("folder", "Seasonal"), "ctrl")
             self.release("ctrl")
-            self.until(status, 'Copied 2 songs to "Seasonal".')
+            self.until(status, 'Copied 2 songs to "Seasonal". Alt+Backspace takes it back.')
             # What the program fills is copied without a key. Beside its label is a folder, too.
             self.drag(where("folder", "Artist"), ("folder", "My Sweetie's favorites"))
             mouse("mousemove_relative", "--", 60, 0)
@@ -148,7 +148,7 @@ class Editing(Case):
             self.save("back")
             self.assertEqual((GROUPING / "back.juk").read_bytes(), (GROUPING / "dragged.juk").read_bytes())
             keys(*["alt+shift+BackSpace"] * 4)
-            self.until(status, "Done again: Move Folder.")
+            self.until(status, "Done again: Move Folder. Alt+Backspace takes it back.")
             self.save("again")
             self.assertEqual((GROUPING / "again.juk").read_bytes(), (GROUPING / "edited.juk").read_bytes())
 

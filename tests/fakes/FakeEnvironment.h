@@ -216,7 +216,18 @@ class FakePlayerWindow : public PlayerWindow {
 class FakeSystemClipboard : public SystemClipboard {
  public:
     std::vector<std::string> paths;
-    void OfferFiles(const std::vector<std::string>& offered) override { paths = offered; }
+    bool ofOthers = false;
+    std::uint32_t changes = 0;
+    void OfferFiles(const std::vector<std::string>& offered) override { Fill(offered, false); }
+    bool HasFilesOfOthers() const override { return ofOthers; }
+    std::vector<std::string> Files() const override { return paths; }
+    std::uint32_t ChangeNumber() const override { return changes; }
+
+    void Fill(const std::vector<std::string>& files, bool byOthers) {
+        paths = files;
+        ofOthers = byOthers;
+        ++changes;
+    }
 };
 
 // All of the outside, ready to be handed to the core.

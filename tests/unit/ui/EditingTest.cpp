@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "fakes/TaggedSong.h"
 #include "shell/CataloguePass.h"
 #include "unit/ui/EditingFixture.h"
 
@@ -99,6 +100,7 @@ TEST_F(EditingTest, PastesAnyNumberOfTimesIntoAnyJukebox) {
     PopUp(6, "Artist/Abba", {0}, 1);
     EXPECT_EQ(Dump(Window(1).Model(), *At("Artist/Abba", 1)), "Abba(abcbc)");
     EXPECT_EQ(View(1).rows, (Rows{3, 4}));
+    EXPECT_EQ(LastLine(), "Pasted 2 songs, both here already. Alt+Backspace takes it back.");
     PopUp(6, "All Songs", {0}, 1);
     EXPECT_EQ(At("All Songs", 1)->Songs().size(), 3U);
     EXPECT_EQ(LastLine(), "\"All Songs\" holds all of these songs already.");
@@ -249,12 +251,73 @@ TEST_F(EditingTest, DropsInOneStepAlsoBetweenWindows) {
     Window(0).Redo();
     Window(1).Redo();
     EXPECT_EQ(Tree() + Tree(1), moved0 + moved1);
-    PopUp(5, "Artist", {}, 1);  // Where the other one was changed since, each goes its own way.
+    PopUp(5, "Artist", {}, 1);  // Where the other one was changed since, neither is undone.
     Window(0).Undo();
-    EXPECT_NE(At("Artist/Abba")->Songs().size(), 0U);
-    frame.children.pop_back();  // a closed window is no partner
+    EXPECT_EQ(Tree(), moved0);
+    EXPECT_EQ(LastLine(),
+              "\"Move Songs\" can't be undone: the other jukebox, \"OTHER\", has been changed "
+              "since.");
+    Window(1).Undo();
     Window(0).Undo();
+    EXPECT_EQ(Tree(1), std::string(kStart) + " By Mood[Happy(abc)]");
+    PopUp(5, "Artist", {}, 1);
+    EXPECT_FALSE(Window().CanRedo());  // Nor done again in one of them.
+    Window(1).Undo();
+    Window(0).Undo();
+    Window(0).Redo();
+    frame.children.pop_back();
+    Window(0).Undo();  // only brings back
     EXPECT_EQ(Tree(), kStart);
+    Window(0).Redo();
+    EXPECT_EQ(LastLine(), "\"Move Folder\" can't be done again: the other jukebox was closed.");
+    OpenJukebox("THIRD");
+    drop(1, "By Mood/Happy", {}, 0, "", DropMode::Move);
+    EXPECT_EQ(LastLine(),
+              "Moved \"Happy\" (3 songs) to the top level. Alt+Backspace takes it back.");
+    frame.children.pop_back();
+    Window(0).Undo();
+    EXPECT_EQ(LastLine(), "\"Move Folder\" can't be undone: the other jukebox was closed.");
+    EXPECT_EQ(Tree(), std::string(kStart) + " Happy(abc)");
+}
+
+TEST_F(EditingTest, MakesNoSecondSpecialFolder) {
+    const struct {
+        const char* folder;
+        const char* text;
+        bool isTaken;
+    } names[] = {{"By Mood", "All Songs", false}, {"Decades/10's", "70's", false},
+                 {"By Mood", "  ", false},        {"By Mood", "New", true},
+                 {"New/Happy", "70's", true},     {"New/70's", "New", true}};
+    for (const auto& [folder, text, isTaken] : names)
+        EXPECT_EQ(Window().OnFolderTextEdited(*At(folder), text), isTaken) << text;
+    const std::string before = Tree();
+    OpenJukebox("OTHER");
+    for (const std::size_t from : {0U, 1U}) {
+        Window().Drop({&Window(from), At("Artist", from), {}}, nullptr, DropMode::Copy);
+        EXPECT_EQ(LastLine(),
+                  "There is a folder \"Artist\" already that the program fills; there "
+                  "can't be two.");
+        PopUp(7, "Decades/70's", {}, from);
+        PopUp(8, "Decades");
+        EXPECT_TRUE(LastLine().starts_with("There is a folder \"70's\" already"));
+    }
+    EXPECT_EQ(Tree(), before);
+}
+
+TEST_F(EditingTest, PastesWhatCameLast) {
+    fake.disk.AddFile("D:\\New\\d.mp3", "no tag");
+    PopUp(7, "By Mood/Happy", {0});  // Del
+    EXPECT_TRUE(fake.clipboard.paths.empty());
+    EXPECT_EQ(LastLine(), "Deleted 1 song from \"Happy\". Alt+Backspace brings it back.");
+    fake.clipboard.Fill({"D:\\New\\d.mp3"}, true);
+    PopUp(8, "By Mood");
+    EXPECT_EQ(Dump(Window().Model(), *At("By Mood")), "By Mood(d.mp3)[Happy(bc)]");
+    PopUp(7, "By Mood/Happy", {0});
+    PopUp(8, "By Mood");
+    EXPECT_EQ(Dump(Window().Model(), *At("By Mood")), "By Mood(d.mp3b)[Happy(c)]");
+    fake.clipboard.Fill({}, false);  // Another program's text is nothing to paste.
+    PopUp(8, "By Mood");
+    EXPECT_EQ(LastLine(), "Pasted 1 song, here already. Alt+Backspace takes it back.");
 }
 
 TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
@@ -262,7 +325,7 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     fake.disk.AddFile("D:\\New\\b.mp3", "no tag");  // its name is known
     fake.disk.AddFile("D:\\New\\notes.txt");
     Window().DropFiles({"D:\\New\\notes.txt", "D:\\New\\gone.mp3"}, At("Decades/10's"));
-    EXPECT_EQ(LastLine(), "There is no MP3 file among what was dropped.");
+    EXPECT_EQ(LastLine(), "There is no MP3 file among these files.");
     EXPECT_FALSE(Window().CanDropFiles({"D:\\New\\d.MP3"}, nullptr));
     EXPECT_TRUE(Window().CanDropFiles({"D:\\New\\d.MP3", "D:\\Box.JUK"}, nullptr));
     Window().DropFiles({"D:\\New\\d.MP3", "D:\\Box.JUK"}, nullptr);
@@ -276,7 +339,7 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     EXPECT_EQ(Window().RowText(0, 0) + Window().RowText(1, 1) + Window().RowText(2, 1), "d.MP321");
     EXPECT_EQ(LastLine(),
               "Added 3 songs to \"10's\".  \"C:\\M\\b.mp3\" is known by that name and was added in "
-              "the place of \"D:\\New\\b.mp3\".");
+              "the place of \"D:\\New\\b.mp3\". Alt+Backspace takes it back.");
     EXPECT_EQ(Tree().substr(0, 20), "All Songs(abcd.MP3) ");
 
     std::string lost;
@@ -294,14 +357,27 @@ TEST_F(EditingTest, TakesDroppedFilesIntoTheCatalogueAndTheFolder) {
     EXPECT_TRUE(box.ends_with("lost11.mp3\r\n... and 2 more"));
 }
 
-TEST_F(EditingTest, ChangesByOthersEndTheHistory) {
+TEST_F(EditingTest, AGroupingRunIsAStepOfItsOwn) {
     PopUp(4, "By Mood");
     application.Groups().BuildAutomaticGroups(0, true, "");  // finds nothing new
-    EXPECT_TRUE(Window().CanUndo());
+    EXPECT_EQ(Window().UndoText(), "Undo Add Folder");
+    const std::string before = Tree();
+    fake.disk.AddFile("C:\\M\\e.mp3", TaggedSong("Cher", ""));
     application.Catalogue().OnSongFound("C:\\M\\", "e.mp3");
     application.Groups().BuildAutomaticGroups(0, true, "");
-    EXPECT_FALSE(Window().CanUndo() || Window().CanRedo());
+    const std::string after = Tree();
+    EXPECT_EQ(after,
+              "All Songs(abce.mp3) Artist[Abba(a) Cher(e.mp3)] Decades[70's 10's] "
+              "By Mood[Happy(abc) New Folder]");
     EXPECT_TRUE(Window().IsFormDirty());
+    EXPECT_EQ(Window().UndoText(), "Undo Bring In New Songs");
+    Window().Undo();
+    EXPECT_EQ(Tree(), before);
+    Window().Undo();
+    EXPECT_EQ(Tree(), kStart);
+    Window().Redo();
+    Window().Redo();
+    EXPECT_EQ(Tree(), after);
 }
 
 TEST_F(EditingTest, WhatIsHeldFollowsTheSongsWhenRecordsMove) {

@@ -67,6 +67,17 @@ TEST_F(FindTest, LooksOnFromTheFocusedSongWithTheDialogClosed) {
     Select("All Songs", {0});
     commands.Do(Command::FindNext);
     EXPECT_EQ(Shown(), "All Songs/1");
+    Jukebox& jukebox = Window().Model();
+    Folder* twins[2] = {};
+    for (Folder*& twin : twins) {
+        twin = &jukebox.AddChild(At("Decades"), "Twin");
+        jukebox.AppendSongs(*twin, {jukebox.MakeItem("b", 2, 2)});
+    }
+    View().SelectFolder(twins[0]);
+    for (int i = 0; i < 2; ++i) {  // "b" of the one, then of the other
+        commands.Do(Command::FindNext);
+        EXPECT_EQ(Window().SelectedFolder(), twins[i]);
+    }
     View().SelectFolder(nullptr);
     EXPECT_FALSE(commands.IsEnabled(Command::Find));
     EXPECT_EQ(Find("a"), "nothing");
