@@ -151,22 +151,6 @@ class SongOrder : public JukeboxChange {
     std::vector<std::size_t> m_order;
 };
 
-class Heading : public JukeboxChange {
- public:
-    Heading(std::size_t column, std::string heading)
-        : m_column(column), m_heading(std::move(heading)) {}
-    EditResult Flip(Jukebox& jukebox) override {
-        std::string old = jukebox.Columns()[m_column];
-        jukebox.SetColumn(m_column, std::exchange(m_heading, std::move(old)));
-        return {};
-    }
-    bool ChangesJukebox() const override { return false; }  // no more than a view of it
-
- private:
-    std::size_t m_column;
-    std::string m_heading;
-};
-
 class Value : public JukeboxChange {
  public:
     Value(int& variable, int value) : m_variable(variable), m_value(value) {}
@@ -210,8 +194,13 @@ std::unique_ptr<JukeboxChange> TakeSongs(Folder& folder, std::vector<std::size_t
 }
 
 std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem> songs) {
+    return InsertSongs(folder, std::move(songs), folder.Songs().size());
+}
+
+std::unique_ptr<JukeboxChange> InsertSongs(Folder& folder, std::vector<SongItem> songs,
+                                           std::size_t before) {
     std::vector<std::size_t> rows(songs.size());
-    std::iota(rows.begin(), rows.end(), folder.Songs().size());
+    std::iota(rows.begin(), rows.end(), before);
     return std::make_unique<SongsInOrOut>(folder, std::move(rows), std::move(songs));
 }
 
@@ -221,10 +210,6 @@ std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRo
 
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order) {
     return std::make_unique<SongOrder>(folder, std::move(order));
-}
-
-std::unique_ptr<JukeboxChange> ChangeHeading(std::size_t column, std::string heading) {
-    return std::make_unique<Heading>(column, std::move(heading));
 }
 
 std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value) {

@@ -23,15 +23,15 @@ std::unique_ptr<JukeboxChange> RenameFolder(Folder& folder, std::string text);
 // Child k becomes what is child order[k] now.
 std::unique_ptr<JukeboxChange> OrderChildren(Folder* parent, std::vector<std::size_t> order);
 
-// The same for the songs of a folder; rows ascending.
+// The same for the songs of a folder; rows ascending. New songs go before a row, or to the end.
 std::unique_ptr<JukeboxChange> TakeSongs(Folder& folder, std::vector<std::size_t> rows);
+std::unique_ptr<JukeboxChange> InsertSongs(Folder& folder, std::vector<SongItem> songs,
+                                           std::size_t before);
 std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem> songs);
 // Songs that a folder has at its end already: made done, so that the first flip takes them out.
 std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRow);
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order);
 
-// Gives a column of the list pane another heading.
-std::unique_ptr<JukeboxChange> ChangeHeading(std::size_t column, std::string heading);
 // Gives a variable that outlives the change another value.
 std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value);
 

@@ -24,6 +24,8 @@ ACCEL Accelerator(std::string_view key, Command command) {
         code = VK_DELETE;
     else if (key == "Backspace")
         code = VK_BACK;
+    else if (key == "Up" || key == "Down")
+        code = key == "Up" ? VK_UP : VK_DOWN;
     else if (key.size() > 1)
         code = VK_F1 - 1 + std::stoi(std::string(key.substr(1)));
     accelerator.key = static_cast<WORD>(code);

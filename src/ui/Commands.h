@@ -28,6 +28,8 @@ enum class Command : int {
     FindNext,
     SortList,
     SortNodes,
+    MoveUp,
+    MoveDown,
     NewSongsNormalLocations = 1201,  // mnuNewSongsNormalLocations
     NewSongsWholeComputer,           // mnuNewSongsWholeComputerSearch; then mnusdfssdf
     PlaySelectedSongs,               // mnuPlaySeletedSongs
@@ -176,6 +178,8 @@ inline constexpr CommandRow kCommands[] = {
     {Command::Redo, {.frame = When::CanRedo}, {}, "Alt+Shift+Backspace Ctrl+Shift+Z"},
     {Command::FindNext, {.frame = When::FolderSelected}, {}, "F3"},
     {Command::SortList, {.frame = When::FolderSelected}, {}, "Ctrl+H"},
+    {Command::MoveUp, {.songs = When::SongsSelected}, {}, "Alt+Up"},
+    {Command::MoveDown, {.songs = When::SongsSelected}, {}, "Alt+Down"},
     {Command::SortNodes, {.folder = When::FoldersToSort}, {{Menu::FolderPopUp, 11, "Sort Nodes"}}},
     {Command::NewSongsNormalLocations, {.frame = When::NotGrouping},
      {{Menu::Songs, 1, "&Bring In New Songs (Look where I normally keep them)"}}, "",

@@ -1,5 +1,7 @@
 #include "ui/DropTracker_win32.h"
 
+#include <optional>
+
 #include "platform/Dpi_win32.h"
 
 namespace tobbin {
@@ -67,8 +69,11 @@ Folder* DropTracker::MaybeTarget(POINT screen) const {
 
 DropEffect DropTracker::OnDragOver(const DraggedData& data, POINT screen, DropEffect wish) {
     Folder* const target = MaybeTarget(screen);
-    const DropEffect effect = m_delegate.EffectOfDrop(data, target, wish);
-    m_tree.MarkDrop(effect != DropEffect::None ? target : nullptr);
+    const bool orders = IsOverList(screen) && m_delegate.OrdersList(data, wish);
+    m_list.Mark().Show(orders ? std::optional(m_list.Mark().GapAt(screen)) : std::nullopt);
+    const DropEffect effect =
+        orders ? DropEffect::Move : m_delegate.EffectOfDrop(data, target, wish);
+    m_tree.MarkDrop(!orders && effect != DropEffect::None ? target : nullptr);
     m_mouse = screen;
     Folder* const hovered =
         target != nullptr && m_delegate.IsDragged(data, *target) ? nullptr : target;
@@ -85,11 +90,16 @@ void DropTracker::OnDragLeave() {
     KillTimer(m_parent, kTimer);
     m_following = false;
     m_tree.MarkDrop(nullptr);
+    m_list.Mark().Show(std::nullopt);
     m_hovered = nullptr;
 }
 
 DropEffect DropTracker::OnDrop(const DraggedData& data, POINT screen, DropEffect wish) {
     OnDragLeave();
+    if (IsOverList(screen) && m_delegate.OrdersList(data, wish)) {
+        m_delegate.DropInList(data, m_list.Mark().GapAt(screen));
+        return DropEffect::Move;
+    }
     return m_delegate.DropOn(data, MaybeTarget(screen), wish);
 }
 

@@ -16,13 +16,18 @@ class FolderDropDelegate {
     virtual ~FolderDropDelegate() = default;
     virtual DropEffect EffectOfDrop(const DraggedData& data, Folder* target, DropEffect wish) = 0;
     virtual DropEffect DropOn(const DraggedData& data, Folder* target, DropEffect wish) = 0;
+    // Whether it is songs of the list itself, which a drop on the list only moves in it: before a
+    // row, or to the end.
+    virtual bool OrdersList(const DraggedData& data, DropEffect wish) const = 0;
+    virtual void DropInList(const DraggedData& data, std::size_t before) = 0;
     virtual bool IsDragged(const DraggedData& data, const Folder& folder) const = 0;
     // The folder that the list shows, which a drop on the list goes to.
     virtual Folder* ListedFolder() const = 0;
 };
 
 // Follows what is dragged over the panes of a jukebox window: marks the folder under the mouse,
-// opens a closed one after a moment, and scrolls a pane while the mouse is near its edge.
+// or the place between songs, opens a closed one after a moment, and scrolls a pane while the mouse
+// is near its edge.
 class DropTracker : private DropTargetDelegate {
  public:
     // The timer of the panes' parent that must call OnTimer.

@@ -146,7 +146,7 @@ EditResult JukeboxEditor::DeleteFolder(Folder& folder) {
     return Said(line, WayBack::BringsItBack, m_history.Do("Delete Folder", TakeFolder(folder)));
 }
 
-EditResult JukeboxEditor::Paste(Folder& into) {
+EditResult JukeboxEditor::Paste(Folder& into, std::optional<std::size_t> maybeBefore) {
     const SongClipboard& clipboard = m_tools.clipboard;
     if (clipboard.HoldsFolder()) {
         if (clipboard.IsInsideOriginal(m_jukebox, into)) {
@@ -170,7 +170,8 @@ EditResult JukeboxEditor::Paste(Folder& into) {
     }
     const std::string line = "Pasted " + SongsAndTwins(songs, into) + ".";
     return Said(line, WayBack::TakesItBack,
-                m_history.Do("Paste Songs", AppendSongs(into, std::move(songs))));
+                m_history.Do("Paste Songs", InsertSongs(into, std::move(songs),
+                                                        maybeBefore.value_or(into.Songs().size()))));
 }
 
 std::vector<SongItem> JukeboxEditor::Wanted(const Folder& into, std::vector<SongItem> songs) const {
@@ -248,16 +249,26 @@ void JukeboxEditor::RankSongs(const RankRow& rank, const Folder& folder,
              m_history.Do("Rank Songs", std::move(change)));
 }
 
-EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState) {
+EditResult JukeboxEditor::SortSongs(Folder& folder, int state, int& sortState, int& sortedBy) {
     std::vector<std::size_t> order =
         SortedOrder(m_tools.sorter, m_tools.catalogue, m_jukebox, folder, state);
     JukeboxHistory::Changes changes;
     if (!std::ranges::is_sorted(order))
         changes.push_back(OrderSongs(folder, std::move(order)));
-    changes.push_back(ChangeHeading(0, SortHeading(state)));
+    changes.push_back(ChangeValue(sortedBy, state));
     changes.push_back(ChangeValue(sortState, state % kSortStates + 1));
     return Said("Sorted the songs of " + NameOf(&folder) + ".", WayBack::TakesItBack,
                 m_history.Do("Sort Songs", std::move(changes)));
+}
+
+EditResult JukeboxEditor::MoveSongs(Folder& folder, const std::vector<std::size_t>& rows,
+                                    std::size_t before) {
+    const std::size_t count = folder.Songs().size();
+    std::vector<std::size_t> order = OrderWithRowsBefore(count, rows, std::min(before, count));
+    return std::ranges::is_sorted(order)
+               ? EditResult()
+               : Said("Moved " + Counted(rows.size(), "song") + ".", WayBack::TakesItBack,
+                      m_history.Do("Move Songs", OrderSongs(folder, std::move(order))));
 }
 
 // What the person is told of files whose names other songs have; empty when there is none.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,9 +36,9 @@ class JukeboxEditor {
     // Asks first. A folder that the program fills stays, without a word.
     EditResult DeleteFolder(Folder& folder);
     // None of what follows makes a second special folder: that is refused with a word.
-    // Puts what was cut or copied last at the end of a folder: songs to its songs, a folder to its
-    // folders.
-    EditResult Paste(Folder& into);
+    // Puts what was cut or copied last into a folder: songs before one of its rows, or to its end,
+    // a folder to the end of its folders.
+    EditResult Paste(Folder& into, std::optional<std::size_t> maybeBefore);
     // Whether there is anything to paste, ours or files that another program put on the system's
     // clipboard. The paths of those when they came later than ours, else none.
     bool CanPaste() const;
@@ -51,8 +52,10 @@ class JukeboxEditor {
     EditResult DeleteSongs(Folder& folder, const std::vector<std::size_t>& rows);
     void CopySongs(const Folder& folder, const std::vector<std::size_t>& rows);
     void RankSongs(const RankRow& rank, const Folder& folder, const std::vector<std::size_t>& rows);
-    // By a state of the sort cycle; `sortState` becomes the next one.
-    EditResult SortSongs(Folder& folder, int state, int& sortState);
+    // By a state of the sort cycle, which `sortedBy` becomes; `sortState` becomes the next one.
+    EditResult SortSongs(Folder& folder, int state, int& sortState, int& sortedBy);
+    // Brings rows together before another row; the number of rows is the end.
+    EditResult MoveSongs(Folder& folder, const std::vector<std::size_t>& rows, std::size_t before);
     EditResult AddFiles(Folder& folder, const std::vector<std::string>& paths);
 
     // The full paths of the songs at these rows, or with none of all songs in the folder and those

@@ -98,10 +98,13 @@ class JukeboxMdiChild : public WindowBase,
     void OnRowsDragged() override;
     void OnColumnResized() override;
 
+    static constexpr UINT kFilesDropped = WM_APP + 1;
     void Drag(Dragged what);
     void OnFilesDropped();
     DropEffect EffectOfDrop(const DraggedData& data, Folder* target, DropEffect wish) override;
     DropEffect DropOn(const DraggedData& data, Folder* target, DropEffect wish) override;
+    bool OrdersList(const DraggedData& data, DropEffect wish) const override;
+    void DropInList(const DraggedData& data, std::size_t before) override;
     bool IsDragged(const DraggedData& data, const Folder& folder) const override;
     Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
 

@@ -1,9 +1,11 @@
 #include "ui/JukeboxWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "catalogue/DroppedSongs.h"
 #include "jukebox/InitialJukebox.h"
+#include "ui/ListSort.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -98,7 +100,7 @@ void JukeboxWindow::Do(const CommandRow& row, Pane pane, Folder* node) {
     else if (row.command == Command::PlayAllSongsInFolder)
         m_host.PlayAllSongsInFolder(*this);
     else if (row.command == Command::Paste)
-        Paste(*node);
+        Paste(*node, pane);
     else if (pane == Pane::Tree)
         DoOnFolder(row.command, *node);
     else
@@ -161,6 +163,10 @@ void JukeboxWindow::DoOnSongs(const CommandRow& row, Folder& node,
         m_host.PlaySelectedSongs(*this);
     else if (row.command == Command::Copy)
         m_editor.CopySongs(node, rows);
+    else if (row.command == Command::MoveUp)
+        MoveSongs(rows, std::max<std::size_t>(rows.front(), 1) - 1);
+    else if (row.command == Command::MoveDown)
+        MoveSongs(rows, rows.back() + 2);
     else
         ShowWithout(row.command == Command::Cut ? m_editor.CutSongs(node, rows)
                                                 : m_editor.DeleteSongs(node, rows),
@@ -185,18 +191,43 @@ void JukeboxWindow::ShowWithout(const EditResult& place, std::size_t firstRow) {
     View().FocusRow(std::min(firstRow, m_selected->Songs().size() - 1));
 }
 
-// What was pasted is shown, but the selected folder stays the selected one: the next paste goes
-// there, too.
-void JukeboxWindow::Paste(Folder& into) {
+void JukeboxWindow::MoveSongs(const std::vector<std::size_t>& rows, std::size_t before) {
+    if (m_selected != nullptr)
+        ShowWithSelection([&] { return m_editor.MoveSongs(*m_selected, rows, before); });
+}
+
+// Songs go behind the focused one of a list that is not sorted. What was pasted is shown, but the
+// selected folder stays the selected one: the next paste goes there, too, behind this one.
+void JukeboxWindow::Paste(Folder& into, Pane pane) {
     if (const std::vector<std::string> files = m_editor.FilesToPaste(); !files.empty()) {
         DropFiles(files, &into);
         return;
     }
-    const EditResult place = m_editor.Paste(into);
-    if (place.maybeFolder == &into)
+    std::optional<std::size_t> before;
+    if (pane == Pane::List && &into == m_selected && HasView() && m_shownOrder == 0)
+        before = View().MaybeFocusedRow();
+    if (before)
+        before = std::min(*before + 1, into.Songs().size());
+    const EditResult place = m_editor.Paste(into, before);
+    if (place.maybeFolder == &into) {
         Show(place);
-    else if (place.maybeFolder != nullptr && HasView())
+        if (HasView() && !place.rows.empty())
+            View().FocusRow(place.rows.back());
+    } else if (place.maybeFolder != nullptr && HasView()) {
         View().ExpandFolder(into, true);
+    }
+}
+
+// The heading is that of the folder that is shown.
+void JukeboxWindow::UpdateHeading() {
+    const auto known =
+        m_selected != nullptr ? m_sortedBy.find(m_selected->Serial()) : m_sortedBy.end();
+    int order = known != m_sortedBy.end() ? known->second : 0;
+    if (order != 0 &&
+        !IsSorted(m_tools.environment.text, m_tools.catalogue, m_jukebox, *m_selected, order))
+        order = 0;
+    if (order != std::exchange(m_shownOrder, order))
+        m_jukebox.SetColumn(0, order == 0 ? kNameHeading : SortHeading(order));
 }
 
 void JukeboxWindow::Show(const EditResult& place) {
@@ -217,6 +248,7 @@ void JukeboxWindow::ShowWithSelection(Change change) {
     std::vector<std::size_t> rows = HasView() ? View().SelectedRows() : std::vector<std::size_t>();
     std::optional<std::size_t> focused = HasView() ? View().MaybeFocusedRow() : std::nullopt;
     const EditResult place = change();
+    UpdateHeading();
     Show(place);
     if (!HasView() || place.order.empty() || place.maybeFolder != shown)
         return;
@@ -280,7 +312,9 @@ void JukeboxWindow::OnHeaderClicked() {
     if (m_selected == nullptr)
         return;
     const int state = std::max(m_sortState, 1);
-    ShowWithSelection([&] { return m_editor.SortSongs(*m_selected, state, m_sortState); });
+    int& sortedBy = m_sortedBy[m_selected->Serial()];
+    ShowWithSelection(
+        [&] { return m_editor.SortSongs(*m_selected, state, m_sortState, sortedBy); });
     m_tools.environment.events.LetEventsThrough();
 }
 
@@ -331,6 +365,7 @@ void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* tar
 
 void JukeboxWindow::OnFolderSelected(Folder* folder) {
     m_selected = folder;
+    UpdateHeading();
     m_host.OnSelectionChanged(*this);
 }
 
@@ -367,6 +402,7 @@ void JukeboxWindow::OnFolderAdded(Folder& /*folder*/) {
 void JukeboxWindow::OnFolderRemoving(Folder& folder) {
     if (m_selected != nullptr && m_selected->IsInside(folder))
         m_selected = nullptr;
+    UpdateHeading();
     m_host.OnSelectionChanged(*this);
 }
 
@@ -374,11 +410,14 @@ void JukeboxWindow::OnFolderTextChanged(Folder& /*folder*/) {
     m_host.OnSelectionChanged(*this);
 }
 
-void JukeboxWindow::OnSongsChanged(Folder& /*folder*/) {
+void JukeboxWindow::OnSongsChanged(Folder& folder) {
+    if (&folder == m_selected)
+        UpdateHeading();
     m_host.OnSelectionChanged(*this);
 }
 
 void JukeboxWindow::OnRanksChanged() {
+    UpdateHeading();
     m_host.OnSelectionChanged(*this);
 }
 

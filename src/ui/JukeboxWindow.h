@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "jukebox/Jukebox.h"
@@ -119,6 +121,14 @@ class JukeboxWindow : private JukeboxListener {
     // A click on the list pane's heading: sorts by name and by rank, up and down, in turn.
     void OnHeaderClicked();
 
+    // The order in which the list pane stands: a state of that cycle, or 0 when the folder was not
+    // sorted or is not in that order any more.
+    int ShownOrder() const { return m_shownOrder; }
+
+    // Brings songs of the list, by their rows, together before another row; the number of rows is
+    // the end.
+    void MoveSongs(const std::vector<std::size_t>& rows, std::size_t before);
+
     // What is dragged over or dropped on a folder of this window; null is the place below all
     // folders, the top level. `wish` is what the keys ask for: a copy, or a move, which is one only
     // where a cut is allowed. Without any, a drag moves, but copies out of the folders that the
@@ -183,7 +193,8 @@ class JukeboxWindow : private JukeboxListener {
     void DoOnSongs(const CommandRow& row, Folder& node, const std::vector<std::size_t>& rows);
     void AddFolder(Folder* parent);
     void ShowWithout(const EditResult& place, std::size_t firstRow);
-    void Paste(Folder& into);
+    void Paste(Folder& into, Pane pane);
+    void UpdateHeading();
     void Show(const EditResult& place);
     template <typename Change>
     void ShowWithSelection(Change change);
@@ -202,6 +213,8 @@ class JukeboxWindow : private JukeboxListener {
     Pane m_focus = Pane::Tree;
     JukeboxEditor m_editor;
     int m_sortState = 0;
+    int m_shownOrder = 0;
+    std::unordered_map<std::uint64_t, int> m_sortedBy;  // states, by the folders' serials
     BackgroundPicture m_picture;
 };
 

@@ -38,6 +38,7 @@ bool ListPane::Create(HWND parent, int number) {
     ListView_SetExtendedListViewStyle(
         m_handle, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     m_background.Attach(m_handle);
+    m_mark.Attach(m_handle);
     m_background.onObject = [this](WPARAM wParam) { return OnGetObject(wParam); };
     m_background.onMouse = [this](UINT message, WPARAM keys, POINT at) {
         return OnMouse(message, keys, at);
@@ -101,6 +102,17 @@ void ListPane::SetColumns(const std::vector<std::string>& headings) {
     while (m_columns > count)
         ListView_DeleteColumn(m_handle, --m_columns);
     m_columns = count;
+}
+
+void ListPane::ShowArrow(int direction) {
+    HDITEMW item = {};
+    item.mask = HDI_FORMAT;
+    const HWND heading = ListView_GetHeader(m_handle);
+    if (!SendMessageW(heading, HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)))
+        return;
+    item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+    item.fmt |= direction > 0 ? HDF_SORTUP : direction < 0 ? HDF_SORTDOWN : 0;
+    SendMessageW(heading, HDM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void ListPane::SetColumnWidths(const std::vector<int>& widths) {
@@ -392,7 +404,7 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
             m_background.Paint(draw.nmcd.hdc);
         const bool drawsRows = m_background.IsShown() || GetFocus() != m_handle;
         return (drawsRows ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
-               (paintsEmptyText ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
+               (paintsEmptyText || m_mark.IsShown() ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
     }
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
         const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
@@ -403,8 +415,11 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
             draw.clrTextBk = QuietSelectionColor();
             draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
         }
-    } else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT && paintsEmptyText)
-        PaintEmptyText(draw.nmcd.hdc);
+    } else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT) {
+        if (paintsEmptyText)
+            PaintEmptyText(draw.nmcd.hdc);
+        m_mark.Paint(draw.nmcd.hdc);
+    }
     return CDRF_DODEFAULT;
 }
 

@@ -12,6 +12,7 @@
 #include "platform/DrawingPause_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "ui/AccessibleList_win32.h"
+#include "ui/InsertMark_win32.h"
 #include "ui/ListBackground_win32.h"
 
 namespace tobbin {
@@ -68,6 +69,8 @@ class ListPane {
 
     // The headings; the last of several columns is one of numbers, on the right.
     void SetColumns(const std::vector<std::string>& headings);
+    // The arrow on the first heading: 1 up, -1 down, 0 none.
+    void ShowArrow(int direction);
     // In pixels at 96 to the inch; 0 leaves a column as it is.
     void SetColumnWidths(const std::vector<int>& widths);
     std::vector<int> ColumnWidths() const;
@@ -91,6 +94,9 @@ class ListPane {
     // The picture behind the rows.
     ListBackground& Background() { return m_background; }
 
+    // The line between rows that shows where dragged songs will go.
+    InsertMark& Mark() { return m_mark; }
+
     // Where a menu for the selection belongs, in screen coordinates.
     POINT MenuPlace() const;
 
@@ -112,6 +118,7 @@ class ListPane {
     HWND m_handle = nullptr;
     UniqueImageList m_icons;
     ListBackground m_background;
+    InsertMark m_mark;
     ComPtr<AccessibleList> m_spoken;  // made when a screen reader asks for it
     int m_columns = 0;
     int m_dpi = 96;  // of the screen that the columns' widths are for

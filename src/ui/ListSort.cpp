@@ -4,8 +4,10 @@
 #include <cstdint>
 #include <numeric>
 #include <span>
+#include <utility>
 
 #include "util/SortableTable.h"
+#include "util/Utf.h"
 
 namespace tobbin {
 namespace {
@@ -14,6 +16,25 @@ constexpr int kByNameAscending = 1;
 constexpr int kByNameDescending = 2;
 constexpr int kBestFirst = 3;
 constexpr std::int16_t kKeyColumn = 1;
+
+// A song that the catalogue doesn't have is below the worst.
+std::int32_t RankOf(const clsMain& catalogue, const SongItem& song) {
+    return song.IsMissing() || song.recordNumber > catalogue.UBoundOfMp3Array()
+               ? 0
+               : catalogue.Rank(song.recordNumber);
+}
+
+template <typename KeyOf>
+bool AreInOrder(const std::vector<SongItem>& songs, bool downwards, KeyOf keyOf) {
+    decltype(keyOf(songs.front())) last = {};
+    for (const SongItem& song : songs) {
+        auto key = keyOf(song);
+        if (&song != songs.data() && (downwards ? last < key : key < last))
+            return false;
+        last = std::move(key);
+    }
+    return true;
+}
 
 // The list as a table of keys. The rows' other columns are not copied: the order that the sort
 // gives is all that is wanted of it.
@@ -37,7 +58,8 @@ class SongTable : public SortableTable {
 
     std::string Cell(std::int32_t /*column*/, std::int32_t row) const override {
         const SongItem& song = m_songs[m_order[static_cast<std::size_t>(row) - 1]];
-        return m_byRank ? std::to_string(RankOf(song)) : std::string(m_jukebox.TextOf(song));
+        return m_byRank ? std::to_string(RankOf(m_catalogue, song))
+                        : std::string(m_jukebox.TextOf(song));
     }
 
     void MoveRows(std::int32_t firstRow, std::span<const std::int32_t> order,
@@ -49,13 +71,6 @@ class SongTable : public SortableTable {
     }
 
  private:
-    // A song that the catalogue doesn't have is below the worst.
-    std::int32_t RankOf(const SongItem& song) const {
-        return song.IsMissing() || song.recordNumber > m_catalogue.UBoundOfMp3Array()
-                   ? 0
-                   : m_catalogue.Rank(song.recordNumber);
-    }
-
     const clsMain& m_catalogue;
     const Jukebox& m_jukebox;
     const std::vector<SongItem>& m_songs;
@@ -84,6 +99,29 @@ std::vector<std::size_t> SortedOrder(SortCity& sorter, const clsMain& catalogue,
     else
         sorter.QuickSortNumericAscending(table, 1, last, kKeyColumn, kKeyColumn);
     return table.Order();
+}
+
+bool IsSorted(const SystemText& system, const clsMain& catalogue, const Jukebox& jukebox,
+              const Folder& folder, int state) {
+    const bool downwards = state == kByNameDescending || state == kBestFirst;
+    if (state > kByNameDescending)
+        return AreInOrder(folder.Songs(), downwards,
+                          [&](const SongItem& song) { return RankOf(catalogue, song); });
+    return AreInOrder(folder.Songs(), downwards, [&](const SongItem& song) {
+        return Utf8ToUtf16(system.ToLower(std::string(jukebox.TextOf(song))));
+    });
+}
+
+std::vector<std::size_t> OrderWithRowsBefore(std::size_t count,
+                                             const std::vector<std::size_t>& rows,
+                                             std::size_t before) {
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), 0);
+    const auto place = order.begin() + static_cast<std::ptrdiff_t>(before);
+    const auto isOne = [&](std::size_t row) { return std::ranges::binary_search(rows, row); };
+    std::stable_partition(order.begin(), place, [&](std::size_t row) { return !isOne(row); });
+    std::stable_partition(place, order.end(), isOne);
+    return order;
 }
 
 }  // namespace tobbin

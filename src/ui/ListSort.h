@@ -7,6 +7,7 @@
 #include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
 #include "util/SortCity.h"
+#include "util/SystemText.h"
 
 namespace tobbin {
 
@@ -20,5 +21,15 @@ std::string SortHeading(int state);
 // The songs of a folder in the order of a state: row k of it is row result[k] now.
 std::vector<std::size_t> SortedOrder(SortCity& sorter, const clsMain& catalogue,
                                      const Jukebox& jukebox, const Folder& folder, int state);
+
+// Whether they stand in that order already.
+bool IsSorted(const SystemText& system, const clsMain& catalogue, const Jukebox& jukebox,
+              const Folder& folder, int state);
+
+// The order of `count` rows, as above, in which some of them, ascending, have come together before
+// a row; `before` is `count` for the end.
+std::vector<std::size_t> OrderWithRowsBefore(std::size_t count,
+                                             const std::vector<std::size_t>& rows,
+                                             std::size_t before);
 
 }  // namespace tobbin

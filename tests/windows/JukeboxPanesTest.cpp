@@ -108,6 +108,22 @@ TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
     }
     window.SelectRows({0, 2});
     EXPECT_EQ(window.SelectedRows(), (std::vector<std::size_t>{0, 2}));
+    RECT second = {};
+    ListView_GetItemRect(List(), 1, &second, LVIR_BOUNDS);
+    for (const auto& [y, gap] : {std::pair(second.top + 2L, 1U), std::pair(second.bottom - 2L, 2U),
+                                 std::pair(second.bottom + 500L, 3U), std::pair(-50L, 0U)}) {
+        POINT at = {20, y};
+        ClientToScreen(List(), &at);
+        EXPECT_EQ(window.Explorer().List().Mark().GapAt(at), gap);
+    }
+    window.SelectRows({2});
+    controller.OnHeaderClicked();
+    controller.OnHeaderClicked();
+    EXPECT_EQ(CellText(0, 0), "song 3.mp3");
+    HDITEMW heading = {};
+    heading.mask = HDI_FORMAT;
+    SendMessageW(ListView_GetHeader(List()), HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&heading));
+    EXPECT_EQ(heading.fmt & (HDF_SORTUP | HDF_SORTDOWN), HDF_SORTDOWN);
     AddSongs(jukebox.Root(0), 1);  // while they are shown
     EXPECT_EQ(ListView_GetItemCount(List()), 1);
     AddSongs(jukebox.Root(2), 3);

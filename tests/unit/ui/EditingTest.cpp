@@ -99,7 +99,7 @@ TEST_F(EditingTest, PastesAnyNumberOfTimesIntoAnyJukebox) {
     PopUp(6, "Artist/Abba", {0}, 1);
     PopUp(6, "Artist/Abba", {0}, 1);
     EXPECT_EQ(Dump(Window(1).Model(), *At("Artist/Abba", 1)), "Abba(abcbc)");
-    EXPECT_EQ(View(1).rows, (Rows{3, 4}));
+    EXPECT_EQ(View(1).rows, (Rows{1, 2}));  // behind the focused song
     EXPECT_EQ(LastLine(), "Pasted 2 songs, both here already. Alt+Backspace takes it back.");
     PopUp(6, "All Songs", {0}, 1);
     EXPECT_EQ(At("All Songs", 1)->Songs().size(), 3U);
@@ -175,6 +175,28 @@ TEST_F(EditingTest, CyclesThroughTheFourOrders) {
         EXPECT_EQ(View().focusedRow, state.focus);
     }
     EXPECT_EQ(fake.events.count, 5);
+    // The heading is the shown folder's, as long as it is in that order.
+    const auto& heading = jukebox.Columns()[0];
+    Select("By Mood");
+    EXPECT_EQ(heading, "Name    --        (click to sort)");
+    Select("By Mood/Happy", {1, 2});
+    View().FocusRow(0);
+    EXPECT_EQ(heading, "Name    --   ");
+    for (const Command command : {Command::MoveDown, Command::MoveUp, Command::MoveUp}) {
+        Window().Do(command);
+        EXPECT_EQ(Window().ShownOrder(), command == Command::MoveUp && View().rows[0] == 1 ? 1 : 0);
+    }
+    EXPECT_EQ(Dump(jukebox, *At("By Mood/Happy")), "Happy(betagammaAlphaZebra)");
+    EXPECT_EQ(View().rows, (Rows{0, 1}));
+    EXPECT_EQ(View().focusedRow, 2U);
+    for (int i = 0; i < 3; ++i)
+        Window().Undo();
+    EXPECT_EQ(heading, "Name    --   ");
+    Window().MoveSongs({0, 3}, 2);
+    EXPECT_EQ(Dump(jukebox, *At("By Mood/Happy")), "Happy(betaAlphaZebragamma)");
+    Window().Undo();
+    Window().MoveSongs({0, 1}, 1);  // where they are
+    EXPECT_EQ(Window().UndoText(), "Undo Sort Songs");
     for (int i = 0; i < 5; ++i)
         Window().Undo();
     EXPECT_EQ(Bytes(), before);
