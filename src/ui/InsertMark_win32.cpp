@@ -30,7 +30,7 @@ void InsertMark::Show(std::optional<std::size_t> maybeGap) {
     for (const std::optional<std::size_t>& gap : {m_maybeGap, maybeGap})
         if (gap) {
             const RECT place = Place(*gap);
-            InvalidateRect(m_list, &place, FALSE);
+            InvalidateRect(m_list, &place, TRUE);
         }
     m_maybeGap = maybeGap;
 }
