@@ -3,19 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "catalogue/DroppedSongs.h"
 #include "jukebox/InitialJukebox.h"
 #include "ui/ListSort.h"
 #include "util/Text.h"
 
 namespace tobbin {
-namespace {
-
-bool IsJukeboxFile(std::string_view path) {
-    return EndsWithIgnoringAsciiCase(path, ".juk");
-}
-
-}  // namespace
 
 JukeboxWindow::JukeboxWindow(const EditingTools& tools, Jukebox& jukebox, JukeboxWindowHost& host)
     : m_tools(tools),
@@ -285,27 +277,26 @@ std::string JukeboxWindow::RedoText() const {
 }
 
 void JukeboxWindow::Undo() {
-    if (!CanUndo())
-        return;
-    if (const std::string why = m_editor.History().WhyNotUndo(); !why.empty()) {
-        m_tools.environment.statusLine.Say(why);
-        return;
-    }
-    m_tools.environment.statusLine.Say("Undone: " + m_editor.History().UndoName() +
-                                       ". Alt+Shift+Backspace does it again.");
-    ShowWithSelection([this] { return m_editor.History().Undo(); });
+    JukeboxHistory& history = m_editor.History();
+    if (CanUndo())
+        Step(history.WhyNotUndo(),
+             "Undone: " + history.UndoName() + ". Alt+Shift+Backspace does it again.",
+             &JukeboxHistory::Undo);
 }
 
 void JukeboxWindow::Redo() {
-    if (!CanRedo())
-        return;
-    if (const std::string why = m_editor.History().WhyNotRedo(); !why.empty()) {
-        m_tools.environment.statusLine.Say(why);
-        return;
-    }
-    m_tools.environment.statusLine.Say(
-        WithWayBack("Done again: " + m_editor.History().RedoName() + ".", WayBack::TakesItBack));
-    ShowWithSelection([this] { return m_editor.History().Redo(); });
+    JukeboxHistory& history = m_editor.History();
+    if (CanRedo())
+        Step(history.WhyNotRedo(),
+             WithWayBack("Done again: " + history.RedoName() + ".", WayBack::TakesItBack),
+             &JukeboxHistory::Redo);
+}
+
+void JukeboxWindow::Step(const std::string& why, const std::string& line,
+                         EditResult (JukeboxHistory::*step)()) {
+    m_tools.environment.statusLine.Say(why.empty() ? line : why);
+    if (why.empty())
+        ShowWithSelection([&] { return (m_editor.History().*step)(); });
 }
 
 void JukeboxWindow::OnHeaderClicked() {
@@ -316,51 +307,6 @@ void JukeboxWindow::OnHeaderClicked() {
     ShowWithSelection(
         [&] { return m_editor.SortSongs(*m_selected, state, m_sortState, sortedBy); });
     m_tools.environment.events.LetEventsThrough();
-}
-
-bool JukeboxWindow::CanDrop(const Dragged& dragged, const Folder* target, DropMode mode) const {
-    return JukeboxEditor::CanDrop(dragged.from->m_editor, dragged, m_editor, target, mode);
-}
-
-std::optional<DropMode> JukeboxWindow::MaybeDropMode(const Dragged& dragged, const Folder* target,
-                                                     std::optional<DropMode> wish) const {
-    const Folder& folder = *dragged.folder;
-    const Folder* const home = dragged.IsFolder() ? folder.Parent() : &folder;
-    if (dragged.from == this && target == home && wish != DropMode::Copy)
-        return std::nullopt;
-    const bool mayGo = dragged.IsFolder() ? !IsSpecialFolder(folder) : !IsAllSongs(folder);
-    const DropMode plain = IsInSpecialFolder(folder) ? DropMode::Copy : DropMode::Move;
-    const DropMode mode = mayGo ? wish.value_or(plain) : DropMode::Copy;
-    return CanDrop(dragged, target, mode) ? std::optional(mode) : std::nullopt;
-}
-
-void JukeboxWindow::Drop(const Dragged& dragged, Folder* target, DropMode mode) {
-    const EditResult place =
-        JukeboxEditor::Drop(dragged.from->m_editor, dragged, m_editor, target, mode);
-    if (dragged.IsFolder())
-        Show(place);
-    else if (mode == DropMode::Move && place.maybeFolder != nullptr)
-        dragged.from->ShowWithout({dragged.folder, {}, {}}, dragged.rows.front());
-}
-
-bool JukeboxWindow::CanDropFiles(const std::vector<std::string>& paths, const Folder* target) {
-    return target != nullptr || std::ranges::any_of(paths, IsJukeboxFile);
-}
-
-void JukeboxWindow::DropFiles(const std::vector<std::string>& paths, Folder* target) {
-    std::vector<std::string> songs = paths;
-    const auto firstJukebox = std::stable_partition(
-        songs.begin(), songs.end(), [](const std::string& path) { return !IsJukeboxFile(path); });
-    const std::vector<std::string> jukeboxes(firstJukebox, songs.end());
-    songs.erase(firstJukebox, songs.end());
-    if (!jukeboxes.empty())
-        m_host.OpenFiles(jukeboxes);
-    if (target == nullptr || songs.empty())
-        return;
-    const DroppedSongs dropped(m_tools.environment, songs);
-    Show(m_editor.AddFiles(*target, dropped.Paths()));
-    if (const std::string complaint = dropped.Complaint(); !complaint.empty())
-        m_tools.environment.dialogs.Tell(complaint, BoxIcon::Information);
 }
 
 void JukeboxWindow::OnFolderSelected(Folder* folder) {

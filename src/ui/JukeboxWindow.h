@@ -195,6 +195,8 @@ class JukeboxWindow : private JukeboxListener {
     void ShowWithout(const EditResult& place, std::size_t firstRow);
     void Paste(Folder& into, Pane pane);
     void UpdateHeading();
+    void Step(const std::string& why, const std::string& line,
+              EditResult (JukeboxHistory::*step)());
     void Show(const EditResult& place);
     template <typename Change>
     void ShowWithSelection(Change change);

@@ -19,9 +19,7 @@ namespace tobbin {
 namespace {
 
 constexpr wchar_t kName[] = L"Songs";
-constexpr int kNumberColumnWidth = 72;  // pixels at 96 to the inch
-constexpr int kSmallestNameWidth = 120;
-constexpr int kEmptyTextMargin = 12;
+constexpr int kEmptyTextMargin = 12;   // pixels at 96 to the inch
 constexpr std::size_t kFewRows = 100;  // that are selected
 
 }  // namespace
@@ -75,70 +73,6 @@ void ListPane::OnDpiChanged() {
     UniqueImageList icons = LoadImageStrip(IDB_RANKS, m_handle);
     ListView_SetImageList(m_handle, icons.Get(), LVSIL_SMALL);
     m_icons = std::move(icons);
-}
-
-void ListPane::SetColumns(const std::vector<std::string>& headings) {
-    if (m_handle == nullptr)
-        return;
-    const int count = static_cast<int>(headings.size());
-    for (int i = 0; i < count; ++i) {
-        std::wstring text = Wide(headings[static_cast<std::size_t>(i)]);
-        LVCOLUMNW column = {};
-        const bool isNumber = i > 0 && i == count - 1;
-        column.mask = LVCF_TEXT | LVCF_FMT;
-        column.fmt = isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        column.pszText = text.data();
-        if (i < m_columns) {
-            SendMessageW(m_handle, LVM_SETCOLUMNW, static_cast<WPARAM>(i),
-                         reinterpret_cast<LPARAM>(&column));
-            continue;
-        }
-        column.mask |= LVCF_WIDTH | LVCF_SUBITEM;
-        column.cx = ScalePixels(isNumber ? kNumberColumnWidth : kSmallestNameWidth, m_handle);
-        column.iSubItem = i;
-        SendMessageW(m_handle, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
-                     reinterpret_cast<LPARAM>(&column));
-    }
-    while (m_columns > count)
-        ListView_DeleteColumn(m_handle, --m_columns);
-    m_columns = count;
-}
-
-void ListPane::ShowArrow(int direction) {
-    HDITEMW item = {};
-    item.mask = HDI_FORMAT;
-    const HWND heading = ListView_GetHeader(m_handle);
-    if (!SendMessageW(heading, HDM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)))
-        return;
-    item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
-    item.fmt |= direction > 0 ? HDF_SORTUP : direction < 0 ? HDF_SORTDOWN : 0;
-    SendMessageW(heading, HDM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-}
-
-void ListPane::SetColumnWidths(const std::vector<int>& widths) {
-    for (std::size_t i = 0; i < widths.size() && static_cast<int>(i) < m_columns; ++i)
-        if (widths[i] > 0)
-            ListView_SetColumnWidth(m_handle, static_cast<int>(i),
-                                    ScalePixels(widths[i], m_handle));
-}
-
-std::vector<int> ListPane::ColumnWidths() const {
-    std::vector<int> widths;
-    const int dpi = static_cast<int>(GetDpiForWindow(m_handle));
-    for (int i = 0; i < m_columns; ++i)
-        widths.push_back(MulDiv(ListView_GetColumnWidth(m_handle, i), 96, dpi));
-    return widths;
-}
-
-void ListPane::FitColumns() {
-    RECT window;
-    GetWindowRect(m_handle, &window);
-    const auto dpi = GetDpiForWindow(m_handle);
-    int left = window.right - window.left - GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) -
-               2 * GetSystemMetricsForDpi(SM_CXEDGE, dpi);
-    for (int i = 1; i < m_columns; ++i)
-        left -= ListView_GetColumnWidth(m_handle, i);
-    ListView_SetColumnWidth(m_handle, 0, std::max(left, ScalePixels(kSmallestNameWidth, m_handle)));
 }
 
 void ListPane::Reset() {
@@ -287,8 +221,6 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
             return 0;
         case LVN_ODFINDITEMW:
             return OnFind(reinterpret_cast<const NMLVFINDITEMW&>(header));
-        case LVN_GETEMPTYMARKUP:
-            return OnEmptyMarkup(reinterpret_cast<NMLVEMPTYMARKUP&>(header));
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case LVN_ITEMCHANGED:
@@ -387,24 +319,16 @@ LRESULT ListPane::OnFind(const NMLVFINDITEMW& find) const {
     return row ? static_cast<LRESULT>(*row) : -1;
 }
 
-LRESULT ListPane::OnEmptyMarkup(NMLVEMPTYMARKUP& markup) {
-    m_controlShowsEmptyText = true;
-    markup.dwFlags = EMF_CENTERED;
-    lstrcpynW(markup.szMarkup, Wide(m_delegate.EmptyText()).c_str(),
-              static_cast<int>(std::size(markup.szMarkup)));
-    return TRUE;
-}
-
-// The picture comes under the rows. Systems whose control does not ask for the empty text get it
-// painted over the empty pane.
+// The picture comes under the rows, and the empty text over an empty pane. The text is not handed
+// over with LVN_GETEMPTYMARKUP: the control asks for it once, and it changes.
 LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
-    const bool paintsEmptyText = !m_controlShowsEmptyText && m_delegate.RowCount() == 0;
+    const bool isEmpty = m_delegate.RowCount() == 0;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
         if (m_background.IsShown())
             m_background.Paint(draw.nmcd.hdc);
         const bool drawsRows = m_background.IsShown() || GetFocus() != m_handle;
         return (drawsRows ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
-               (paintsEmptyText || m_mark.IsShown() ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
+               (isEmpty || m_mark.IsShown() ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
     }
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
         const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
@@ -416,7 +340,7 @@ LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
             draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
         }
     } else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT) {
-        if (paintsEmptyText)
+        if (isEmpty)
             PaintEmptyText(draw.nmcd.hdc);
         m_mark.Paint(draw.nmcd.hdc);
     }

@@ -109,7 +109,6 @@ class ListPane {
     bool OnKey(UINT key);
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
-    LRESULT OnEmptyMarkup(NMLVEMPTYMARKUP& markup);
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void PaintEmptyText(HDC dc) const;
     bool OnMouse(UINT message, WPARAM keys, POINT at);
@@ -121,8 +120,7 @@ class ListPane {
     InsertMark m_mark;
     ComPtr<AccessibleList> m_spoken;  // made when a screen reader asks for it
     int m_columns = 0;
-    int m_dpi = 96;  // of the screen that the columns' widths are for
-    bool m_controlShowsEmptyText = false;
+    int m_dpi = 96;                            // of the screen that the columns' widths are for
     std::optional<DrawingPause> m_rangePause;  // while a key or click selects very many rows
     struct Press {
         int row;
