@@ -169,9 +169,10 @@ EditResult JukeboxEditor::Paste(Folder& into, std::optional<std::size_t> maybeBe
         return {};
     }
     const std::string line = "Pasted " + SongsAndTwins(songs, into) + ".";
-    return Said(line, WayBack::TakesItBack,
-                m_history.Do("Paste Songs", InsertSongs(into, std::move(songs),
-                                                        maybeBefore.value_or(into.Songs().size()))));
+    return Said(
+        line, WayBack::TakesItBack,
+        m_history.Do("Paste Songs", InsertSongs(into, std::move(songs),
+                                                maybeBefore.value_or(into.Songs().size()))));
 }
 
 std::vector<SongItem> JukeboxEditor::Wanted(const Folder& into, std::vector<SongItem> songs) const {

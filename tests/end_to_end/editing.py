@@ -71,7 +71,9 @@ class Editing(Case):
 
     def drag(self, start, to, *held):
         """Drags over a folder, with keys held, until it is marked."""
-        mouse("mousemove", *start, *[word for key in held for word in ("keydown", key)], "mousedown", 1)
+        # Shift would select by the press.
+        down = [word for key in held for word in ("keydown", key)] + ["mousedown", 1]
+        mouse("mousemove", *start, *(down[-2:] + down[:-2] if "shift" in held else down))
 
         def over():
             # A drag begins in the pane itself; moves that come too fast reach it as one.
@@ -119,7 +121,7 @@ class Editing(Case):
                      if record["name"] in songs[:2]]
             keys("ctrl+c")
             self.until(lambda: driver("clipboard"), paths + ["files"] + paths)
-            self.drag(where("row", 1), ("folder", "Dad's"), "shift")  # or it would copy
+            self.drag(where("row", 0), ("folder", "Dad's"), "shift")  # or it would copy
             self.release("shift")
             self.until(status, 'Moved 2 songs to "Dad\'s". Alt+Backspace takes it back.')
             self.assertEqual([row[2] for row in rows()], songs[2:])
