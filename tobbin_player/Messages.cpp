@@ -117,9 +117,18 @@ std::int64_t Messages::Add(std::string path) {
     return !path.empty() && m_player.Add(std::move(path)) ? 1 : 0;
 }
 
-std::int64_t Messages::OnTrackNumber() {
+std::int64_t Messages::OnTrackNumber(std::uint64_t question) {
     const Display now = m_player.Now();
-    return now.track ? static_cast<std::int64_t>(*now.track) + 1 : 0;
+    switch (question) {
+        case kTrackNumber:
+            return now.track ? static_cast<std::int64_t>(*now.track) + 1 : 0;
+        case kTrackCount:
+            return static_cast<std::int64_t>(now.tracks);
+        case kKnowsMessages:
+            return 1;
+        default:
+            return 0;
+    }
 }
 
 }  // namespace tobbin::player

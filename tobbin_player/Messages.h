@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tobbin_player/Player.h"
+#include "util/PlayerMessages.h"
 #include "util/SystemText.h"
 
 namespace tobbin::player {
@@ -31,7 +32,7 @@ class Messages {
     std::int64_t OnAddFile(std::string_view bytes);
     std::int64_t OnAddPath(std::u16string_view path);
 
-    std::int64_t OnTrackNumber();
+    std::int64_t OnTrackNumber(std::uint64_t question = kTrackNumber);
 
  private:
     std::int64_t Add(std::string path);

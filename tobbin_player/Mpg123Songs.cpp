@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "tags/MP3TagEditor.h"
+#include "tags/SongTags.h"
 #include "tobbin_player/SongSource.h"
 #include "tobbin_player/Texts.h"
 #include "util/Text.h"
@@ -126,10 +126,10 @@ std::unique_ptr<Song> Mpg123Songs::MaybeOpen(const std::string& path, std::strin
         reason = song->Reason();
         return nullptr;
     }
-    MP3TagEditor tag(m_disk, m_text);
+    TagTexts tag;
     std::string name;
-    if (tag.LoadMP3(path))
-        name = NameOfSong(tag.Artist(), tag.Title());
+    if (SongTags(m_disk, m_text).Load(path, {TagField::Artist, TagField::Title}, tag))
+        name = NameOfSong(tag[TagField::Artist], tag[TagField::Title]);
     song->SetName(name.empty() ? NameOfFile(path) : name);
     return song;
 }

@@ -19,11 +19,4 @@ std::string NameOfSong(std::string_view artist, std::string_view title) {
     return name += title;
 }
 
-std::string TimeText(std::int64_t milliseconds) {
-    if (milliseconds < 0)
-        return "-:--";
-    const std::string seconds = std::to_string(milliseconds / 1000 % 60);
-    return std::to_string(milliseconds / 60'000) + (seconds.size() < 2 ? ":0" : ":") + seconds;
-}
-
 }  // namespace tobbin::player

@@ -8,8 +8,8 @@
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
-#include "tobbin_player/Texts.h"
 #include "util/PlayerMessages.h"
+#include "util/Text.h"
 
 namespace tobbin::player {
 namespace {
@@ -98,7 +98,7 @@ void Window::Send(HWND window, const std::vector<std::string>& files) {
 
 LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == m_trackNumberMessage)
-        return m_messages.OnTrackNumber();
+        return m_messages.OnTrackNumber(wParam);
     switch (message) {
         case WM_USER:
             return static_cast<LRESULT>(m_messages.OnUser(wParam, lParam));
@@ -376,7 +376,7 @@ void Window::SetText(int control, const std::string& text) {
 void Window::Refresh() {
     const Display now = m_player.Now();
     const bool stopped = now.status == Status::Stopped;
-    const std::string caption = stopped ? "Tobbin Player" : now.name + " - Tobbin Player";
+    const std::string caption = stopped ? "Tobbin Player" : now.name + kCaptionEnd;
     if (caption != m_caption)
         SetWindowTextW(Handle(), Wide(caption).c_str());
     m_caption = caption;

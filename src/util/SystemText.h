@@ -22,6 +22,11 @@ class SystemText {
     // characters (no best fit, no replacement).
     virtual std::optional<std::string> MaybeToAnsi(std::string_view text) const = 0;
 
+    // The same in the page by which other programs take texts; it may be UTF-8.
+    virtual std::optional<std::string> MaybeToSystemPage(std::string_view text) const {
+        return MaybeToAnsi(text);
+    }
+
     // Lower or upper case by the system's own rules, one character for one character.
     virtual std::string ToLower(std::string_view text) const = 0;
     virtual std::string ToUpper(std::string_view text) const = 0;

@@ -98,6 +98,15 @@ std::string Counted(std::size_t number, std::string_view noun) {
     return GroupedNumber(number) + " " + std::string(noun) + (number == 1 ? "" : "s");
 }
 
+std::string TimeText(std::int64_t milliseconds) {
+    if (milliseconds < 0)
+        return "--:--";
+    const auto twoDigits = [](std::int64_t number) {
+        return (number < 10 ? "0" : "") + std::to_string(number);
+    };
+    return twoDigits(milliseconds / 60'000) + ":" + twoDigits(milliseconds / 1000 % 60);
+}
+
 std::string FolderOfPath(std::string_view path) {
     path = TrimBlanks(path);
     return std::string(path.substr(0, path.rfind('\\') + 1));

@@ -34,6 +34,9 @@ std::string GroupedNumber(std::size_t number);
 // A number of things: "1 song", "12,345 songs".
 std::string Counted(std::size_t number, std::string_view noun);
 
+// Minutes and seconds: "03:05"; "--:--" for a negative time.
+std::string TimeText(std::int64_t milliseconds);
+
 // The folder of a path, trimmed of blanks, up to and including its last "\"; empty when there is
 // none.
 std::string FolderOfPath(std::string_view path);
