@@ -46,10 +46,10 @@ std::optional<std::uint64_t> SystemDrives::MaybeVolume(const std::string& root) 
     return serial;
 }
 
-std::optional<std::string> SystemDrives::MaybeFindBelow(const std::string& root,
-                                                        const std::string& fileName,
-                                                        const std::function<bool()>& keepOn) {
-    return FindBelowWithSystemSearch(root, fileName, keepOn);
+std::optional<std::string> SystemDrives::MaybeFindBelow(
+    const std::string& root, const std::string& fileName,
+    const std::function<bool(const std::string&)>& takes, const std::function<bool()>& keepOn) {
+    return FindBelowWithSystemSearch(root, fileName, takes, keepOn);
 }
 
 }  // namespace tobbin

@@ -19,6 +19,7 @@ class SystemDrives : public Drives {
     std::string SystemRoot() override;
     std::optional<std::uint64_t> MaybeVolume(const std::string& root) override;
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
+                                              const std::function<bool(const std::string&)>& takes,
                                               const std::function<bool()>& keepOn) override;
 };
 

@@ -36,11 +36,13 @@ class Drives {
     virtual std::optional<std::uint64_t> MaybeVolume(const std::string& root) = 0;
 
     // The full path of the first file of this name (case does not count) that the system's own
-    // tree search finds below a root; nothing without one. Calls `keepOn` every few milliseconds
-    // meanwhile and ends without a result once that answers false.
-    virtual std::optional<std::string> MaybeFindBelow(const std::string& root,
-                                                      const std::string& fileName,
-                                                      const std::function<bool()>& keepOn) = 0;
+    // tree search finds below a root and that `takes` accepts, which is asked on another thread;
+    // nothing without one. Calls `keepOn` every few milliseconds meanwhile and ends without a
+    // result once that answers false; the search is then called off, where the system can do that.
+    virtual std::optional<std::string> MaybeFindBelow(
+        const std::string& root, const std::string& fileName,
+        const std::function<bool(const std::string& path)>& takes,
+        const std::function<bool()>& keepOn) = 0;
 };
 
 enum class Buttons {
@@ -93,9 +95,14 @@ class Programs {
     virtual ~Programs() = default;
 
     // Starts a program by its full path, quoted, with the arguments as given, and does not wait for
-    // it. Returns whether it was started.
+    // it. Returns whether it was started. Only one that is shown normally may ask for administrator
+    // rights, if it wants them.
     virtual bool Start(const std::string& programPath, const std::string& arguments,
                        ShowProgram show) = 0;
+
+    // The full path of the program of this file name that an installer has registered; nothing
+    // where none is.
+    virtual std::optional<std::string> MaybeRegistered(const std::string& fileName) = 0;
 
     // Opens a document by its full path in the program that the person has for it. Returns whether
     // there was one to be started.

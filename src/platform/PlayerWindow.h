@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tobbin {
@@ -11,6 +12,7 @@ struct PlayerReply {
         Replied,
         NoWindow,  // there is no such window any more; the message had no effect
         TimedOut,  // the player may still act on the message when it gets to it
+        Denied,    // the player has more rights than this program, whose messages don't reach it
     };
     Outcome outcome = Outcome::Replied;
     std::int32_t value = 0;  // the reply as a signed 32-bit number; 0 without one
@@ -26,6 +28,12 @@ class PlayerWindow {
 
     // The window of the player's class, whatever its title; 0 when there is none.
     virtual Handle Find() = 0;
+
+    // The window's caption, without asking its program; empty when there is no window.
+    virtual std::string Caption(Handle window) = 0;
+
+    // The number of the message that the system has registered under this name.
+    virtual std::uint32_t Registered(const wchar_t* name) = 0;
 
     // Sends a message with two numbers, each sign-extended to the system's width.
     virtual PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam,

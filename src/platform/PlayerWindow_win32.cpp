@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/Wide_win32.h"
+
 namespace tobbin {
 namespace {
 
@@ -13,9 +15,16 @@ PlayerReply SendWithin(PlayerWindow::Handle window, UINT message, WPARAM wParam,
     if (SendMessageTimeoutW(handle, message, wParam, lParam,
                             SMTO_NORMAL | SMTO_ABORTIFHUNG | SMTO_ERRORONEXIT,
                             static_cast<UINT>(limitMilliseconds), &reply) == 0) {
-        // Without ERROR_TIMEOUT the player may still be known as hung, or its window died.
-        const bool timedOut = GetLastError() == ERROR_TIMEOUT || IsWindow(handle) != FALSE;
-        return {timedOut ? PlayerReply::Outcome::TimedOut : PlayerReply::Outcome::NoWindow, 0};
+        // Without ERROR_TIMEOUT the player may still be known as hung, or its window died; some
+        // systems say then, too, that access is denied.
+        const DWORD error = GetLastError();
+        if (error == ERROR_TIMEOUT)
+            return {PlayerReply::Outcome::TimedOut, 0};
+        if (IsWindow(handle) == FALSE)
+            return {PlayerReply::Outcome::NoWindow, 0};
+        return {error == ERROR_ACCESS_DENIED ? PlayerReply::Outcome::Denied
+                                             : PlayerReply::Outcome::TimedOut,
+                0};
     }
     // A 32-bit player's reply comes without its sign.
     return {PlayerReply::Outcome::Replied, static_cast<std::int32_t>(static_cast<DWORD>(reply))};
@@ -25,6 +34,16 @@ PlayerReply SendWithin(PlayerWindow::Handle window, UINT message, WPARAM wParam,
 
 PlayerWindow::Handle SystemPlayerWindow::Find() {
     return reinterpret_cast<Handle>(FindWindowW(L"Winamp v1.x", nullptr));
+}
+
+std::string SystemPlayerWindow::Caption(Handle window) {
+    wchar_t caption[1024];
+    const int length = GetWindowTextW(reinterpret_cast<HWND>(window), caption, 1024);
+    return Utf8({caption, static_cast<std::size_t>(length)});
+}
+
+std::uint32_t SystemPlayerWindow::Registered(const wchar_t* name) {
+    return RegisterWindowMessageW(name);
 }
 
 PlayerReply SystemPlayerWindow::Send(Handle window, std::uint32_t message, std::int32_t wParam,

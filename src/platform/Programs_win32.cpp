@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include "platform/RegisteredPrograms_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
 #include "util/Text.h"
@@ -53,11 +54,15 @@ bool SystemPrograms::Start(const std::string& programPath, const std::string& ar
     // The default error mode: the program must not inherit that ours shows no error boxes.
     if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_DEFAULT_ERROR_MODE, nullptr, folder.c_str(), &startup, &process))
-        return GetLastError() == kElevationRequired &&
+        return GetLastError() == kElevationRequired && show == ShowProgram::Normal &&
                ShellStart(L"runas", program, wideArguments, folder, startup.wShowWindow);
     UniqueKernelObject(process.hThread).Reset();
     UniqueKernelObject(process.hProcess).Reset();
     return true;
+}
+
+std::optional<std::string> SystemPrograms::MaybeRegistered(const std::string& fileName) {
+    return MaybeRegisteredProgram(fileName);
 }
 
 bool SystemPrograms::Open(const std::string& documentPath) {

@@ -81,6 +81,10 @@ std::optional<std::string> WindowsText::MaybeToAnsi(std::string_view text) const
     return m_table ? m_table->MaybeToBytes(text) : MaybeEncode(m_codePage, Wide(text));
 }
 
+std::optional<std::string> WindowsText::MaybeToSystemPage(std::string_view text) const {
+    return GetACP() == CP_UTF8 ? std::optional(std::string(text)) : MaybeToAnsi(text);
+}
+
 std::string WindowsText::ToLower(std::string_view text) const {
     if (!IsAscii(text))
         return MapCase(text, LCMAP_LOWERCASE);

@@ -20,6 +20,7 @@ class WindowsText : public SystemText {
 
     std::string FromAnsi(std::string_view bytes) const override;
     std::optional<std::string> MaybeToAnsi(std::string_view text) const override;
+    std::optional<std::string> MaybeToSystemPage(std::string_view text) const override;
     std::string ToLower(std::string_view text) const override;
     std::string ToUpper(std::string_view text) const override;
 

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tobbin {
@@ -10,7 +12,12 @@ namespace tobbin {
 // whole program; every request to play rebuilds it.
 class PlayList {
  public:
-    void Assign(std::vector<std::int32_t> records) { m_records = std::move(records); }
+    // `firstName` is what the first song is called, for a song whose record knows no name.
+    void Assign(std::vector<std::int32_t> records, std::string firstName = {}) {
+        m_records = std::move(records);
+        m_firstName = std::move(firstName);
+    }
+    const std::string& FirstName() const { return m_firstName; }
 
     // The catalogue's records have moved: `numberNow` says where to, 0 for one that has gone.
     void Follow(const std::function<std::int32_t(std::int32_t record)>& numberNow) {
@@ -25,6 +32,7 @@ class PlayList {
 
  private:
     std::vector<std::int32_t> m_records;
+    std::string m_firstName;
 };
 
 }  // namespace tobbin

@@ -39,29 +39,28 @@ bool PlayRequests::PlayerCheck() {
 }
 
 void PlayRequests::PlayAllSongsInFolder(const std::vector<ListedSong>& songs) {
-    if (!PlayerCheck())
-        return;
-    std::vector<std::int32_t> records;
-    records.reserve(songs.size());
-    for (const ListedSong& song : songs)
-        records.push_back(song.recordNumber);
-    Play(std::move(records));
+    Play(songs, false);
 }
 
 void PlayRequests::PlaySelectedSongs(const std::vector<ListedSong>& songs) {
+    Play(songs, true);
+}
+
+void PlayRequests::Play(const std::vector<ListedSong>& songs, bool onlySelected) {
     if (!PlayerCheck())
         return;
     std::vector<std::int32_t> records;
-    for (const ListedSong& song : songs)
-        if (song.selected)
-            records.push_back(song.recordNumber);
-    Play(std::move(records));
-}
-
-void PlayRequests::Play(std::vector<std::int32_t> records) {
+    std::string_view firstName;
+    for (const ListedSong& song : songs) {
+        if (onlySelected && !song.selected)
+            continue;
+        if (records.empty())
+            firstName = song.name;
+        records.push_back(song.recordNumber);
+    }
     if (records.empty())
         return;
-    m_playList.Assign(std::move(records));
+    m_playList.Assign(std::move(records), std::string(firstName));
     m_host.PlayInPanel();
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "platform/Environment.h"
@@ -15,6 +16,7 @@ namespace tobbin {
 struct ListedSong {
     std::int32_t recordNumber = 0;
     bool selected = false;
+    std::string_view name = {};  // as the jukebox shows it
 };
 
 // What a request to play needs of the main frame.
@@ -47,7 +49,7 @@ class PlayRequests {
     bool PlayerCheck();
 
  private:
-    void Play(std::vector<std::int32_t> records);
+    void Play(const std::vector<ListedSong>& songs, bool onlySelected);
 
     Environment& m_environment;
     PlayerLocation& m_location;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "player/RaisedFlag.h"
 #include "util/Text.h"
 
 namespace tobbin {
@@ -17,9 +18,6 @@ constexpr std::int64_t kSlice = 25;     // of work before events are let through
 constexpr int kAtOnce = 0;
 
 constexpr char kNoStart[] = "Couldn't start WinAMP";
-constexpr char kNoAnswer[] = "The player doesn't answer";
-constexpr char kPlay[] = "&Play";
-constexpr char kPause[] = "&Pause";
 
 constexpr char kAdvice[] =
     "Tobbin can't seem to find WinAmp.\n\n"
@@ -36,38 +34,30 @@ constexpr char kAdvice[] =
     "4. IF you don't have a copy of WinAmp then go to www.winamp.com and download and install one."
     "  Tobbin will search for it next time it opens.";
 
-// Keeps a flag set for as long as it lives.
-class Flag {
- public:
-    explicit Flag(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~Flag() { m_flag = false; }
-    Flag(const Flag&) = delete;
-    Flag& operator=(const Flag&) = delete;
-
- private:
-    bool& m_flag;
-};
-
 }  // namespace
 
 PlayerPanel::PlayerPanel(Environment& environment, WinAMP_Control& control,
-                         const PlayList& playList, SongPathOf songPathOf, PlayerPanelView& view)
+                         const PlayList& playList, SongPathOf songPathOf,
+                         PlayerDiscovery& discovery, PlayerPanelView& view)
     : m_environment(environment),
       m_control(control),
       m_playList(playList),
       m_songPathOf(std::move(songPathOf)),
+      m_discovery(discovery),
       m_view(view) {}
 
 void PlayerPanel::Load() {
     m_view.SetButton(m_buttonCaption, m_buttonEnabled);
     for (const PlayerBar bar : {PlayerBar::Track, PlayerBar::Volume, PlayerBar::Balance})
-        m_view.SetBar(bar, Bar(bar));
+        SetBar(bar, Bar(bar));
+    ShowChoice();
     StartAndAwaitWindow(Stage::AwaitWindowToLoad);
 }
 
 void PlayerPanel::Playstuff() {
     // While the panel loads, its own Playstuff is still to come.
-    const bool loading = m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AskVersion ||
+    const bool loading = m_stage == Stage::AwaitOldPlayersEnd ||
+                         m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AskVersion ||
                          m_stage == Stage::SendVolume || m_stage == Stage::SendBalance;
     if (loading)
         return;
@@ -94,7 +84,7 @@ void PlayerPanel::Work() {
         return;
     int wait = kAtOnce;
     {
-        const Flag working(m_working);
+        const RaisedFlag working(m_working);
         const std::int64_t end = m_environment.clock.Milliseconds() + kSlice;
         do
             wait = Advance();
@@ -119,11 +109,22 @@ void PlayerPanel::Work() {
 int PlayerPanel::Advance() {
     if (m_stage == Stage::AwaitWindowToLoad || m_stage == Stage::AwaitWindowToPlay)
         return AwaitWindow();
-    if (!m_control.AnswersAgain()) {
-        ShowStatus(kNoAnswer);
-        return kQuestionInterval;
+    if (m_stage == Stage::AwaitOldPlayersEnd)
+        return AwaitOldPlayersEnd();
+    if (m_control.AnswersAgain()) {
+        if (m_control.MustAskWhoseItIs())
+            m_control.AskWhoseItIs();
+        else
+            TalkToPlayer();
     }
-    TalkToPlayer();
+    if (m_control.IsDenied()) {
+        EndWith(kHasMoreRights);
+        return kAtOnce;
+    }
+    if (m_control.IsGone() && m_stage > Stage::SendStop)
+        FinishPlaystuff("The player ended before it had all songs: it had got " +
+                        GroupedNumber(static_cast<std::size_t>(m_added)) + " of " +
+                        Counted(static_cast<std::size_t>(m_playList.UpperBound()), "song") + ".");
     if (m_control.IsAnswering())
         return kAtOnce;
     ShowStatus(kNoAnswer);
@@ -137,10 +138,31 @@ int PlayerPanel::AwaitWindow() {
     }
     if (m_environment.clock.Milliseconds() < m_deadline)
         return kWindowInterval;
-    m_stage = Stage::Idle;
-    m_view.SetTimer(false);  // There is no one left to ask.
+    EndWith("");
     m_environment.dialogs.Tell(kAdvice);
     return kAtOnce;
+}
+
+// The player that was used before is told to close; its window must not be taken for the new one's.
+int PlayerPanel::AwaitOldPlayersEnd() {
+    if (!m_control.FindPlayerWindow()) {
+        StartAndAwaitWindow(Stage::AwaitWindowToLoad);
+        return m_stage == Stage::Idle ? kAtOnce : kWindowInterval;
+    }
+    if (m_environment.clock.Milliseconds() < m_deadline)
+        return kWindowInterval;
+    EndWith("");
+    m_environment.statusLine.Say(
+        "A player is still open. Close it, then play the songs with the other one.");
+    return kAtOnce;
+}
+
+// There is nobody left to be asked.
+void PlayerPanel::EndWith(const char* status) {
+    m_stage = Stage::Idle;
+    OfferNoStop();
+    m_view.SetTimer(false);
+    ShowStatus(status);
 }
 
 // Does what the stage names and goes on to the next one if the player answered.
@@ -183,6 +205,7 @@ void PlayerPanel::TalkToPlayer() {
             return;
         case Stage::AddFirstSong:
             m_control.AddFileToPlaylist(m_firstPath);
+            m_added = m_control.IsAnswering() ? 1 : 0;
             m_stage = Stage::SendPlay;
             return;
         case Stage::SendPlay:
@@ -207,11 +230,14 @@ void PlayerPanel::TalkToPlayer() {
 
 void PlayerPanel::CheckFirstSong() {
     m_stage = Stage::Idle;
-    m_leftOut = 0;
+    m_leftOut = m_failures = 0;
     if (m_playList.UpperBound() < 1)
         return;
     m_firstPath = m_songPathOf(m_playList.Song(1));
-    if (const std::string problem = ProblemOf(m_firstPath); !problem.empty())
+    std::string problem = ProblemOf(m_firstPath);
+    if (m_firstPath.empty() && !m_playList.FirstName().empty())
+        problem = "the file of \"" + m_playList.FirstName() + "\" is not there";
+    if (!problem.empty())
         m_environment.statusLine.Say("Nothing is played, as the first song can't be: " + problem +
                                      ".");
     else
@@ -225,19 +251,28 @@ void PlayerPanel::AddSongs() {
     }
     const std::string path = m_songPathOf(m_playList.Song(m_place++));
     std::string problem = ProblemOf(path);
-    if (problem.empty())
+    if (problem.empty()) {
         m_control.AddFileToPlaylist(path);
-    else if (m_leftOut++ == 0)
+        m_added += m_control.IsAnswering() && !m_control.IsGone() ? 1 : 0;
+    } else if (m_leftOut++ == 0) {
         m_whyLeftOut = std::move(problem);
+    }
 }
 
-void PlayerPanel::FinishPlaystuff() {
+// `line` is what went wrong, if anything did.
+void PlayerPanel::FinishPlaystuff(const std::string& line) {
     m_stage = Stage::Idle;
     OfferNoStop();
     m_buttonEnabled = true;
     SetButtonCaption(kPause);
     m_view.SetTimer(true);
-    if (m_leftOut > 0)
+    m_otherTrack = false;
+    m_track = 0;
+    m_tracks = m_added;
+    ShowSong();
+    if (!line.empty())
+        m_environment.statusLine.Say(line);
+    else if (m_leftOut > 0)
         m_environment.statusLine.Say(
             Counted(m_leftOut, "song") +
             (m_leftOut == 1 ? " was left out: " : " were left out. The first: ") + m_whyLeftOut +
@@ -248,8 +283,10 @@ void PlayerPanel::FinishPlaystuff() {
 std::string PlayerPanel::ProblemOf(const std::string& path) {
     if (path.empty())
         return "its file is not there";
-    if (!m_control.FileExists(path))
-        return "the file \"" + path + "\" is not there";
+    const std::size_t failures = m_failures;
+    if (!m_control.FileExists(path, m_failures))
+        return "the file \"" + path + "\" " +
+               (m_failures == failures ? "is not there" : "can't be looked at");
     if (!m_control.MaybePathForPlayer(path))
         return "the player can't be told the name \"" + path + "\"";
     return {};
@@ -266,77 +303,9 @@ void PlayerPanel::Close() {
     m_control.StopAndClose();
 }
 
-void PlayerPanel::OnPlayPauseClick() {
-    const bool play = m_buttonCaption == kPlay;
-    m_control.SendPlayerCommand(play ? PlayerCommand::Play : PlayerCommand::Pause);
-    SetButtonCaption(play ? kPause : kPlay);
-}
-
-void PlayerPanel::OnTrackScroll() {
-    m_draggingTrack = true;
-}
-
-void PlayerPanel::OnTrackChange(std::int32_t seconds) {
-    Bar(PlayerBar::Track).value = seconds;
-    if (!m_draggingTrack)
-        return;
-    m_control.SetTrackPosition(seconds);
-    m_draggingTrack = false;
-}
-
-void PlayerPanel::OnVolume(std::int32_t level) {
-    Bar(PlayerBar::Volume).value = level;
-    m_control.SetVolume(level);
-}
-
-void PlayerPanel::OnBalance(std::int32_t balance) {
-    Bar(PlayerBar::Balance).value = balance;
-    m_control.SetBalance(balance);
-}
-
-void PlayerPanel::OnStopAdding() {
-    if (m_stage == Stage::AddSongs)
-        FinishPlaystuff();
-}
-
 void PlayerPanel::OfferNoStop() {
     m_view.OfferStop(false);
     m_environment.statusLine.ShowProgress({}, {});
-}
-
-void PlayerPanel::OnTimer() {
-    if (m_working || IsBusy())
-        return;
-    const Flag working(m_working);
-    if (m_control.AnswersAgain() && !m_draggingTrack) {
-        BarState bar = Bar(PlayerBar::Track);
-        const std::int32_t position = m_control.GetTrackPosition();
-        if (position >= bar.minimum && position <= bar.maximum) {
-            bar.value = position;
-            SetBar(PlayerBar::Track, bar);
-        }
-        if (bar.value == bar.maximum)
-            SetButtonCaption(kPlay);
-    }
-    const std::string status = m_control.IsAnswering() ? m_control.GetPlayerStatus() : "";
-    ShowStatus(m_control.IsAnswering() ? status : kNoAnswer);
-}
-
-void PlayerPanel::SetButtonCaption(const char* caption) {
-    m_buttonCaption = caption;
-    m_view.SetButton(m_buttonCaption, m_buttonEnabled);
-}
-
-void PlayerPanel::SetBar(PlayerBar bar, const BarState& state) {
-    Bar(bar) = state;
-    m_view.SetBar(bar, state);
-}
-
-void PlayerPanel::ShowStatus(const std::string& text) {
-    if (text == m_status)
-        return;
-    m_status = text;
-    m_view.SetStatus(text);
 }
 
 }  // namespace tobbin

@@ -8,6 +8,7 @@
 #include "player/PlayerPanelView.h"
 #include "player/PlayList.h"
 #include "player/WinAMP_Control.h"
+#include "search/PlayerDiscovery.h"
 
 namespace tobbin {
 
@@ -27,7 +28,7 @@ class PlayerPanel {
     static constexpr int kHeightTwips = 2100;
 
     PlayerPanel(Environment& environment, WinAMP_Control& control, const PlayList& playList,
-                SongPathOf songPathOf, PlayerPanelView& view);
+                SongPathOf songPathOf, PlayerDiscovery& discovery, PlayerPanelView& view);
 
     // Starts the player, shows its version, sets volume and balance, then plays. Called once, when
     // the window is there.
@@ -35,7 +36,7 @@ class PlayerPanel {
 
     // Sends the play list as it is now and starts playing. If the first song's file is missing
     // nothing is played at all; further ones that are missing are left out. The status line tells
-    // of both.
+    // of both, and of a player that ends meanwhile.
     void Playstuff();
 
     // Stops and closes the player. Called once, before the window goes.
@@ -45,11 +46,14 @@ class PlayerPanel {
 
     // What the person does. A scroll is a drag of the thumb; a change is its end or any other move.
     void OnPlayPauseClick();
-    void OnTrackScroll();
+    void OnTrackScroll(std::int32_t seconds);
     void OnTrackChange(std::int32_t seconds);
     void OnVolume(std::int32_t level);  // scroll and change alike
     void OnBalance(std::int32_t balance);
     void OnStopAdding();  // keeps what was sent so far
+    // Changes over to our own player, if another one is used; otherwise asks for another program.
+    // What plays is played anew by the one that was chosen.
+    void OnChoosePlayer();
     void OnTimer();
 
     bool IsBusy() const { return m_stage != Stage::Idle; }
@@ -62,6 +66,7 @@ class PlayerPanel {
         Idle,
         AwaitWindowToLoad,
         AwaitWindowToPlay,
+        AwaitOldPlayersEnd,
         AskVersion,
         SendVolume,
         SendBalance,
@@ -77,21 +82,34 @@ class PlayerPanel {
     void StartAndAwaitWindow(Stage stage);
     int Advance();  // milliseconds to wait before the next step
     int AwaitWindow();
+    int AwaitOldPlayersEnd();
+    void EndWith(const char* status);
     void TalkToPlayer();
     void CheckFirstSong();
     void AddSongs();
-    void FinishPlaystuff();
+    void FinishPlaystuff(const std::string& line = {});
     void OfferNoStop();
     std::string ProblemOf(const std::string& path);
+    void FollowPlayer();
+    void FollowSong();
+    void ShowSong();
+    void ShowValue(PlayerBar bar);
+    void ShowChoice();
     void SetButtonCaption(const char* caption);
     void SetBar(PlayerBar bar, const BarState& state);
     void ShowStatus(const std::string& text);
+    static constexpr char kNoAnswer[] = "The player doesn't answer";
+    static constexpr char kHasMoreRights[] = "The player runs as administrator";
+    static constexpr char kPlay[] = "&Play";
+    static constexpr char kPause[] = "&Pause";
+
     BarState& Bar(PlayerBar bar) { return m_bars[static_cast<int>(bar)]; }
 
     Environment& m_environment;
     WinAMP_Control& m_control;
     const PlayList& m_playList;
     SongPathOf m_songPathOf;
+    PlayerDiscovery& m_discovery;
     PlayerPanelView& m_view;
 
     Stage m_stage = Stage::Idle;
@@ -99,8 +117,16 @@ class PlayerPanel {
     std::int64_t m_deadline = 0;  // for the player's window
     std::int32_t m_place = 0;     // of the next song to add, from 1
     std::string m_firstPath;
-    std::size_t m_leftOut = 0;  // songs
-    std::string m_whyLeftOut;   // the first of them
+    std::int32_t m_added = 0;    // songs
+    std::size_t m_leftOut = 0;   // songs
+    std::string m_whyLeftOut;    // the first of them
+    std::size_t m_failures = 0;  // to look at a file
+
+    std::int32_t m_track = 0;   // of our own player's list, from 1
+    std::int32_t m_tracks = 0;  // in it
+    bool m_otherTrack = false;  // since its length was asked for
+    int m_ticks = 0;
+    std::string m_song;
 
     bool m_draggingTrack = false;
     std::string m_buttonCaption = "&Play";

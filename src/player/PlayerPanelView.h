@@ -23,7 +23,10 @@ class PlayerPanelView {
     virtual void SetOuterSize(int widthTwips, int heightTwips) = 0;
     virtual void SetButton(const std::string& caption, bool enabled) = 0;  // cmdPlayPause
     virtual void SetStatus(const std::string& text) = 0;                   // lblStatus
+    virtual void SetSong(const std::string& text) = 0;                     // which one plays
     virtual void SetBar(PlayerBar bar, const BarState& state) = 0;
+    virtual void SetBarText(PlayerBar bar, const std::string& text) = 0;  // its value, beside it
+    virtual void SetChoice(const std::string& caption) = 0;               // cmdChoosePlayer
     virtual void OfferStop(bool offered) = 0;   // a button that ends the adding of songs
     virtual void SetTimer(bool enabled) = 0;    // tmrScrollUpdate: calls OnTimer
     virtual void WorkIn(int milliseconds) = 0;  // calls PlayerPanel::Work once, that much later

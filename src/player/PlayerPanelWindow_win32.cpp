@@ -6,6 +6,7 @@
 #include "platform/Dpi_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
+#include "player/ScrollBar_win32.h"
 #include "resource.h"
 
 namespace tobbin {
@@ -29,80 +30,87 @@ constexpr BarLook kBars[] = {
     {PlayerPanelWindow::hscrlBalance, L"&Balance", L"Balance", 8, 32},
 };
 
-SCROLLINFO InfoOf(HWND bar) {
-    SCROLLINFO info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_ALL;
-    GetScrollInfo(bar, SB_CTL, &info);
-    return info;
+// In the window that it lies in.
+RECT PlaceOf(HWND window) {
+    RECT place = {};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+    return place;
 }
 
-// Where a move leads to; a drag's place while the thumb is held.
-int TargetOf(const SCROLLINFO& info, const BarLook& look, int code) {
-    const auto by = [&](int step) { return std::clamp(info.nPos + step, info.nMin, info.nMax); };
-    switch (code) {
-        case SB_LINELEFT:
-            return by(-look.smallStep);
-        case SB_LINERIGHT:
-            return by(look.smallStep);
-        case SB_PAGELEFT:
-            return by(-look.largeStep);
-        case SB_PAGERIGHT:
-            return by(look.largeStep);
-        case SB_LEFT:
-            return info.nMin;
-        case SB_RIGHT:
-            return info.nMax;
-        case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
-            return info.nTrackPos;
-        default:
-            return info.nPos;
-    }
+// Beside the scroll bar of a jukebox window that fills the room.
+PanelPlace FirstPlace(HWND window) {
+    const UINT dpi = GetDpiForWindow(window);
+    const int edge = GetSystemMetricsForDpi(SM_CXEDGE, dpi);
+    return PanelPlace(GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + 2 * edge, edge);
 }
 
 }  // namespace
 
 PlayerPanelWindow::PlayerPanelWindow(Environment& environment, WinAMP_Control& control,
-                                     const PlayList& playList, PlayerPanel::SongPathOf songPathOf)
-    : m_panel(environment, control, playList, std::move(songPathOf), *this) {}
+                                     const PlayList& playList, PlayerPanel::SongPathOf songPathOf,
+                                     PlayerDiscovery& discovery)
+    : m_panel(environment, control, playList, std::move(songPathOf), discovery, *this) {}
 
 PlayerPanelWindow::~PlayerPanelWindow() {
     Destroy();
 }
 
-SIZE PlayerPanelWindow::FirstSize(HWND mdiClient) {
-    return {TwipsToPixels(PlayerPanel::kWidthTwips, mdiClient),
-            TwipsToPixels(PlayerPanel::kHeightTwips, mdiClient)};
-}
-
-bool PlayerPanelWindow::Open(HWND mdiClient, std::function<void()> closed) {
+bool PlayerPanelWindow::Open(HWND frame, const PixelRect& room, std::function<void()> minimized,
+                             std::function<void()> closed) {
+    m_minimized = std::move(minimized);
     m_closed = std::move(closed);
+    m_room = room;
     ClassLook look;
     look.name = kClassName;
     look.icon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN));
     look.background = GetSysColorBrush(COLOR_BTNFACE);
     Placement placement;
-    placement.style = WS_CHILD | WS_VISIBLE | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX |
-                      WS_THICKFRAME | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
-    placement.exStyle = WS_EX_MDICHILD | WS_EX_CONTROLPARENT;
-    const SIZE size = FirstSize(mdiClient);
-    placement.width = size.cx;
-    placement.height = size.cy;
-    // In the corner where it hides the least of a jukebox window.
-    RECT room = {};
-    GetClientRect(mdiClient, &room);
-    placement.x = std::max<int>(0, room.right - placement.width);
-    placement.y = std::max<int>(0, room.bottom - placement.height);
-    placement.parent = mdiClient;
+    placement.style = WS_CHILD | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME |
+                      WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    placement.exStyle = WS_EX_CONTROLPARENT;
+    placement.width = TwipsToPixels(PlayerPanel::kWidthTwips, frame);
+    placement.height = TwipsToPixels(PlayerPanel::kHeightTwips, frame);
+    m_place = FirstPlace(frame);
+    const PixelRect place = m_place.In(room, placement.width, placement.height);
+    placement.x = place.left;
+    placement.y = place.top;
+    placement.parent = frame;
     if (!Create(look, "WinAMP", placement))
         return false;
+    SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
     PostMessageW(Handle(), kLoad, 0, 0);
     return true;
 }
 
-LRESULT PlayerPanelWindow::Default(UINT message, WPARAM wParam, LPARAM lParam) {
-    return DefMDIChildProcW(Handle(), message, wParam, lParam);
+void PlayerPanelWindow::SetRoom(const PixelRect& room) {
+    m_room = room;
+    const RECT place = PlaceOf(Handle());
+    const PixelRect in = m_place.In(room, place.right - place.left, place.bottom - place.top);
+    SetWindowPos(Handle(), HWND_TOP, in.left, in.top, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void PlayerPanelWindow::KeepInRoom(WINDOWPOS& place) const {
+    const RECT now = PlaceOf(Handle());
+    const bool moves = (place.flags & SWP_NOMOVE) == 0, grows = (place.flags & SWP_NOSIZE) == 0;
+    if (!moves && !grows)
+        return;
+    const int width = grows ? place.cx : now.right - now.left;
+    const int height = grows ? place.cy : now.bottom - now.top;
+    const PixelRect in = IsIconic(Handle())
+                             ? FirstPlace(Handle()).In(m_room, width, height)
+                             : PanelPlace::Inside(m_room, moves ? place.x : now.left,
+                                                  moves ? place.y : now.top, width, height);
+    place.x = in.left;
+    place.y = in.top;
+    place.flags &= ~static_cast<UINT>(SWP_NOMOVE);
+}
+
+void PlayerPanelWindow::OnMoved() {
+    const RECT place = PlaceOf(Handle());
+    if (!IsIconic(Handle()))
+        m_place.Remember(m_room, {place.left, place.top, place.right, place.bottom});
 }
 
 LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -113,12 +121,20 @@ LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
             return 0;
         case WM_SIZE:
             OnSize(LOWORD(lParam), HIWORD(lParam));
-            break;  // the system keeps account of MDI children's sizes
-        case WM_DPICHANGED_AFTERPARENT:
-            OnDpiChanged();
+            if (wParam == SIZE_MINIMIZED)
+                m_minimized();
             return 0;
+        case WM_WINDOWPOSCHANGING:
+            KeepInRoom(*reinterpret_cast<WINDOWPOS*>(lParam));
+            return 0;
+        case WM_EXITSIZEMOVE:
+            OnMoved();
+            return 0;
+        case WM_MOUSEACTIVATE:
+            if (!IsIconic(Handle()) && !IsChild(Handle(), GetFocus()))
+                SetFocus(Handle());
+            break;
         case WM_SETFOCUS:
-            Default(message, wParam, lParam);
             OnFocus();
             return 0;
         case WM_NEXTDLGCTL:
@@ -144,20 +160,23 @@ LRESULT PlayerPanelWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lPa
 }
 
 bool PlayerPanelWindow::OnCreate() {
+    constexpr DWORD kText = WS_VISIBLE | SS_NOPREFIX | SS_CENTERIMAGE;
     AddControl(L"BUTTON", L"&Play", WS_VISIBLE | WS_TABSTOP | WS_DISABLED, cmdPlayPause);
-    AddControl(L"STATIC", L"", WS_VISIBLE | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS,
-               lblStatus);
+    AddControl(L"STATIC", L"", kText | SS_ENDELLIPSIS, lblStatus);
     AddControl(L"BUTTON", L"&Stop Adding", WS_TABSTOP, cmdStopAdding);
-    int label = kFirstLabel;
+    AddControl(L"BUTTON", L"", WS_VISIBLE | WS_TABSTOP, cmdChoosePlayer);
+    AddControl(L"STATIC", L"", kText | SS_ENDELLIPSIS, lblSong);
+    int label = kFirstLabel, value = lblTrackPos;
     for (const BarLook& bar : kBars) {
         AddControl(L"STATIC", bar.label, WS_VISIBLE | SS_CENTERIMAGE, label++);
         AddControl(L"SCROLLBAR", bar.name, WS_VISIBLE | WS_TABSTOP | SBS_HORZ, bar.control);
+        AddControl(L"STATIC", L"", kText | SS_RIGHT, value++);
     }
-    OnDpiChanged();
+    UseLook();
     return true;
 }
 
-void PlayerPanelWindow::OnDpiChanged() {
+void PlayerPanelWindow::UseLook() {
     UniqueFont font = MessageFont(Handle());
     for (HWND child = GetWindow(Handle(), GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT))
@@ -168,11 +187,22 @@ void PlayerPanelWindow::OnDpiChanged() {
     OnSize(client.right, client.bottom);
 }
 
+void PlayerPanelWindow::OnDpiChanged(int oldDpi, int dpi) {
+    const RECT place = PlaceOf(Handle());
+    if (!IsIconic(Handle()))
+        SetWindowPos(Handle(), nullptr, 0, 0, MulDiv(place.right - place.left, dpi, oldDpi),
+                     MulDiv(place.bottom - place.top, dpi, oldDpi),
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    UseLook();
+    SetRoom(m_room);
+}
+
+// The height holds all of it even where the system's captions and frames are large.
 void PlayerPanelWindow::OnSize(int width, int /*height*/) {
     const auto scale = [this](int pixels) { return ScalePixels(pixels, Handle()); };
-    const int margin = scale(7), gap = scale(6);
-    const int button = scale(62), wideButton = scale(82), label = scale(54);
-    const int rowHeight = scale(23), barHeight = scale(17), barStep = scale(22);
+    const int margin = scale(5), gap = scale(5);
+    const int button = scale(58), wideButton = scale(86), label = scale(50), value = scale(80);
+    const int rowHeight = scale(22), lineHeight = scale(16), barHeight = scale(15);
     const auto place = [this](int control, int x, int y, int w, int h) {
         SetWindowPos(Item(control), nullptr, x, y, std::max(w, 0), h,
                      SWP_NOZORDER | SWP_NOACTIVATE);
@@ -181,16 +211,20 @@ void PlayerPanelWindow::OnSize(int width, int /*height*/) {
     place(cmdPlayPause, margin, margin, button, rowHeight);
     const bool stopShown = (GetWindowLongPtrW(Item(cmdStopAdding), GWL_STYLE) & WS_VISIBLE) != 0;
     const int statusLeft = margin + button + gap;
-    const int statusRight = width - margin - (stopShown ? wideButton + gap : 0);
+    const int chooseLeft = width - margin - wideButton;
+    const int statusRight = chooseLeft - gap - (stopShown ? wideButton + gap : 0);
     place(lblStatus, statusLeft, margin, statusRight - statusLeft, rowHeight);
-    place(cmdStopAdding, width - margin - wideButton, margin, wideButton, rowHeight);
-
-    int y = margin + rowHeight + gap;
-    int labelNumber = kFirstLabel;
+    place(cmdStopAdding, chooseLeft - gap - wideButton, margin, wideButton, rowHeight);
+    place(cmdChoosePlayer, chooseLeft, margin, wideButton, rowHeight);
+    int y = margin + rowHeight + scale(1);
+    place(lblSong, margin, y, width - 2 * margin, lineHeight);
+    y += lineHeight + scale(1);
+    int labelNumber = kFirstLabel, valueNumber = lblTrackPos;
     for (const BarLook& bar : kBars) {
         place(labelNumber++, margin, y, label, barHeight);
-        place(bar.control, margin + label, y, width - 2 * margin - label, barHeight);
-        y += barStep;
+        place(bar.control, margin + label, y, width - 2 * margin - label - value - gap, barHeight);
+        place(valueNumber++, width - margin - value, y, value, barHeight);
+        y += barHeight + scale(2);
     }
     InvalidateRect(Handle(), nullptr, TRUE);
 }
@@ -211,6 +245,8 @@ void PlayerPanelWindow::OnCommand(int control) {
         m_panel.OnPlayPauseClick();
     else if (control == cmdStopAdding)
         m_panel.OnStopAdding();
+    else if (control == cmdChoosePlayer)
+        m_panel.OnChoosePlayer();
 }
 
 void PlayerPanelWindow::OnTimer(UINT_PTR timer) {
@@ -229,7 +265,7 @@ void PlayerPanelWindow::OnScroll(HWND bar, int code) {
                      [&](const auto& b) { return b.control == GetDlgCtrlID(bar); });
     if (look == std::end(kBars))
         return;
-    const int target = TargetOf(InfoOf(bar), *look, code);
+    const int target = TargetOf(InfoOf(bar), look->smallStep, look->largeStep, code);
     if (code == SB_ENDSCROLL) {
         if (look->control == hscrlTrackPos)
             m_panel.OnTrackChange(target);  // a drag that was broken off has to end, too
@@ -244,7 +280,7 @@ void PlayerPanelWindow::OnScroll(HWND bar, int code) {
             m_panel.OnBalance(target);
             break;
         default:
-            m_panel.OnTrackScroll();
+            m_panel.OnTrackScroll(target);
             if (code != SB_THUMBTRACK)
                 m_panel.OnTrackChange(target);
             break;
@@ -267,14 +303,15 @@ void PlayerPanelWindow::SetCaption(const std::string& caption) {
 }
 
 void PlayerPanelWindow::SetOuterSize(int widthTwips, int heightTwips) {
-    if (!IsZoomed(Handle()) && !IsIconic(Handle()))
-        SetWindowPos(Handle(), nullptr, 0, 0, TwipsToPixels(widthTwips, Handle()),
-                     TwipsToPixels(heightTwips, Handle()),
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (IsIconic(Handle()))
+        return;
+    SetWindowPos(Handle(), nullptr, 0, 0, TwipsToPixels(widthTwips, Handle()),
+                 TwipsToPixels(heightTwips, Handle()), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetRoom(m_room);
 }
 
 void PlayerPanelWindow::SetButton(const std::string& caption, bool enabled) {
-    SetWindowTextW(Item(cmdPlayPause), Wide(caption).c_str());
+    SetText(cmdPlayPause, caption);
     EnableWindow(Item(cmdPlayPause), enabled);
     if (enabled && std::exchange(m_focusIsLent, false) && GetFocus() == Item(hscrlVolume)) {
         SetFocus(Item(cmdPlayPause));
@@ -282,8 +319,26 @@ void PlayerPanelWindow::SetButton(const std::string& caption, bool enabled) {
     }
 }
 
+// Texts that come anew with each tick are only shown when they change, so that they don't flicker.
+void PlayerPanelWindow::SetText(int control, const std::string& text) {
+    if (WindowText(Item(control)) != text)
+        SetWindowTextW(Item(control), Wide(text).c_str());
+}
+
 void PlayerPanelWindow::SetStatus(const std::string& text) {
-    SetWindowTextW(Item(lblStatus), Wide(text).c_str());
+    SetText(lblStatus, text);
+}
+
+void PlayerPanelWindow::SetSong(const std::string& text) {
+    SetText(lblSong, text);
+}
+
+void PlayerPanelWindow::SetBarText(PlayerBar bar, const std::string& text) {
+    SetText(lblTrackPos + static_cast<int>(bar), text);
+}
+
+void PlayerPanelWindow::SetChoice(const std::string& caption) {
+    SetText(cmdChoosePlayer, caption);
 }
 
 void PlayerPanelWindow::SetBar(PlayerBar bar, const BarState& state) {

@@ -1,6 +1,11 @@
 #include "player/WinAMP_Control.h"
 
 #include <cstdio>
+#include <string_view>
+#include <utility>
+
+#include "util/PlayerMessages.h"
+#include "util/Utf.h"
 
 namespace tobbin {
 namespace {
@@ -25,14 +30,34 @@ constexpr std::uint32_t kAddFile = 100;  // the identifier of the data record
 constexpr int kMessageLimit = 400;
 constexpr int kQuestionLimit = 40;
 constexpr int kLimitOfTwo = 250;
-constexpr int kLimitOfThree = 180;
+constexpr int kLimitOfThree = 170;  // beside one of 250, too
+
+constexpr char kDenied[] =
+    "The player runs as administrator, so that Windows lets no message of Tobbin reach it.\n\n"
+    "Close the player, then ask for your songs again: Tobbin starts it without those rights. If it "
+    "takes them by itself, turn off \"Run this program as an administrator\" among the properties "
+    "of its program file, or choose another player with the button in the player panel.";
+constexpr char kStillDenied[] = "The player runs as administrator. Close it, then play songs anew.";
+
+// Little-endian, whatever this is built for.
+std::string Utf16Bytes(const std::string& text) {
+    std::string bytes;
+    for (const char16_t unit : Utf8ToUtf16(text)) {
+        bytes.push_back(static_cast<char>(unit & 0xFFU));
+        bytes.push_back(static_cast<char>(unit >> 8U));
+    }
+    return bytes;
+}
 
 }  // namespace
 
 bool WinAMP_Control::FindPlayerWindow() {
     const PlayerWindow::Handle found = m_environment.player.Find();
-    if (found != m_window)
+    if (found != m_window) {
         m_answering = true;
+        m_ours.reset();
+    }
+    m_denied = m_gone = false;
     m_window = found;
     return m_window != 0;
 }
@@ -53,6 +78,13 @@ bool WinAMP_Control::WindowOrBox() {
 }
 
 void WinAMP_Control::Note(const PlayerReply& reply) {
+    m_gone = reply.outcome == PlayerReply::Outcome::NoWindow;
+    if (reply.outcome == PlayerReply::Outcome::Denied) {
+        m_answering = false;
+        if (!std::exchange(m_denied, true))
+            m_environment.dialogs.Tell(kDenied, BoxIcon::Warning);
+        return;
+    }
     const bool answering = reply.outcome != PlayerReply::Outcome::TimedOut;
     if (m_answering && !answering)
         m_environment.statusLine.Say(
@@ -61,7 +93,9 @@ void WinAMP_Control::Note(const PlayerReply& reply) {
 }
 
 bool WinAMP_Control::AnswersAgain() {
-    if (!m_answering)
+    if (m_denied)
+        m_environment.statusLine.Say(kStillDenied);
+    else if (!m_answering)
         Note(m_environment.player.Send(m_window, kNull, 0, 0, kQuestionLimit));
     return m_answering;
 }
@@ -73,6 +107,33 @@ std::int32_t WinAMP_Control::Send(std::uint32_t message, std::int32_t wParam, st
     const PlayerReply reply = m_environment.player.Send(m_window, message, wParam, lParam, limit);
     Note(reply);
     return m_answering ? reply.value : noReply;
+}
+
+void WinAMP_Control::AskWhoseItIs() {
+    const std::int32_t reply = AskTrack(kKnowsMessages);
+    if (m_answering)
+        m_ours = reply == 1;
+}
+
+std::int32_t WinAMP_Control::AskTrack(std::int32_t question) {
+    return Send(m_environment.player.Registered(kTrackNumberMessage), question, 0, kLimitOfThree,
+                -1);
+}
+
+std::int32_t WinAMP_Control::GetTrackNumber() {
+    return IsOurs() ? AskTrack(kTrackNumber) : -1;
+}
+
+std::int32_t WinAMP_Control::GetTrackCount() {
+    return IsOurs() ? AskTrack(kTrackCount) : -1;
+}
+
+std::string WinAMP_Control::GetSongName() const {
+    std::string caption = IsOurs() ? m_environment.player.Caption(m_window) : std::string();
+    if (!caption.ends_with(kCaptionEnd))
+        return {};
+    caption.resize(caption.size() - std::string_view(kCaptionEnd).size());
+    return caption;
 }
 
 void WinAMP_Control::SendPlayerCommand(PlayerCommand command) {
@@ -99,19 +160,25 @@ void WinAMP_Control::StopAndClose() {
 }
 
 std::optional<std::string> WinAMP_Control::MaybePathForPlayer(const std::string& path) const {
-    if (auto bytes = m_environment.text.MaybeToAnsi(path))
-        return bytes;
-    const auto shortPath = m_environment.disk.MaybeShortPath(path);
-    return shortPath ? m_environment.text.MaybeToAnsi(*shortPath) : std::nullopt;
+    if (IsOurs())
+        return Utf16Bytes(path);
+    auto bytes = m_environment.text.MaybeToSystemPage(path);
+    if (!bytes)
+        if (const auto shortPath = m_environment.disk.MaybeShortPath(path))
+            bytes = m_environment.text.MaybeToSystemPage(*shortPath);
+    if (bytes)
+        bytes->push_back('\0');
+    return bytes;
 }
 
 void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
     auto bytes = MaybePathForPlayer(path);
     if (m_window == 0 || !bytes || !AnswersAgain())
         return;
-    bytes->push_back('\0');
+    const std::uint32_t identifier =
+        IsOurs() ? m_environment.player.Registered(kAddPathMessage) : kAddFile;
     const PlayerReply reply =
-        m_environment.player.SendData(m_window, kAddFile, *bytes, kMessageLimit);
+        m_environment.player.SendData(m_window, identifier, *bytes, kMessageLimit);
     Note(reply);
     m_lastAddResult = reply.value;
 }
@@ -119,7 +186,7 @@ void WinAMP_Control::AddFileToPlaylist(const std::string& path) {
 std::string WinAMP_Control::GetPlayerStatus() {
     if (!WindowOrBox())
         return {};
-    const std::int32_t reply = Send(kUser, 0, kStatus, kLimitOfTwo);
+    const std::int32_t reply = Send(kUser, 0, kStatus, kLimitOfThree);
     if (!m_answering)
         return {};
     return reply == 1 ? "PLAYING" : reply == 3 ? "PAUSED" : "STOPPED";
@@ -128,20 +195,20 @@ std::string WinAMP_Control::GetPlayerStatus() {
 std::int32_t WinAMP_Control::GetTrackPosition() {
     if (!WindowOrBox())
         return 0;
-    const std::int32_t milliseconds = Send(kUser, 0, kPositionOrLength, kLimitOfTwo, -1);
+    const std::int32_t milliseconds = Send(kUser, 0, kPositionOrLength, kLimitOfThree, -1);
     return milliseconds == -1 ? -1 : milliseconds / 1000;
 }
 
 std::int32_t WinAMP_Control::GetTrackLength() {
-    return WindowOrBox() ? TrackLength(kMessageLimit) : 0;
+    return WindowOrBox() ? TrackLength() : 0;
 }
 
-std::int32_t WinAMP_Control::TrackLength(int limit) {
-    return Send(kUser, 1, kPositionOrLength, limit, -1);
+std::int32_t WinAMP_Control::TrackLength() {
+    return Send(kUser, 1, kPositionOrLength, kLimitOfTwo, -1);
 }
 
 void WinAMP_Control::SetTrackPosition(std::int32_t seconds) {
-    if (!WindowOrBox() || seconds < 0 || seconds > TrackLength(kLimitOfTwo))
+    if (!WindowOrBox() || seconds < 0 || seconds > TrackLength())
         return;
     // The player takes 32 bits, whatever they stand for.
     Send(kUser, static_cast<std::int32_t>(static_cast<std::int64_t>(seconds) * 1000), kSeek,
@@ -170,7 +237,7 @@ std::string WinAMP_Control::GetPlayerVersion() {
     return std::string{digits[0], '.', digits[1]} + (digits + 3);
 }
 
-bool WinAMP_Control::FileExists(const std::string& path) {
+bool WinAMP_Control::FileExists(const std::string& path, std::size_t& failures) {
     PathInfo info;
     const DiskStatus status = m_environment.disk.Stat(path, info);
     switch (status.Error()) {
@@ -182,6 +249,8 @@ bool WinAMP_Control::FileExists(const std::string& path) {
         default:
             break;
     }
+    if (failures++ > 0)
+        return false;
     m_environment.dialogs.Tell("Error Number: " + std::to_string(status.SystemCode()) + "  " +
                                    DiskStatus(status.Error()).Reason() + "\n\n" + path,
                                BoxIcon::None, "Error");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,7 +21,8 @@ enum class PlayerCommand : std::int32_t {
 };
 
 // The external player, as one small operation for each message to its main window. One instance
-// serves the whole program.
+// serves the whole program. Our own player knows messages beside the described ones, which are used
+// once it has said so; any other gets none of them but that question.
 //
 // With no known window, every operation but FindPlayerWindow, StartPlayer and AddFileToPlaylist
 // sends nothing, shows the "First Play a Song" box and returns its empty value. A window that is
@@ -28,7 +30,9 @@ enum class PlayerCommand : std::int32_t {
 //
 // No operation waits for longer than some 600 milliseconds, late as the replies may be. After one
 // that the player did not answer in time nothing more is sent until a cheap question gets an answer
-// again; meanwhile the operations return at once.
+// again; meanwhile the operations return at once. A player that runs as administrator, so that no
+// message reaches it, is told of in one box; nothing more is sent to it until it is looked for
+// anew.
 class WinAMP_Control {
  public:
     explicit WinAMP_Control(Environment& environment) : m_environment(environment) {}
@@ -41,6 +45,18 @@ class WinAMP_Control {
     bool FindPlayerWindow();
     bool IsWindowKnown() const { return m_window != 0; }
 
+    // Whether it is our own player: AskWhoseItIs asks, once for each window.
+    bool IsOurs() const { return m_ours.value_or(false); }
+    bool MustAskWhoseItIs() const { return m_window != 0 && !m_ours; }
+    void AskWhoseItIs();
+
+    // Our own player's: the number of the current song, from 1 (0: the list is empty), and how many
+    // the list holds; -1 without a reply. And the name of the song that plays; empty when none
+    // does.
+    std::int32_t GetTrackNumber();
+    std::int32_t GetTrackCount();
+    std::string GetSongName() const;
+
     // Starts the player minimized and does not wait for its window. False without a program path
     // or when it can't be started.
     bool StartPlayer();
@@ -50,8 +66,9 @@ class WinAMP_Control {
     // Stops the player, clears its list and closes it.
     void StopAndClose();
 
-    // The bytes by which the player is told of a file: its path in the ANSI code page or, where
-    // that can't hold it, its short path. Nothing when it has neither.
+    // The bytes by which the player is told of a file: our own by its path in UTF-16, any other by
+    // that in the system's code page or, where the page can't hold it, by the short path. Nothing
+    // when it has neither.
     std::optional<std::string> MaybePathForPlayer(const std::string& path) const;
 
     // Adds a file that has a path for the player.
@@ -71,28 +88,39 @@ class WinAMP_Control {
     void SetVolume(std::int32_t level);
     void SetBalance(std::int32_t balance);
 
-    // Whether the file exists. A failure other than a file, path or device that is not there shows
-    // a box and counts as missing.
-    bool FileExists(const std::string& path);
+    // Whether the file exists. A failure other than a file, path or device that is not there counts
+    // as missing; it is counted, and the first one shows a box.
+    bool FileExists(const std::string& path, std::size_t& failures);
+    bool FileExists(const std::string& path) {
+        std::size_t failures = 0;
+        return FileExists(path, failures);
+    }
 
     // Whether the last message was answered in time.
     bool IsAnswering() const { return m_answering; }
     // Whether the player answers now; asks it when it didn't before.
     bool AnswersAgain();
+    // Whether it has more rights than this program, and: whether its window was gone at last.
+    bool IsDenied() const { return m_denied; }
+    bool IsGone() const { return m_gone; }
 
  private:
     bool WindowOrBox();
     // `limit` in milliseconds. Returns the reply; `noReply` for one that didn't come in time.
     std::int32_t Send(std::uint32_t message, std::int32_t wParam, std::int32_t lParam, int limit,
                       std::int32_t noReply = 0);
-    std::int32_t TrackLength(int limit);
+    std::int32_t TrackLength();
+    std::int32_t AskTrack(std::int32_t question);
     void Note(const PlayerReply& reply);
 
     Environment& m_environment;
     std::string m_programPath;
     PlayerWindow::Handle m_window = 0;
     std::int32_t m_lastAddResult = 0;
+    std::optional<bool> m_ours;
     bool m_answering = true;
+    bool m_denied = false;
+    bool m_gone = false;
 };
 
 }  // namespace tobbin

@@ -4,11 +4,16 @@
 
 #include "search/SilentProgress.h"
 #include "search/SongSearch.h"
+#include "util/Text.h"
 
 namespace tobbin {
 namespace {
 
 constexpr int kYieldsAfterADrive = 2000;
+constexpr char kPlayerFile[] = "winamp.exe";
+
+// The per-user setting by which our own player stays the one that is used, if it is "Own".
+constexpr char kChoiceKey[] = "Chosen Player";
 
 }  // namespace
 
@@ -28,11 +33,14 @@ PlayerDiscovery::Outcome PlayerDiscovery::SearchDrives(Progress& progress) {
         m_environment.events.LetEventsThrough();
         return !progress.StopRequested();
     };
+    const auto takes = [&text = m_environment.text](const std::string& path) {
+        return !IsInRecycleBin(text, path);
+    };
     for (const std::string& root : m_environment.drives.Roots()) {
         progress.Show("Looking for WinAmp in " + root);
         std::optional<std::string> found;
         if (IsHardDrive(m_environment, root))
-            found = m_environment.drives.MaybeFindBelow(root, "winamp.exe", keepOn);
+            found = m_environment.drives.MaybeFindBelow(root, kPlayerFile, takes, keepOn);
         if (found && !found->empty()) {
             progress.Show("Found WinAmp!!");
             m_location.OnPlayerFound(m_environment.text.ToLower(*found));
@@ -44,6 +52,40 @@ PlayerDiscovery::Outcome PlayerDiscovery::SearchDrives(Progress& progress) {
             return Outcome::Stopped;
     }
     return Outcome::NotFound;
+}
+
+bool PlayerDiscovery::IsOwnPlayer(const std::string& path) const {
+    const SystemText& text = m_environment.text;
+    return text.ToLower(path) == text.ToLower(m_ownPlayer);
+}
+
+bool PlayerDiscovery::LookWhereRegistered() {
+    // The program's folder may have been moved, or copied with its settings.
+    const SystemText& text = m_environment.text;
+    if (text.ToLower(FileNameOfPath(PlayerPath())) != text.ToLower(FileNameOfPath(m_ownPlayer)) ||
+        !FileExists(m_environment.disk, m_ownPlayer))
+        return false;
+    if (!IsOwnPlayer(PlayerPath()))
+        m_location.OnPlayerFound(text.ToLower(m_ownPlayer));
+    if (m_environment.userSettings.MaybeRead(kChoiceKey) != "Own")
+        if (const auto found = m_environment.programs.MaybeRegistered(kPlayerFile);
+            found && !IsInRecycleBin(text, *found) && FileExists(m_environment.disk, *found))
+            m_location.OnPlayerFound(text.ToLower(*found));
+    return true;
+}
+
+bool PlayerDiscovery::OffersOwnPlayer() const {
+    return !IsOwnPlayer(PlayerPath()) && FileExists(m_environment.disk, m_ownPlayer);
+}
+
+void PlayerDiscovery::UseOwnPlayer() {
+    m_environment.userSettings.Write(kChoiceKey, "Own");
+    m_location.OnPlayerFound(m_environment.text.ToLower(m_ownPlayer));
+}
+
+void PlayerDiscovery::UsePlayer(const std::string& path) {
+    m_environment.userSettings.Write(kChoiceKey, IsOwnPlayer(path) ? "Own" : "Other");
+    m_location.OnPlayerFound(m_environment.text.ToLower(path));
 }
 
 bool PlayerDiscovery::RunInstaller(const std::string& applicationFolder) {

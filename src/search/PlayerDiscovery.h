@@ -44,6 +44,17 @@ class PlayerDiscovery {
     Outcome Search(Progress& progress);
     bool IsSearchPending() const { return m_searchPending; }
 
+    // While our own player serves for want of another one, a later start looks only where installed
+    // programs are registered, which takes no time; not once the person has chosen ours. Returns
+    // false when it doesn't serve, so that a missing player is to be searched for.
+    bool LookWhereRegistered();
+
+    // What the person chooses. `OffersOwnPlayer`: another one is used, and the package has ours.
+    std::string PlayerPath() const { return m_location.PlayerPath(); }
+    bool OffersOwnPlayer() const;
+    void UseOwnPlayer();
+    void UsePlayer(const std::string& path);
+
     // Starts the installer that lies in the application folder (which ends in "\"), and goes on at
     // once. When it can't be started, a box gives its full name and the reason.
     bool RunInstaller(const std::string& applicationFolder);
@@ -54,6 +65,7 @@ class PlayerDiscovery {
 
  private:
     Outcome SearchDrives(Progress& progress);
+    bool IsOwnPlayer(const std::string& path) const;
 
     Environment& m_environment;
     PlayerLocation& m_location;

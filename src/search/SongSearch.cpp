@@ -18,10 +18,8 @@ constexpr const char* kRecycleBins[] = {":\\RECYCLED", ":\\RECYCLER", ":\\$RECYC
 // Whether songs in this folder are left out: half-loaded ones and those in a recycle bin. Only the
 // folder counts, never the file's own name.
 bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
-    const std::string upper = text.ToUpper(folder);
     return text.ToLower(folder).find("incomplete") != std::string::npos ||
-           std::ranges::any_of(
-               kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
+           IsInRecycleBin(text, folder);
 }
 
 // The songs among what a listing holds.
@@ -37,6 +35,12 @@ std::vector<FolderEntry> SongsIn(const FolderListing& listing) {
 
 bool IsSongName(std::string_view name) {
     return EndsWithIgnoringAsciiCase(name, ".mp3");
+}
+
+bool IsInRecycleBin(const SystemText& text, const std::string& path) {
+    const std::string upper = text.ToUpper(path);
+    return std::ranges::any_of(
+        kRecycleBins, [&](const char* bin) { return upper.find(bin) != std::string::npos; });
 }
 
 std::string DriveTypeText(unsigned type, const std::string& root) {

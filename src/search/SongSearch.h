@@ -35,6 +35,9 @@ bool IsReachable(const Environment& environment, const std::string& root);
 // Whether a file of this name is taken for a song: it ends in ".mp3" in any case.
 bool IsSongName(std::string_view name);
 
+// Whether a full path leads into the recycle bin of a drive.
+bool IsInRecycleBin(const SystemText& text, const std::string& path);
+
 // Finds MP3 files and hands each to the sink; its texts go to the progress window. A folder that
 // can't be listed is passed over.
 class SongSearch {

@@ -44,8 +44,7 @@ void FrameContents::UseLook(int oldDpi, int dpi) {
                        MulDiv(place.bottom - place.top, dpi, oldDpi), TRUE);
     }
     m_children.ForEach([](JukeboxMdiChild& child) { child.OnDpiChanged(); });
-    if (m_player.Panel() != nullptr)
-        SendMessageW(m_player.Panel(), WM_DPICHANGED_AFTERPARENT, 0, 0);
+    m_player.OnDpiChanged(oldDpi, dpi);
 }
 
 void FrameContents::ReleaseClosed() {
@@ -66,9 +65,11 @@ void FrameContents::OpenWaitingFiles() {
 }
 
 HWND FrameContents::ActiveChild() const {
-    return m_client != nullptr
-               ? reinterpret_cast<HWND>(SendMessageW(m_client, WM_MDIGETACTIVE, 0, 0))
-               : nullptr;
+    if (m_client == nullptr)
+        return nullptr;
+    return m_player.IsPanelActive()
+               ? m_player.Panel()
+               : reinterpret_cast<HWND>(SendMessageW(m_client, WM_MDIGETACTIVE, 0, 0));
 }
 
 JukeboxWindow* FrameContents::MaybeActiveJukebox() const {
@@ -112,15 +113,8 @@ void FrameContents::MinimizePlayerPanel() {
 }
 
 void FrameContents::MinimizeActivePlayerPanel() {
-    if (ActiveChild() == nullptr || ActiveChild() != m_player.Panel())
-        return;
-    m_player.MinimizePanel();
-    for (HWND child = GetWindow(m_client, GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT))
-        if (m_children.MaybeAt(child) != nullptr) {
-            SendMessageW(m_client, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
-            return;
-        }
+    if (m_player.IsPanelActive())
+        m_player.MinimizePanel();
 }
 
 void FrameContents::Arrange(Arrangement arrangement) {

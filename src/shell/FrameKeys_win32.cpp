@@ -6,7 +6,6 @@
 #include <iterator>
 #include <vector>
 
-#include "player/PlayerPanelWindow_win32.h"
 #include "ui/ExplorerControl_win32.h"
 
 namespace tobbin {
@@ -34,30 +33,26 @@ bool PassSystemKey(const MSG& message) {
 
 // The panes to go through with F6: the two of the jukebox window that was active last and the
 // player panel.
-std::vector<HWND> PanesIn(HWND mdiClient) {
+std::vector<HWND> PanesIn(HWND mdiClient, HWND maybePanel) {
     std::vector<HWND> panes;
-    HWND maybePanel = nullptr;
     for (HWND child = GetWindow(mdiClient, GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child) || IsIconic(child))
             continue;
-        if (IsOfClass(child, PlayerPanelWindow::kClassName))
-            maybePanel = child;
-        else if (const HWND explorer =
-                     FindWindowExW(child, nullptr, ExplorerControl::kName, nullptr);
-                 explorer != nullptr && panes.empty())
+        if (const HWND explorer = FindWindowExW(child, nullptr, ExplorerControl::kName, nullptr);
+            explorer != nullptr && panes.empty())
             panes = {GetDlgItem(explorer, ExplorerControl::kTree),
                      GetDlgItem(explorer, ExplorerControl::kList)};
     }
-    if (maybePanel != nullptr)
+    if (maybePanel != nullptr && !IsIconic(maybePanel))
         panes.push_back(maybePanel);
     return panes;
 }
 
-bool SwitchPane(HWND mdiClient, const MSG& message) {
+bool SwitchPane(HWND mdiClient, HWND maybePanel, const MSG& message) {
     if (message.message != WM_KEYDOWN || message.wParam != VK_F6 || GetKeyState(VK_CONTROL) < 0)
         return false;
-    const std::vector<HWND> panes = PanesIn(mdiClient);
+    const std::vector<HWND> panes = PanesIn(mdiClient, maybePanel);
     if (panes.empty())
         return false;
     const HWND focus = GetFocus();
@@ -66,12 +61,15 @@ bool SwitchPane(HWND mdiClient, const MSG& message) {
     const auto here = static_cast<std::size_t>(found - panes.begin());
     const std::size_t step = GetKeyState(VK_SHIFT) < 0 ? panes.size() - 1 : 1;
     const HWND next = panes[found == panes.end() ? 0 : (here + step) % panes.size()];
+    if (next == maybePanel) {
+        SetFocus(next);
+        return true;
+    }
     HWND child = next;
     while (GetParent(child) != mdiClient)
         child = GetParent(child);
     SendMessageW(mdiClient, WM_MDIACTIVATE, reinterpret_cast<WPARAM>(child), 0);
-    if (child != next)
-        SetFocus(next);
+    SetFocus(next);
     return true;
 }
 
@@ -81,14 +79,14 @@ bool IsEscKey(const MSG& message) {
     return message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE && !IsEditing();
 }
 
-bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message) {
+bool TranslateFrameKeys(HWND frame, HWND mdiClient, HWND maybePanel, HACCEL keys, MSG& message) {
     if (TranslateMDISysAccel(mdiClient, &message))
         return true;
     if (message.hwnd != frame && !IsChild(frame, message.hwnd))
         return false;
     if (IsEditing())
         return PassSystemKey(message);
-    if (SwitchPane(mdiClient, message))
+    if (SwitchPane(mdiClient, maybePanel, message))
         return true;
     if (TranslateAcceleratorW(frame, keys, &message) == 0)
         return PassSystemKey(message);

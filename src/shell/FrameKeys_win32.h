@@ -8,7 +8,8 @@ namespace tobbin {
 bool IsEscKey(const MSG& message);
 
 // The keys of the frame's menus and of MDI, and F6 for the next pane, before a message goes to its
-// window. `keys` are the menus' shortcuts. Returns whether the message is dealt with.
-bool TranslateFrameKeys(HWND frame, HWND mdiClient, HACCEL keys, MSG& message);
+// window. `maybePanel` is the player panel, if it is open; `keys` are the menus' shortcuts. Returns
+// whether the message is dealt with.
+bool TranslateFrameKeys(HWND frame, HWND mdiClient, HWND maybePanel, HACCEL keys, MSG& message);
 
 }  // namespace tobbin

@@ -100,6 +100,10 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 break;
             OnCommand(LOWORD(wParam));
             return 0;
+        case WM_SETFOCUS:
+            if (m_contents.Player().PassFocusOn())
+                return 0;
+            break;
         case WM_ENTERIDLE:  // a modal dialog waits
             if (m_barsOutdated)
                 UpdateBars();
@@ -173,6 +177,7 @@ void MainFrame::OnSize() {
     const int top = m_toolbar.Height();
     MoveWindow(m_contents.Client(), 0, top, client.right,
                std::max<int>(0, client.bottom - top - m_statusBar.Height()), TRUE);
+    m_contents.Player().OnClientPlaced();
 }
 
 void MainFrame::OnDpiChanged(const RECT& place) {
@@ -197,7 +202,9 @@ void MainFrame::UseLook() {
 
 void MainFrame::OnCommand(int command) {
     m_environment.Status().Clear();
-    if (const auto recent = FrameMenu::MaybeRecent(command))
+    if (command == FramePlayer::kPanelItem)
+        m_contents.Player().GoToPanel();
+    else if (const auto recent = FrameMenu::MaybeRecent(command))
         m_contents.Commands().Files().OpenRecent(*recent);
     else if (const CommandRow* const row = MaybeRowOf(command))
         m_contents.Commands().Do(row->command);
@@ -209,6 +216,8 @@ void MainFrame::OnCommand(int command) {
 void MainFrame::OnInitMenu(HMENU menu, bool isSystemMenu) {
     if (isSystemMenu)
         return;
+    if (menu == m_menu.WindowList())
+        m_contents.Player().ShowInWindowList(menu);
     FrameMenu::ShowStates(
         menu, [this](Command command) { return m_contents.Commands().StateOf(command); });
 }
@@ -232,13 +241,16 @@ bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
     // The frame's first: the panel's would take the keys of menus and windows as well.
-    return TranslateFrameKeys(Handle(), m_contents.Client(), m_menu.Keys(), message) ||
+    return m_contents.Player().TranslateChildKeys(message) ||
+           TranslateFrameKeys(Handle(), m_contents.Client(), m_contents.Player().Panel(),
+                              m_menu.Keys(), message) ||
            (IsEscKey(message) && m_contents.Commands().Files().StopRefreshing()) ||
            m_contents.Player().TranslateKeys(message);
 }
 
 void MainFrame::BetweenMessages() {
     m_contents.ReleaseClosed();
+    m_contents.Player().BetweenMessages();
     m_contents.OpenWaitingFiles();
     if (m_barsOutdated || m_barsOf != m_contents.ActiveChild())
         UpdateBars();
@@ -299,7 +311,6 @@ void MainFrame::OnClose() {
         return;
     m_closing = true;
     SaveDatForm();
-    m_contents.Player().GiveRoomBack();  // The jukebox is remembered as it is without the panel.
     m_application.Windows().UnloadAll();
 }
 

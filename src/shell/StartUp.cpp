@@ -208,7 +208,7 @@ bool StartUp::PlayerIsThere() {
 }
 
 void StartUp::FindPlayer() {
-    if (PlayerIsThere())
+    if (m_application.Discovery().LookWhereRegistered() || PlayerIsThere())
         return;
     m_view.ShowProgressArea(true);
     m_application.Discovery().Search(m_application.LongWork());

@@ -9,7 +9,7 @@ std::vector<ListedSong> ListedSongs(const JukeboxWindow& window) {
         return listed;
     listed.reserve(folder->Songs().size());
     for (const SongItem& song : folder->Songs())
-        listed.push_back({song.recordNumber, false});
+        listed.push_back({song.recordNumber, false, window.Model().TextOf(song)});
     for (const std::size_t row : window.View().SelectedRows())
         if (row < listed.size())
             listed[row].selected = true;

@@ -4,6 +4,7 @@
 #include <array>
 #include <numeric>
 
+#include "util/PlayerMessages.h"
 #include "util/SingleBytePage.h"
 #include "util/Utf.h"
 
@@ -63,6 +64,10 @@ std::string FakeText::ToUpper(std::string_view text) const {
                          [](char32_t c) { return c >= 32 && IsCapital(c - 32) ? c - 32 : c; });
 }
 
+std::uint32_t FakePlayerWindow::Registered(const wchar_t* name) {
+    return name == std::wstring(kTrackNumberMessage) ? kTrackMessage : kPathMessage;
+}
+
 PlayerWindow::Handle FakePlayerWindow::Find() {
     if (findsBeforeItOpens > 0) {
         --findsBeforeItOpens;
@@ -76,13 +81,16 @@ PlayerReply FakePlayerWindow::Take(Handle window, std::string line, std::int32_t
     onMessage(limit);
     if (!isOpen || window != kHandle)
         return {PlayerReply::Outcome::NoWindow, 0};
+    if (hasMoreRights)
+        return {PlayerReply::Outcome::Denied, 0};
     if (hangsAfter == static_cast<int>(log.size())) {
         hangs = true;
         hangsAfter = -1;
     }
     if (hangs)
         return {PlayerReply::Outcome::TimedOut, 0};
-    log.push_back(std::move(line));
+    if (isOurs || !line.starts_with(std::to_string(kTrackMessage)))
+        log.push_back(std::move(line));
     return {PlayerReply::Outcome::Replied, value};
 }
 
@@ -96,6 +104,8 @@ PlayerReply FakePlayerWindow::Send(Handle window, std::uint32_t message, std::in
         value = status;
     else if (message == 1024 && lParam == 105)
         value = wParam == 1 ? lengthSeconds : positionMilliseconds;
+    else if (message == kTrackMessage && isOurs)
+        value = wParam == 0 ? track : wParam == 1 ? tracks : 1;
     return Take(window, number(message) + " " + number(wParam) + " " + number(lParam), value,
                 limitMilliseconds);
 }

@@ -59,13 +59,15 @@ class FakeDrives : public Drives {
         return found == volumes.end() ? std::nullopt : std::optional(found->second);
     }
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
+                                              const std::function<bool(const std::string&)>& takes,
                                               const std::function<bool()>& keepOn) override {
         treeSearches.push_back(root + " " + fileName);
         for (int step = 0; step < 3; ++step)
             if (!keepOn())
                 return std::nullopt;
         const auto found = treeFinds.find(root);
-        return found == treeFinds.end() ? std::nullopt : std::optional(found->second);
+        return found == treeFinds.end() || !takes(found->second) ? std::nullopt
+                                                                 : std::optional(found->second);
     }
 };
 
@@ -132,11 +134,15 @@ class FakePrograms : public Programs {
     };
     std::vector<Started> started;
     std::vector<std::string> opened;
+    std::optional<std::string> registered;
     bool succeeds = true;
     bool Start(const std::string& programPath, const std::string& arguments,
                ShowProgram show) override {
         started.push_back({programPath, arguments, show});
         return succeeds;
+    }
+    std::optional<std::string> MaybeRegistered(const std::string& /*fileName*/) override {
+        return registered;
     }
     bool Open(const std::string& documentPath) override {
         opened.push_back(documentPath);
@@ -195,15 +201,24 @@ class FakeProgress : public Progress {
 class FakePlayerWindow : public PlayerWindow {
  public:
     static constexpr Handle kHandle = 0x10234;
+    static constexpr std::uint32_t kPathMessage = 50'001, kTrackMessage = 50'002;
     bool isOpen = true;
     int findsBeforeItOpens = 0;
     bool hangs = false;   // every message runs into its limit
     int hangsAfter = -1;  // hangs once that many messages have come
     std::int32_t version = 0x2091, status = 1, positionMilliseconds = 0, lengthSeconds = 180;
+    bool hasMoreRights = false;
+    // The one that comes with the program, which knows messages of its own; another one's log has
+    // none of these.
+    bool isOurs = false;
+    std::int32_t track = 0, tracks = 0;
+    std::string caption;
     std::vector<std::string> log;                           // messages that reached the player
     std::vector<int> limits;                                // of every attempt, in milliseconds
     std::function<void(int limit)> onMessage = [](int) {};  // while it is waited for
     Handle Find() override;
+    std::string Caption(Handle /*window*/) override { return caption; }
+    std::uint32_t Registered(const wchar_t* name) override;
     PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam, std::int32_t lParam,
                      int limitMilliseconds) override;
     PlayerReply SendData(Handle window, std::uint32_t identifier, std::string_view bytes,

@@ -3,17 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeEnvironment.h"
+#include "fakes/FakePlayerLocation.h"
 #include "player/SongPaths.h"
 
 namespace tobbin {
 namespace {
-
-class FakeLocation : public PlayerLocation {
- public:
-    std::string path;
-    std::string PlayerPath() const override { return path; }
-    void OnPlayerFound(const std::string& found) override { path = found; }
-};
 
 class FakeHost : public PlayHost {
  public:
@@ -50,7 +44,7 @@ class Requests : public testing::Test {
     }
 
     FakeEnvironment fake;
-    FakeLocation location;
+    FakePlayerLocation location;
     FakeHost host;
     PlayerDiscovery discovery{fake.environment, location, "C:\\none"};
     WinAMP_Control control{fake.environment};

@@ -5,6 +5,8 @@
 #include <algorithm>
 
 #include "fakes/FakeEnvironment.h"
+#include "fakes/FakePlayerLocation.h"
+#include "player/PanelPlace.h"
 
 namespace tobbin {
 namespace {
@@ -13,10 +15,11 @@ using Log = std::vector<std::string>;
 
 class FakePanelView : public PlayerPanelView {
  public:
-    std::string caption, button, status;
+    std::string caption, button, status, song, choice;
     bool buttonEnabled = false, stopOffered = false, timer = false;
     std::pair<int, int> size;  // twips
     std::map<PlayerBar, BarState> bars;
+    std::map<PlayerBar, std::string> texts;
     std::optional<int> workIn;
     void SetCaption(const std::string& text) override { caption = text; }
     void SetOuterSize(int width, int height) override { size = {width, height}; }
@@ -25,6 +28,9 @@ class FakePanelView : public PlayerPanelView {
         buttonEnabled = enabled;
     }
     void SetStatus(const std::string& text) override { status = text; }
+    void SetSong(const std::string& text) override { song = text; }
+    void SetBarText(PlayerBar bar, const std::string& text) override { texts[bar] = text; }
+    void SetChoice(const std::string& text) override { choice = text; }
     void SetBar(PlayerBar bar, const BarState& state) override { bars[bar] = state; }
     void OfferStop(bool offered) override { stopOffered = offered; }
     void SetTimer(bool enabled) override { timer = enabled; }
@@ -74,8 +80,19 @@ class Panel : public testing::Test {
     WinAMP_Control control{fake.environment};
     PlayList playList;
     FakePanelView view;
-    PlayerPanel panel{fake.environment, control, playList, PathOf, view};
+    FakePlayerLocation location;
+    PlayerDiscovery discovery{fake.environment, location, "C:\\Tobbin\\Player\\TobbinPlayer.exe"};
+    PlayerPanel panel{fake.environment, control, playList, PathOf, discovery, view};
 };
+
+TEST(PanelPlaceTest, FollowsTheLowerRightCornerAndNeverLiesOutside) {
+    PanelPlace place(20, 2);
+    const PixelRect room{5, 70, 1005, 770};
+    EXPECT_EQ(place.In(room, 316, 140), (PixelRect{669, 628, 985, 768}));
+    EXPECT_EQ(place.In({5, 70, 205, 170}, 316, 140), (PixelRect{5, 70, 321, 210}));
+    place.Remember(room, PanelPlace::Inside(room, 900, 100, 316, 140));  // moved by the person
+    EXPECT_EQ(place.In({5, 70, 905, 670}, 316, 140), (PixelRect{589, 70, 905, 210}));
+}
 
 // What the player gets when the panel loads with three songs.
 const Log kLoading = {"1024 0 0",
@@ -111,7 +128,9 @@ TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
 TEST_F(Panel, TheFirstSongDecidesAndLaterMissingOnesAreSkipped) {
     LoadAndPlay({1});
     Play({11, 1, 2});
-    Play({kNoPath, 1});
+    playList.Assign({kNoPath, 1}, "Blue Skies");
+    panel.Playstuff();
+    RunToTheEnd();
     Play({});
     EXPECT_TRUE(fake.player.log.empty());
     Play({2, 11, kNoPath, 4});
@@ -122,7 +141,7 @@ TEST_F(Panel, TheFirstSongDecidesAndLaterMissingOnesAreSkipped) {
     const std::string nothing = "Nothing is played, as the first song can't be: ";
     EXPECT_EQ(fake.statusLine.lines,
               (Log{nothing + "the file \"C:\\M\\11.mp3\" is not there.",
-                   nothing + "its file is not there.",
+                   nothing + "the file of \"Blue Skies\" is not there.",
                    "2 songs were left out. The first: the file \"C:\\M\\11.mp3\" is not there.",
                    "1 song was left out: the player can't be told the name "
                    "\"C:\\M\\\xE6\xBC\xA2.mp3\"."}));
@@ -196,8 +215,8 @@ TEST_F(Panel, TheTimerFollowsThePlayer) {
 
 TEST_F(Panel, ADragSeeksOnceAtItsEnd) {
     LoadAndPlay({1});
-    panel.OnTrackScroll();
-    panel.OnTrackScroll();
+    panel.OnTrackScroll(20);
+    panel.OnTrackScroll(20);
     panel.OnTimer();  // leaves the bar to the person
     EXPECT_EQ(TakeLog(), (Log{"1024 0 104"}));
     panel.OnTrackChange(30);
@@ -228,6 +247,104 @@ TEST_F(Panel, AddingThousandsShowsProgressAndCanBeStopped) {
     EXPECT_EQ(view.button, "&Pause");
 }
 
+TEST_F(Panel, FollowsOurOwnPlayerFromSongToSong) {
+    fake.player.isOurs = true;
+    fake.player.track = 1;
+    fake.player.tracks = 3;
+    fake.disk.AddFile(PathOf(kNoAnsiName));
+    const Log log = LoadAndPlay({3, kNoAnsiName, 5});
+    EXPECT_EQ(log[0], "50002 2 0");
+    EXPECT_EQ(log[6], "copy 50001 C|:|\\|M|\\|3|.|m|p|3|");
+    EXPECT_EQ(log[9], "copy 50001 C|:|\\|M|\\|\x22\x6F.|m|p|3|");
+    panel.OnTimer();  // tells of another song; the next one asks for what there is to know of it
+    fake.player.caption = "Ella - Blue Skies - Tobbin Player";
+    for (const auto& [track, seconds, song] : {std::tuple{1, 180, "1 of 3:  Ella - Blue Skies"},
+                                               {2, 61, "2 of 3:  Ella - Blue Skies"}}) {
+        fake.player.track = track;
+        fake.player.lengthSeconds = seconds;
+        panel.OnTimer();
+        panel.OnTimer();
+        EXPECT_EQ(view.song, song);
+        EXPECT_EQ(view.bars[PlayerBar::Track].maximum, seconds);
+    }
+    fake.player.positionMilliseconds = 9'000;
+    panel.OnTimer();
+    EXPECT_EQ(view.texts[PlayerBar::Track], "00:09 / 01:01");
+    EXPECT_EQ(view.texts[PlayerBar::Volume], "50 %");
+    fake.player.status = 0;
+    panel.OnTimer();
+    EXPECT_EQ(view.button, "&Play");
+}
+
+TEST_F(Panel, AsksAnotherPlayerForALengthOnlyWhileItHasNone) {
+    fake.player.lengthSeconds = -1;
+    LoadAndPlay({1, 2});
+    EXPECT_EQ(view.song, "2 songs in the player's list");
+    panel.OnTimer();
+    EXPECT_EQ(TakeLog()[0], "1024 1 105");
+    fake.player.lengthSeconds = 90;
+    panel.OnTimer();
+    EXPECT_EQ(view.bars[PlayerBar::Track].maximum, 90);
+    TakeLog();
+    panel.OnTimer();
+    EXPECT_EQ(TakeLog(), (Log{"1024 0 105", "1024 0 104"}));
+}
+
+TEST_F(Panel, TellsOnceOfAPlayerWithMoreRightsAndTriesNoMore) {
+    LoadAndPlay({1});
+    fake.player.hasMoreRights = true;
+    panel.OnTimer();
+    EXPECT_FALSE(view.timer);
+    Play({1});
+    EXPECT_FALSE(panel.IsBusy());
+    const std::size_t tries = fake.player.limits.size();
+    control.SendPlayerCommand(PlayerCommand::NextTrack);
+    EXPECT_EQ(fake.player.limits.size(), tries);
+    ASSERT_EQ(fake.dialogs.boxes.size(), 2U);  // for each request one
+    EXPECT_TRUE(fake.dialogs.boxes[1].text.starts_with("The player runs as administrator"));
+    EXPECT_EQ(view.status, "The player runs as administrator");
+}
+
+TEST_F(Panel, TellsOfAPlayerThatEndsAndOnceOfFilesThatCanNotBeLookedAt) {
+    LoadAndPlay({1});
+    fake.player.onMessage = [&](int) { fake.player.isOpen = fake.player.log.size() < 6; };
+    Play({1, 2, 3, 4});
+    EXPECT_TRUE(view.timer);
+    fake.player.onMessage = [](int) {};
+    fake.player.isOpen = true;
+    fake.disk.FailAt(2, DiskError::AccessDenied, false);
+    Play({1, 2, 3, 4});
+    EXPECT_EQ(fake.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(fake.statusLine.lines,
+              (Log{"The player ended before it had all songs: it had got 2 of 4 songs.",
+                   "3 songs were left out. The first: the file \"C:\\M\\2.mp3\" can't be looked "
+                   "at."}));
+}
+
+TEST_F(Panel, ChangesOverToThePlayerThatIsChosen) {
+    const std::string own = "C:\\Tobbin\\Player\\TobbinPlayer.exe";
+    fake.disk.AddFile(own);
+    LoadAndPlay({1});
+    EXPECT_EQ(view.choice, "O&wn Player");
+    panel.OnChoosePlayer();
+    EXPECT_EQ(view.choice, "Ot&her Player...");
+    EXPECT_EQ(location.path, "c:\\tobbin\\player\\tobbinplayer.exe");
+    EXPECT_EQ(TakeLog().back(), "273 40001 0");
+    EXPECT_TRUE(Turn());
+    EXPECT_EQ(TakeLog(), Log{});  // The one before has not gone yet.
+    fake.player.isOpen = false;
+    Turn();
+    fake.player.isOpen = true;
+    RunToTheEnd();
+    EXPECT_EQ(fake.programs.started.back().program, location.path);
+    EXPECT_EQ(TakeLog().back(), "1024 1 105");
+    panel.OnChoosePlayer();  // cancelled
+    EXPECT_FALSE(panel.IsBusy());
+    fake.dialogs.files = {"D:\\Other\\Play.exe"};
+    panel.OnChoosePlayer();
+    EXPECT_EQ(location.path, "d:\\other\\play.exe");
+}
+
 // Whichever message the player hangs at: it is told so, nothing is sent until it answers, and then
 // every further song gets to it, none twice.
 TEST_F(Panel, GoesOnWhenThePlayerAnswersAgain) {
@@ -240,7 +357,7 @@ TEST_F(Panel, GoesOnWhenThePlayerAnswersAgain) {
         PlayList songs;
         songs.Assign({3, 7, 5});
         FakePanelView window;
-        PlayerPanel hung(environment.environment, link, songs, PathOf, window);
+        PlayerPanel hung(environment.environment, link, songs, PathOf, discovery, window);
         environment.player.hangsAfter = hangsAt;
         hung.Load();
         for (int turn = 0; turn < 5; ++turn) {
@@ -270,11 +387,13 @@ TEST_F(Panel, NoCommandWaitsForMoreThan600Milliseconds) {
     for (int hangsAfter = -1; hangsAfter < 3; ++hangsAfter) {
         for (const bool hungBefore : {false, true}) {
             LoadAndPlay({1, 2});
-            const std::function<void()> commands[] = {
-                [&] { panel.OnTimer(); },   [&] { panel.OnTrackScroll(), panel.OnTrackChange(20); },
-                [&] { panel.OnVolume(7); }, [&] { panel.OnPlayPauseClick(); },
-                [&] { panel.Playstuff(); }, [&] { panel.Work(); },
-                [&] { panel.Close(); }};
+            const std::function<void()> commands[] = {[&] { panel.OnTimer(); },
+                                                      [&] { panel.OnTrackScroll(20), panel.OnTrackChange(20); },
+                                                      [&] { panel.OnVolume(7); },
+                                                      [&] { panel.OnPlayPauseClick(); },
+                                                      [&] { panel.Playstuff(); },
+                                                      [&] { panel.Work(); },
+                                                      [&] { panel.Close(); }};
             for (const auto& command : commands) {
                 fake.player.hangs = hungBefore;
                 if (hungBefore)

@@ -3,18 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "fakes/FakeEnvironment.h"
+#include "fakes/FakePlayerLocation.h"
 
 namespace tobbin {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-class FakeLocation : public PlayerLocation {
- public:
-    std::string path = "as before";
-    std::string PlayerPath() const override { return path; }
-    void OnPlayerFound(const std::string& found) override { path = found; }
-};
 
 class Discovery : public testing::Test {
  protected:
@@ -22,13 +16,14 @@ class Discovery : public testing::Test {
         fake.drives.drives = {{"A:\\", 2U}, {"C:\\", 3U}, {"D:\\", 5U}, {"E:\\", 3U}, {"F:\\", 3U}};
     }
     FakeEnvironment fake;
-    FakeLocation location;
+    FakePlayerLocation location;
     FakeProgress progress;
     PlayerDiscovery discovery{fake.environment, location, "C:\\Tobbin\\Player\\TobbinPlayer.exe"};
 };
 
 TEST_F(Discovery, TakesTheFirstHardDriveThatHoldsThePlayer) {
     fake.drives.treeFinds["A:\\"] = "A:\\winamp.exe";
+    fake.drives.treeFinds["C:\\"] = "C:\\$Recycle.Bin\\S-1\\winamp.exe";
     fake.drives.treeFinds["E:\\"] = "E:\\Program Files\\\xC3\x89\\WinAmp.EXE";
     fake.drives.treeFinds["F:\\"] = "F:\\winamp.exe";
     EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
@@ -54,6 +49,27 @@ TEST_F(Discovery, OnlyAStoppedSearchIsPendingAndWithoutAFindThePlaceStays) {
     fake.disk.AddFile("C:\\Tobbin\\Player\\TobbinPlayer.exe");  // in the package: it serves then
     EXPECT_EQ(discovery.Search(progress), PlayerDiscovery::Outcome::Found);
     EXPECT_EQ(location.path, "c:\\tobbin\\player\\tobbinplayer.exe");
+}
+
+TEST_F(Discovery, OwnPlayerGivesWayToARegisteredOneUnlessItWasChosen) {
+    const std::string own = "c:\\tobbin\\player\\tobbinplayer.exe";
+    fake.disk.AddFile("C:\\Tobbin\\Player\\TobbinPlayer.exe");
+    EXPECT_FALSE(discovery.LookWhereRegistered());  // another player is stored
+    location.path = "d:\\copied from\\player\\tobbinplayer.exe";
+    EXPECT_TRUE(discovery.LookWhereRegistered());
+    EXPECT_EQ(location.path, own);
+    for (const std::string folder : {"C:\\gone\\", "C:\\$Recycle.Bin\\", "C:\\W\\"}) {
+        if (folder != "C:\\gone\\")
+            fake.disk.AddFile(folder + "Winamp.exe");
+        fake.programs.registered = folder + "Winamp.exe";
+        discovery.LookWhereRegistered();
+        EXPECT_EQ(location.path, folder == "C:\\W\\" ? "c:\\w\\winamp.exe" : own) << folder;
+    }
+    EXPECT_TRUE(discovery.OffersOwnPlayer());
+    discovery.UseOwnPlayer();
+    EXPECT_TRUE(discovery.LookWhereRegistered());
+    EXPECT_EQ(location.path, own);
+    EXPECT_TRUE(fake.drives.treeSearches.empty());
 }
 
 TEST_F(Discovery, StartsTheInstallerOrSaysWhichFileIsMissing) {
