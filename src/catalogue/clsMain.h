@@ -157,6 +157,7 @@ class clsMain {
     // asked anew. The passes above begin by themselves.
     void BeginPass();
     SongDrives& Drives() { return m_drives; }
+    const SongDrives& Drives() const { return m_drives; }
 
     // Appends a record with rank "2" and returns its number.
     std::int32_t OnSongFound(const std::string& folder, const std::string& name);

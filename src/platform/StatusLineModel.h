@@ -8,7 +8,8 @@
 
 namespace tobbin {
 
-// Keeps the last line said, also before there is a frame that could show it.
+// What the status bar's first part shows: the last line said, also before there is a frame that
+// could show it, or else the long work that goes on, or else the details of what has the focus.
 class StatusLineModel : public StatusLine {
  public:
     // The steps are those of the long work that goes on; all 0 without any.
@@ -23,6 +24,7 @@ class StatusLineModel : public StatusLine {
 
     void Say(const std::string& line) override {
         m_line = line;
+        m_isNew = true;
         Tell();
     }
     void ShowProgress(const std::string& text, const StepsDone& steps) override {
@@ -30,6 +32,17 @@ class StatusLineModel : public StatusLine {
         m_steps = steps;
         Tell();
     }
+
+    // Other details take the place of a line that was there before the person's last key or click.
+    void ShowDetails(const std::string& details) {
+        if (details == m_details)
+            return;
+        m_details = details;
+        if (!m_isNew)
+            m_line.clear();
+        Tell();
+    }
+    void OnInput() { m_isNew = false; }
 
     // At the begin of a command.
     void Clear() {
@@ -42,11 +55,16 @@ class StatusLineModel : public StatusLine {
  private:
     void Tell() {
         if (m_listener)
-            m_listener(m_line.empty() ? m_progress : m_line, m_steps);
+            m_listener(!m_line.empty()       ? m_line
+                       : !m_progress.empty() ? m_progress
+                                             : m_details,
+                       m_steps);
     }
 
     std::string m_line;
+    bool m_isNew = false;
     std::string m_progress;
+    std::string m_details;
     StepsDone m_steps;
     Listener m_listener;
 };

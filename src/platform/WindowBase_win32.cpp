@@ -56,7 +56,6 @@ bool WindowBase::Create(const ClassLook& look, const std::string& caption,
         windowClass.lpfnWndProc = &WindowBase::Thunk;
         windowClass.hInstance = program;
         windowClass.hIcon = look.icon;
-        windowClass.hIconSm = look.smallIcon;
         windowClass.hCursor = look.cursor;
         windowClass.hbrBackground = look.background;
         windowClass.lpszClassName = look.name;

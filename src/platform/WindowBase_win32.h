@@ -32,7 +32,6 @@ class WindowBase {
         const wchar_t* name = L"";
         UINT style = 0;  // CS_ flags
         HICON icon = nullptr;
-        HICON smallIcon = nullptr;
         HCURSOR cursor = LoadCursorW(nullptr, IDC_ARROW);
         HBRUSH background = nullptr;
     };

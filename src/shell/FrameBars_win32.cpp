@@ -124,7 +124,7 @@ void FrameStatusBar::OnSize() {
     PlaceParts();
 }
 
-// A line that is longer than its part takes the room of the others, as far as there is any.
+// A line that is longer than its part covers the next one, and where it must, the last one, too.
 void FrameStatusBar::PlaceParts() {
     RECT client = {};
     GetClientRect(m_handle, &client);
@@ -132,7 +132,8 @@ void FrameStatusBar::PlaceParts() {
     const int selection = client.right - ScalePixels(kSelectionPartWidth, m_handle);
     const int usual =
         std::max<int>(selection - ScalePixels(kJukeboxPartWidth, m_handle), client.right / 3);
-    const int line = std::max(usual, std::min(WidthOfLine(), room));
+    const int wanted = WidthOfLine();
+    const int line = wanted <= usual ? usual : std::max(selection, std::min(wanted, room));
     const int parts[kParts] = {line, std::max(line, selection), -1};
     SendMessageW(m_handle, SB_SETPARTS, kParts, reinterpret_cast<LPARAM>(parts));
     RECT part = {};

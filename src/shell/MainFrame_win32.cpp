@@ -20,11 +20,8 @@ constexpr char kCaption[] = "Tobbin MP3 Organizer";
 constexpr UINT kWorkIsDone = WM_APP + 1;
 constexpr UINT_PTR kCopiesTimer = 1;
 constexpr UINT kCopiesTimerMilliseconds = 20'000;
-
-HICON ProgramIcon(int size) {
-    return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
-                                         IMAGE_ICON, size, size, LR_SHARED));
-}
+constexpr UINT_PTR kDetailsTimer = 2;
+constexpr UINT kDetailsMilliseconds = 200;
 
 // Not after a crash or a hang: what led there might come again.
 void RegisterRestart(const std::string& arguments) {
@@ -56,8 +53,6 @@ MainFrame::~MainFrame() {
 bool MainFrame::Open() {
     ClassLook look;
     look.name = kClassName;
-    look.icon = ProgramIcon(GetSystemMetrics(SM_CXICON));
-    look.smallIcon = ProgramIcon(GetSystemMetrics(SM_CXSMICON));
     Placement placement;
     placement.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     placement.x = placement.y = placement.width = placement.height = 0;
@@ -65,6 +60,7 @@ bool MainFrame::Open() {
         return false;
     SetMenu(Handle(), m_menu.Handle());
     m_dpi = static_cast<int>(GetDpiForWindow(Handle()));
+    m_icons.Show(Handle(), IDI_TOBBIN);
     m_maximized = PlaceFrame(Handle(), m_environment.Interfaces().userSettings);
     DragAcceptFiles(Handle(), TRUE);
     m_application.Settings().OnRecentListChanged([this] { UpdateTheMenuControlArray(); });
@@ -132,9 +128,12 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             m_contents.OpenFiles(TakeDroppedFiles(reinterpret_cast<HDROP>(wParam)));
             return 0;
         case WM_TIMER:
-            if (wParam != kCopiesTimer)
+            if (wParam == kCopiesTimer)
+                KeepCopies();
+            else if (wParam == kDetailsTimer)
+                ShowDetails();
+            else
                 break;
-            KeepCopies();
             return 0;
         case WM_QUERYENDSESSION:
             OnQueryEndSession();
@@ -188,12 +187,7 @@ void MainFrame::OnDpiChanged(const RECT& place) {
 // Takes the fonts, the pictures and the measures for the screen and the colors there are now.
 void MainFrame::UseLook() {
     const auto dpi = static_cast<int>(GetDpiForWindow(Handle()));
-    const auto icon = [&](int measure) {
-        return reinterpret_cast<LPARAM>(
-            ProgramIcon(GetSystemMetricsForDpi(measure, static_cast<UINT>(dpi))));
-    };
-    SendMessageW(Handle(), WM_SETICON, ICON_BIG, icon(SM_CXICON));
-    SendMessageW(Handle(), WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
+    m_icons.Show(Handle(), IDI_TOBBIN);
     m_toolbar.OnDpiChanged();
     m_statusBar.OnDpiChanged();
     OnSize();
@@ -240,6 +234,8 @@ bool MainFrame::OnCopyData(const COPYDATASTRUCT& data) {
 bool MainFrame::TranslateKeys(MSG& message) {
     if (Handle() == nullptr || !IsWindowVisible(Handle()))
         return false;
+    if (message.message == WM_KEYDOWN || message.message == WM_LBUTTONDOWN)
+        m_environment.Status().OnInput();
     // The frame's first: the panel's would take the keys of menus and windows as well.
     return m_contents.Player().TranslateChildKeys(message) ||
            TranslateFrameKeys(Handle(), m_contents.Client(), m_contents.Player().Panel(),
@@ -272,6 +268,17 @@ void MainFrame::UpdateBars() {
     const JukeboxWindow* const window = m_contents.View().MaybeActiveJukebox();
     m_statusBar.ShowJukebox(window != nullptr ? JukeboxText(window->Model()) : std::string());
     m_statusBar.ShowSelection(window != nullptr ? SelectionText(*window) : std::string());
+    SetTimer(Handle(), kDetailsTimer, kDetailsMilliseconds, nullptr);  // begins anew
+}
+
+// Reads the song's tag, so it waits until the person stays on a song.
+void MainFrame::ShowDetails() {
+    if (WindowsOnlyAnswer())
+        return;
+    KillTimer(Handle(), kDetailsTimer);
+    const JukeboxWindow* const window = m_contents.View().MaybeActiveJukebox();
+    m_environment.Status().ShowDetails(window != nullptr ? window->FocusedSongDetails()
+                                                         : std::string());
 }
 
 // Whatever box is open. Not in the middle of other work, which another program's message can reach.

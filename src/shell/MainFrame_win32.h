@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/WindowBase_win32.h"
+#include "platform/WindowIcons_win32.h"
 #include "platform/WindowsEnvironment_win32.h"
 #include "shell/Application.h"
 #include "shell/FrameBars_win32.h"
@@ -50,6 +51,7 @@ class MainFrame : public WindowBase {
     void OnQueryEndSession();
     void OnEndSession(bool programCloses);
     void KeepCopies();
+    void ShowDetails();
     void OnClose();
     void OnDestroy() override;
     void UpdateBars();
@@ -62,6 +64,7 @@ class MainFrame : public WindowBase {
     RecentMenu m_recent;
     FrameToolbar m_toolbar;
     FrameStatusBar m_statusBar;
+    WindowIcons m_icons;
     int m_loadedNumber = 0;
     int m_dpi = 96;            // of the screen that the frame's look is for
     bool m_maximized = false;  // as it was left

@@ -19,13 +19,6 @@ void Center(HWND dialog, HWND owner) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void SetIcon(HWND dialog, WPARAM which, int width, int height) {
-    SendMessageW(
-        dialog, WM_SETICON, which,
-        reinterpret_cast<LPARAM>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
-                                            IMAGE_ICON, width, height, LR_SHARED)));
-}
-
 }  // namespace
 
 void FindDialog::Show(HWND owner) {
@@ -46,8 +39,7 @@ bool FindDialog::OnCommand(int control, int notification) {
 }
 
 HWND FindDialog::OnLoad() {
-    SetIcon(Handle(), ICON_BIG, GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON));
-    SetIcon(Handle(), ICON_SMALL, GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON));
+    m_icons.Show(Handle(), IDI_TOBBIN);
     Center(Handle(), GetParent(Handle()));
     m_cancel.Attach(Item(IDCANCEL));
     return nullptr;

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/DialogBase_win32.h"
+#include "platform/WindowIcons_win32.h"
 #include "platform/WindowSubclass_win32.h"
 #include "ui/frmFind.h"
 
@@ -28,6 +29,7 @@ class FindDialog : public DialogBase {
     LRESULT OnCancelMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     frmFind& m_find;
+    WindowIcons m_icons;
     WindowSubclass m_cancel{[this](UINT message, WPARAM wParam, LPARAM lParam) {
         return OnCancelMessage(message, wParam, lParam);
     }};

@@ -27,9 +27,6 @@ bool JukeboxMdiChild::Open(HWND mdiClient, bool maximized, const WindowState* re
     m_closed = std::move(closed);
     ClassLook look;
     look.name = kClassName;
-    look.icon =
-        static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TOBBIN),
-                                      IMAGE_ICON, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
     look.background = GetSysColorBrush(COLOR_BTNFACE);
     Placement placement;
     placement.style = WS_CHILD | WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN |
@@ -48,6 +45,7 @@ bool JukeboxMdiChild::Open(HWND mdiClient, bool maximized, const WindowState* re
     }
     if (!Create(look, m_controller.DaCaption(), placement))
         return false;
+    m_icons.Show(Handle(), IDI_TOBBIN);
     if (remembered != nullptr)
         RestorePanes(*remembered);
     m_controller.OnOpened();
@@ -113,6 +111,7 @@ void JukeboxMdiChild::OnSize() {
 }
 
 void JukeboxMdiChild::OnDpiChanged() {
+    m_icons.Show(Handle(), IDI_TOBBIN);
     m_explorer.OnDpiChanged();
     OnSize();
 }

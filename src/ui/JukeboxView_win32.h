@@ -10,6 +10,7 @@
 
 #include "platform/UniqueHandle_win32.h"
 #include "platform/WindowBase_win32.h"
+#include "platform/WindowIcons_win32.h"
 #include "ui/Dragging.h"
 #include "ui/ExplorerControl_win32.h"
 #include "ui/JukeboxView.h"
@@ -109,6 +110,7 @@ class JukeboxMdiChild : public WindowBase,
     Folder* ListedFolder() const override { return m_controller.SelectedFolder(); }
 
     JukeboxWindow& m_controller;
+    WindowIcons m_icons;
     ExplorerControl m_explorer;
     std::function<void()> m_closed = [] {};
     ControlSize m_explorerSize;               // in twips

@@ -319,6 +319,11 @@ void JukeboxWindow::OnRowsSelected() {
     m_host.OnSelectionChanged(*this);
 }
 
+std::string JukeboxWindow::FocusedSongDetails() const {
+    const auto row = HasView() ? View().MaybeFocusedRow() : std::nullopt;
+    return row && *row < RowCount() ? List().DetailsOf(*row, m_tools.environment) : std::string();
+}
+
 void JukeboxWindow::OnRowOpened() {
     Do(Command::PlaySelectedSongs);
 }

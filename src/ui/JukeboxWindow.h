@@ -168,6 +168,8 @@ class JukeboxWindow : private JukeboxListener {
     std::string RowText(std::size_t row, int column) const { return List().RowText(row, column); }
     int RowImage(std::size_t row) const { return List().RowImage(row); }
     std::string AccessibleRowText(std::size_t row) const { return List().AccessibleRowText(row); }
+    // What is known of the focused song besides; empty without one.
+    std::string FocusedSongDetails() const;
     std::string EmptyText() const { return List().EmptyText(); }
     std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
                                                      std::size_t start) const {

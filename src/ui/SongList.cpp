@@ -5,6 +5,8 @@
 
 #include "catalogue/Ranks.h"
 #include "jukebox/SpecialFolders.h"
+#include "search/SongSearch.h"
+#include "tags/SongTags.h"
 #include "util/LowerCaseSearch.h"
 #include "util/Text.h"
 
@@ -13,6 +15,8 @@ namespace {
 
 constexpr int kKeyColumn = 1;
 constexpr int kMissingImage = 0;
+
+constexpr unsigned kFixedDrive = 3;  // see Drives::Type
 
 }  // namespace
 
@@ -45,6 +49,29 @@ std::string SongList::RankText(std::size_t row) const {
 std::string SongList::AccessibleRowText(std::size_t row) const {
     return RowText(row, 0) + ", " + RankText(row) + ", " + GroupedNumber(row + 1) + " of " +
            GroupedNumber(RowCount());
+}
+
+std::string SongList::DetailsOf(std::size_t row, Environment& environment) const {
+    const SongItem& song = m_maybeFolder->Songs()[row];
+    if (RowImage(row) == kMissingImage) {
+        const MissingSong was = m_jukebox.MissingSongOf(song);
+        return RowText(row, 0) + " is not found." +
+               (was.folder.empty() ? "" : "  It was in " + std::string(was.folder));
+    }
+    const std::string path = m_catalogue.SongPath(song.recordNumber);
+    const std::string root = RootOfPath(path);
+    if (m_catalogue.Drives().MaybeDriveOf(path) == SongDrives::Finding::Away)
+        return "The drive " + root + " is away:  " + path;
+    constexpr TagField shown[] = {TagField::Title, TagField::Artist, TagField::Album,
+                                  TagField::Year};
+    TagTexts texts;
+    if (environment.drives.Type(root) == kFixedDrive)
+        SongTags(environment.disk, environment.text).Load(path, TagFields::All(), texts);
+    std::string details;
+    for (const TagField field : shown)
+        if (!texts[field].empty())
+            details += (details.empty() ? "" : " - ") + texts[field];
+    return details + (details.empty() ? "" : ":  ") + path;
 }
 
 std::string SongList::EmptyText() const {

@@ -7,6 +7,7 @@
 
 #include "catalogue/clsMain.h"
 #include "jukebox/Jukebox.h"
+#include "platform/Environment.h"
 #include "util/SystemText.h"
 
 namespace tobbin {
@@ -27,6 +28,10 @@ class SongList {
     std::string RankText(std::size_t row) const;
     // The row as a screen reader says it: name, rank and place.
     std::string AccessibleRowText(std::size_t row) const;
+    // What is known of a song besides: title, artist, album and year as far as its tags tell, and
+    // its path; for a song that can't be found, why. Tags are read on fixed drives only, since
+    // others may take long to answer.
+    std::string DetailsOf(std::size_t row, Environment& environment) const;
     // What is said while there is no song, and what can be done about it.
     std::string EmptyText() const;
 

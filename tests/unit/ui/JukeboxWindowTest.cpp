@@ -1,5 +1,6 @@
 #include "ui/JukeboxWindow.h"
 
+#include "fakes/TaggedSong.h"
 #include "ui/ListedSongs.h"
 #include "unit/ui/EditingFixture.h"
 
@@ -30,6 +31,13 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
     EXPECT_EQ(window.AccessibleRowText(1), "b, rank 1 of 6, 2 of 3");
+    EXPECT_EQ(window.FocusedSongDetails(), "");
+    view.FocusRow(1);
+    EXPECT_EQ(window.FocusedSongDetails(), "C:\\M\\b.mp3");
+    fake.disk.AddFile("C:\\M\\b.mp3", TaggedSong("Abba", "1976"));
+    EXPECT_EQ(window.FocusedSongDetails(), "Title - Abba - Album - 1976:  C:\\M\\b.mp3");
+    fake.drives.drives = {{"C:\\", 4}};
+    EXPECT_EQ(window.FocusedSongDetails(), "C:\\M\\b.mp3");
     application.Catalogue().Mp3Info(clsMain::kPresence, 2, "0");
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.AccessibleRowText(1), "b, missing, 2 of 3");
@@ -38,6 +46,7 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowImage(0), 0);
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.RowText(1, 1), "");
+    EXPECT_EQ(window.List().DetailsOf(1, fake.environment), "lost.mp3 is not found.");
     view.rows = {0, 1};
     window.ActOnPopUpClick(9, 2, &songs);  // there is nothing to rank
     EXPECT_FALSE(window.CanUndo());
