@@ -8,8 +8,8 @@ import re
 import shutil
 import sys
 
-from under_wine import (CATALOGUE, PLAYER, PLAYER_LOG, PREFIX, Case, Program, answer, behave, command,
-                        data_files, driver, report)
+from under_wine import (CATALOGUE, PLAYER, PLAYER_LOG, PREFIX, SETTINGS, Case, Program, answer, behave,
+                        command, data_files, driver, report)
 
 # Numbers of the frame's commands, from src/ui/Commands.h.
 PLAY_SELECTED, PLAY_ALL, NEXT_TRACK, STOP = 1203, 1204, 1205, 1209
@@ -120,6 +120,26 @@ class Playing(Case):
             shutil.move(PREFIX / "drive_c/own.away", own)
             if away.exists():
                 shutil.move(away, PLAYER / "winamp.exe")
+
+    def test_4_our_own_player_takes_over_and_may_misbehave_too(self):
+        behave()
+        with Program():
+            select(0, 1, 2)
+            command(PLAY_SELECTED)
+            driver("wait", "frmMainWinamp", "PLAYING", "30")
+            driver("press", "frmMainWinamp", "Own Player")
+            driver("wait", "frmMainWinamp", "* of 3*", "30")
+            self.assertEqual(log()[-2:], ["273 40001 0", "closed"])
+            driver("freeze", "Winamp v1.x", "Tobbin Player")
+            command(NEXT_TRACK)
+            driver("wait", "frmMainWinamp", "The player doesn't answer", "10")
+            print("longest wait", *driver("answers", "frmMDIForm1", "4"), "ms")
+            driver("thaw", "Winamp v1.x")
+            driver("wait", "frmMainWinamp", "* of 3*", "30")
+            driver("end", "Winamp v1.x")
+            driver("wait", "frmMainWinamp", "STOPPED", "10")
+            close_panel()
+            self.assertIn("tobbinplayer.exe", SETTINGS.read_text("cp1252"))
 
     def until_logged(self, condition):
         self.until(lambda: condition(log()), True)
