@@ -33,14 +33,15 @@ int HeightOf(HWND window) {
 }  // namespace
 
 bool FrameToolbar::Create(HWND frame) {
-    m_handle = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, L"Toolbar1",
-        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_TOP, 0, 0,
-        0, 0, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+    m_handle = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"Toolbar1",
+                               WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT |
+                                   TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_TOP,
+                               0, 0, 0, 0, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (m_handle == nullptr)
         return false;
     SendMessageW(m_handle, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    // Texts that are not shown beside the pictures become the tool-tips.
+    // Texts that are not shown beside the pictures become the tool-tips. That is so with
+    // TBSTYLE_LIST only ("Toolbar Extended Styles"); else they would stand under the pictures.
     SendMessageW(m_handle, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
     OnDpiChanged();
     int picture = 0;

@@ -11,6 +11,7 @@
 #include "shell/FramePlace_win32.h"
 #include "shell/SingleInstance_win32.h"
 #include "shell/StatusTexts.h"
+#include "ui/WindowState_win32.h"
 
 namespace tobbin {
 namespace {
@@ -53,6 +54,7 @@ MainFrame::~MainFrame() {
 bool MainFrame::Open() {
     ClassLook look;
     look.name = kClassName;
+    look.background = GetSysColorBrush(COLOR_BTNFACE);  // a flat toolbar shows what is behind it
     Placement placement;
     placement.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     placement.x = placement.y = placement.width = placement.height = 0;
@@ -145,6 +147,9 @@ LRESULT MainFrame::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case kWorkIsDone:
             ShutdownBlockReasonDestroy(Handle());
             return 0;
+        case WM_GETMINMAXINFO:
+            ShowSmallestSize(Handle(), *reinterpret_cast<MINMAXINFO*>(lParam));
+            break;
         case WM_CLOSE:
             OnClose();
             return 0;

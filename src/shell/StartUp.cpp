@@ -77,11 +77,13 @@ bool StartUp::Run() {
         ForgetMissingPlayer();
     }
     m_application.LongWork().Window(nullptr);
-    m_view.UnloadSplash();
-    if (canWork) {
+    // The frame first: once no window of the program is shown, Windows no longer lets it come to
+    // the foreground by itself.
+    if (canWork)
         m_view.HandOver();
+    m_view.UnloadSplash();
+    if (canWork)
         m_view.ShowTips();
-    }
     return canWork;
 }
 

@@ -65,6 +65,10 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             Default(message, wParam, lParam);
             OnFocus();
             return 0;
+        case WM_GETMINMAXINFO:
+            Default(message, wParam, lParam);
+            OnGetSizes(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
         case WM_CLOSE:
             m_controller.AskBeforeClosing();
             m_lastState = State();  // Some systems restore a maximized child before it goes.
@@ -108,6 +112,19 @@ void JukeboxMdiChild::OnSize() {
     SetWindowPos(m_explorer.Handle(), nullptr, 0, 0, TwipsToPixels(m_explorerSize.width, Handle()),
                  TwipsToPixels(m_explorerSize.height, Handle()), SWP_NOZORDER | SWP_NOACTIVATE);
     m_explorer.Layout();
+}
+
+// The system reckons a maximized child's borders as on its main screen, so that its caption would
+// show on a screen of another density.
+void JukeboxMdiChild::OnGetSizes(MINMAXINFO& sizes) const {
+    ShowSmallestSize(Handle(), sizes);
+    RECT place = {};
+    GetClientRect(GetParent(Handle()), &place);
+    AdjustWindowRectExForDpi(&place, static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_STYLE)),
+                             FALSE, static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_EXSTYLE)),
+                             GetDpiForWindow(Handle()));
+    sizes.ptMaxPosition = {place.left, place.top};
+    sizes.ptMaxSize = {place.right - place.left, place.bottom - place.top};
 }
 
 void JukeboxMdiChild::OnDpiChanged() {

@@ -67,6 +67,7 @@ class JukeboxMdiChild : public WindowBase,
     bool OnCreate() override;
     void RestorePanes(const WindowState& remembered);
     void OnSize();
+    void OnGetSizes(MINMAXINFO& sizes) const;
     void OnFocus();
     void OnDestroy() override;
     void OnMenu(HWND pane, POINT screen, bool byMouse);

@@ -13,8 +13,6 @@ constexpr std::size_t kMostNumbers = 32;
 // So much of the upper edge must be on a screen, in pixels at 96 to the inch.
 constexpr int kSeenWidth = 64;
 constexpr int kSeenHeight = 24;
-constexpr int kSmallestWidth = 200;
-constexpr int kSmallestHeight = 120;
 
 constexpr int kLargestMeasure = 32000;
 

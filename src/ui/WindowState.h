@@ -18,6 +18,10 @@ struct Area {
     bool operator==(const Area&) const = default;
 };
 
+// No window can be made smaller, in pixels at 96 to the inch.
+inline constexpr int kSmallestWidth = 320;
+inline constexpr int kSmallestHeight = 200;
+
 // What is remembered of a window from one run of the program to the next.
 struct WindowState {
     Area place;  // as a plain window, neither minimized nor maximized

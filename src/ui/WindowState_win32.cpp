@@ -1,5 +1,7 @@
 #include "ui/WindowState_win32.h"
 
+#include "platform/Dpi_win32.h"
+
 namespace tobbin {
 namespace {
 
@@ -29,6 +31,11 @@ WindowState StateOf(HWND window) {
         (placement.showCmd == SW_SHOWMINIMIZED && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
     state.dpi = static_cast<int>(GetDpiForWindow(window));
     return state;
+}
+
+void ShowSmallestSize(HWND window, MINMAXINFO& sizes) {
+    sizes.ptMinTrackSize = {ScalePixels(kSmallestWidth, window),
+                            ScalePixels(kSmallestHeight, window)};
 }
 
 std::vector<Area> ScreenAreas() {

@@ -112,7 +112,7 @@ TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
         "no area|area|Looking for Mp3s in C:\\|Found 1 Mp3s|Found 2 Mp3s|no area|area|" +
             building + building +
             "no area|window Jukebox One  (sample Jukebox you can use as a starting point)|"
-            "splash gone|frame|tips|");
+            "frame|splash gone|tips|");
     EXPECT_TRUE(Boxes().empty());
     EXPECT_EQ(Songs("All Songs"), "b.mp3 a.mp3 ");
     EXPECT_EQ(Songs("Artist", "Abba"), "b.mp3 a.mp3 ");
@@ -138,7 +138,7 @@ TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
         "no area|area|Looking at the folders of your songs . . .|"
         "Looking at the folders of your songs . . .|no area|area|Opening "
         "C:\\App\\Grouping\\mix.juk . . .|no area|area|Filling the folders of MIX . . .|"
-        "no area|window MIX|splash gone|frame|tips|");
+        "no area|window MIX|frame|splash gone|tips|");
     EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
     EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");

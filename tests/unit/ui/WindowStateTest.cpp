@@ -32,7 +32,7 @@ TEST(UsablePlace, BringsALostWindowBack) {
     EXPECT_EQ(usable({5000, 50, 3000, 2000}), (Area{0, 0, 1920, 1040}));
     EXPECT_EQ(usable({100, 50, 800, 600}, 192), (Area{100, 0, 1600, 1040}));
     EXPECT_EQ(usable({800, 50, 800, 600}, 144), (Area{720, 50, 1200, 900}));
-    EXPECT_EQ(usable({100, 50, 1, 1}), (Area{100, 50, 200, 120}));
+    EXPECT_EQ(usable({100, 50, 1, 1}), (Area{100, 50, 320, 200}));
 }
 
 }  // namespace
