@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "jukebox/GroupFiling.h"
+#include "jukebox/GroupPlaces.h"
 #include "jukebox/SpecialFolders.h"
 #include "util/Convert.h"
 #include "util/Text.h"
@@ -43,60 +43,6 @@ std::string FolderTextOf(std::string tagText) {
     AutomaticGroups::CleanBrackets(tagText);
     return tagText;
 }
-
-// Whether the number that a text begins with is other than 0; a text without one counts as 0.
-bool BeginsWithNumberOtherThanZero(std::string_view text) {
-    text = TrimBlanks(text);
-    if (text.starts_with('+') || text.starts_with('-'))
-        text.remove_prefix(1);
-    bool seenPoint = false;
-    for (const char c : text) {
-        if (c >= '1' && c <= '9')
-            return true;
-        if (c == '.' && !std::exchange(seenPoint, true))
-            continue;
-        if (c != '0')
-            break;
-    }
-    return false;
-}
-
-// The decade folder for a year: its third character alone decides. Nothing for "1" and for what is
-// no digit.
-std::optional<std::string> MaybeDecadeText(std::string_view year) {
-    char32_t third = 0;
-    for (int i = 0; i < 3; ++i) {
-        if (year.empty())
-            return std::nullopt;
-        TakeCodePoint(year, third);
-    }
-    if (third < U'0' || third > U'9' || third == U'1')
-        return std::nullopt;
-    return std::string(1, static_cast<char>(third)) + "0's";
-}
-
-// "Decades" and its folders, as far as the jukebox has them. A decade folder that was moved from
-// under "Decades" still is one.
-class DecadeFolders {
- public:
-    explicit DecadeFolders(const Jukebox& jukebox) {
-        const Folder* const decades = jukebox.MaybeFind(kDecades);
-        if (decades == nullptr)
-            return;
-        for (const std::string& text : DecadeTexts()) {
-            Folder* const child = decades->MaybeChild(text);
-            m_folders[text] = child != nullptr ? child : jukebox.MaybeFind(text);
-        }
-    }
-    Folder* MaybeFor(const std::string& year) const {
-        const auto text = MaybeDecadeText(year);
-        const auto found = text ? m_folders.find(*text) : m_folders.end();
-        return found == m_folders.end() ? nullptr : found->second;
-    }
-
- private:
-    std::unordered_map<std::string, Folder*> m_folders;
-};
 
 }  // namespace
 
@@ -166,6 +112,26 @@ void AutomaticGroups::BuildAutomaticGroups(std::int16_t mode, bool catalogueLoad
     m_building = wasBuilding;
 }
 
+std::optional<FillingAnew> AutomaticGroups::FillAnew(Jukebox& jukebox) {
+    m_building = true;
+    std::vector<bool> selection;
+    SelectSongsNotInFolder(Folder(), selection);
+    TagsRead tags;
+    ReadTags(selection, tags);
+    m_building = false;
+    return IsOpen(jukebox)
+               ? std::make_optional<FillingAnew>(m_environment, m_catalogue, jukebox, tags)
+               : std::nullopt;
+}
+
+std::string AutomaticGroups::StoppedText() const {
+    if (m_lastRead.done == m_lastRead.all)
+        return {};
+    return "Stopped: the tags of " + GroupedNumber(m_lastRead.done) + " of " +
+           Counted(m_lastRead.all, "song") +
+           " are read.  \"Bring In New Songs\" goes on with the others.";
+}
+
 void AutomaticGroups::FileNewSongs() {
     if (m_building)
         return;
@@ -202,6 +168,7 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
     for (std::int32_t record = 1; record < static_cast<std::int32_t>(selection.size()); ++record)
         if (selection[static_cast<std::size_t>(record)] && !tags.byRecord.contains(record))
             records.push_back(record);
+    m_lastRead = {0, records.size()};
     std::size_t named = 0;
     const auto nextPath = [&](std::string& path) {
         if (named == records.size())
@@ -237,7 +204,8 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
         while (!readers->WaitForNext())
             if (isToStop())
                 return false;
-        Tag& tag = tags.byRecord[records[taken]];
+        m_lastRead.done = taken + 1;
+        FilingTag& tag = tags.byRecord[records[taken]];
         tag.unread = !readers->Take(texts);
         if (!tag.unread) {
             tag.artist = tags.texts.Add(FolderTextOf(texts[TagField::Artist]));
@@ -252,33 +220,15 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
 
 void AutomaticGroups::Fill(Jukebox& jukebox, Folder& allSongs, bool fillNew, const TagsRead& tags) {
     jukebox.TellFillingBegins();
-    const auto filing = [&](const char* text, GroupFiling::Match match) {
-        Folder* const group = jukebox.MaybeFind(text);
-        return group == nullptr
-                   ? std::nullopt
-                   : std::make_optional<GroupFiling>(jukebox, *group, match, m_environment.text);
-    };
     Folder* const maybeNew = fillNew ? jukebox.MaybeFind(kNew) : nullptr;
     const bool newIsTopLevel = maybeNew != nullptr && maybeNew->Level() == 0;
-    const DecadeFolders decades(jukebox);
-    auto genres = filing(kGenre, GroupFiling::Match::Equal);
-    auto artists = filing(kArtist, GroupFiling::Match::BeginsWith);
-    auto years = filing(kYear, GroupFiling::Match::BeginsWith);
-
+    GroupPlaces places(jukebox, m_environment.text, [&](Folder& group, const std::string& text) {
+        return &jukebox.AddChild(&group, text);
+    });
     SongsToAdd additions;
-    const auto file = [&](const SongItem& song, const Tag& tag) {
-        const std::string artist(tags.texts.Text(tag.artist));
-        if (artists && !artist.empty())
-            additions.Add(artists->FolderFor(artist), song);
-        const std::string year(tags.texts.Text(tag.year));
-        if (years && BeginsWithNumberOtherThanZero(year)) {
-            additions.Add(years->FolderFor(year), song);
-            if (Folder* const decade = decades.MaybeFor(year))
-                additions.Add(*decade, song);
-        }
-        const std::string genre(tags.texts.Text(tag.genre));
-        if (genres && !genre.empty() && genre != "None")
-            additions.Add(genres->FolderFor(genre), song);
+    const auto file = [&](const SongItem& song, const FilingTag& tag) {
+        for (Folder* const folder : places.For(tags, tag))
+            additions.Add(*folder, song);
     };
     std::vector<bool> selection;
     SelectSongsNotInFolder(allSongs, selection);

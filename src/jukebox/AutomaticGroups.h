@@ -3,13 +3,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "catalogue/clsMain.h"
-#include "catalogue/TextPool.h"
+#include "jukebox/FillingAnew.h"
 #include "jukebox/Jukebox.h"
+#include "jukebox/TagsRead.h"
 #include "platform/Environment.h"
 #include "tags/TagReaders.h"
 
@@ -26,9 +27,9 @@ class AutomaticGroups {
     // Whether a run is at work, and this is one of the events that it lets through.
     bool IsBuilding() const { return m_building; }
 
-    // What a person who stops it is told.
-    static constexpr char kStopped[] =
-        "Stopped.  \"Bring In New Songs\" puts the other songs into the folders.";
+    // What a person who stopped the last run is told: how far it came, and what goes on with it.
+    // Empty when it had read all tags.
+    std::string StoppedText() const;
 
     // Carries out work whose runs show their progress; that of other runs is not to be seen.
     void ShowProgressIn(Progress& progress, const std::function<void()>& work);
@@ -43,6 +44,11 @@ class AutomaticGroups {
     // Fills all open jukeboxes with songs that came in by another command. The windows are painted
     // but take no input; does nothing while a run is at work.
     void FileNewSongs();
+
+    // How the folders of a jukebox are to change to hold what the tags say now (see FillingAnew),
+    // after all of them were read again; nothing when the jukebox was closed meanwhile. What the
+    // wish to stop left out keeps its places.
+    std::optional<FillingAnew> FillAnew(Jukebox& jukebox);
 
     // For each catalogue record, at its number from 1: whether it is present and not in the folder.
     // Element 0 is unused.
@@ -60,19 +66,6 @@ class AutomaticGroups {
     static void CleanBrackets(std::string& text);
 
  private:
-    // What the groups want to know of a song's tag; texts are numbers in a pool.
-    struct Tag {
-        std::uint32_t artist = 0;
-        std::uint32_t year = 0;
-        std::uint32_t genre = 0;
-        bool unread = false;  // its file can't be read now
-    };
-    // The tags that one run has read, by catalogue record, so that several jukeboxes share them.
-    struct TagsRead {
-        TextPool texts;
-        std::unordered_map<std::int32_t, Tag> byRecord;
-    };
-
     bool IsOpen(const Jukebox& jukebox) const;
     void AddUnfiled(const Folder& allSongs, std::vector<bool>& selection) const;
     bool ReadTags(const std::vector<bool>& selection, TagsRead& tags);
@@ -83,6 +76,7 @@ class AutomaticGroups {
     OpenJukeboxes& m_jukeboxes;
     Progress* m_progress = nullptr;
     bool m_building = false;
+    StepsDone m_lastRead;                                // songs whose tags the last run read
     bool m_takesInput = true;                            // while tags are read
     std::vector<std::unique_ptr<TagReaders>> m_stopped;  // may still be reading a song each
 };

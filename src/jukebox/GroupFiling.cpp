@@ -1,9 +1,11 @@
 #include "jukebox/GroupFiling.h"
 
+#include <utility>
+
 namespace tobbin {
 
-GroupFiling::GroupFiling(Jukebox& jukebox, Folder& group, Match match, const SystemText& text)
-    : m_jukebox(jukebox), m_group(group), m_match(match), m_text(text) {
+GroupFiling::GroupFiling(Folder& group, Match match, const SystemText& text, AddChild addChild)
+    : m_group(group), m_match(match), m_text(text), m_addChild(std::move(addChild)) {
     for (std::size_t i = 0; i < group.ChildCount(); ++i)
         Know(group.Child(i));
 }
@@ -12,8 +14,9 @@ std::string GroupFiling::KeyOf(const std::string& text) const {
     return m_match == Match::BeginsWith ? m_text.ToLower(text) : text;
 }
 
-void GroupFiling::Know(const Folder& child) {
-    m_firstChild.try_emplace(KeyOf(child.Text()), child.Index());
+void GroupFiling::Know(Folder& child) {
+    m_firstChild.try_emplace(KeyOf(child.Text()), m_children.size());
+    m_children.push_back(&child);
 }
 
 const std::size_t* GroupFiling::MaybeIndexOf(std::string_view key) const {
@@ -32,8 +35,8 @@ Folder& GroupFiling::FolderFor(const std::string& value) {
         }
     }
     if (first != nullptr)
-        return m_group.Child(*first);
-    Folder& child = m_jukebox.AddChild(&m_group, value);
+        return *m_children[*first];
+    Folder& child = *m_addChild(m_group, value);
     Know(child);
     return child;
 }

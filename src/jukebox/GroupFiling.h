@@ -25,19 +25,22 @@ class GroupFiling {
         BeginsWith,  // the value begins with the child's text, the case of letters aside
         Equal,       // case counts
     };
-    GroupFiling(Jukebox& jukebox, Folder& group, Match match, const SystemText& text);
+    // Makes the child that a group lacks. It need not be in the group yet.
+    using AddChild = std::function<Folder*(Folder& group, const std::string& text)>;
+    GroupFiling(Folder& group, Match match, const SystemText& text, AddChild addChild);
 
     Folder& FolderFor(const std::string& value);
 
  private:
     std::string KeyOf(const std::string& text) const;
-    void Know(const Folder& child);
+    void Know(Folder& child);
     const std::size_t* MaybeIndexOf(std::string_view key) const;
 
-    Jukebox& m_jukebox;
     Folder& m_group;
     Match m_match;
     const SystemText& m_text;
+    AddChild m_addChild;
+    std::vector<Folder*> m_children;
     std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_firstChild;
 };
 

@@ -151,6 +151,36 @@ class SongOrder : public JukeboxChange {
     std::vector<std::size_t> m_order;
 };
 
+class OtherSongs : public JukeboxChange {
+ public:
+    OtherSongs(Folder& folder, std::vector<SongItem> songs)
+        : m_folder(folder), m_songs(std::move(songs)) {}
+    EditResult Flip(Jukebox& jukebox) override {
+        std::vector<SongItem> before = m_folder.Songs();
+        jukebox.SetSongs(m_folder, std::exchange(m_songs, std::move(before)));
+        return {};
+    }
+
+ private:
+    Folder& m_folder;
+    std::vector<SongItem> m_songs;
+};
+
+class ManyChanges : public JukeboxChange {
+ public:
+    explicit ManyChanges(std::vector<std::unique_ptr<JukeboxChange>> changes)
+        : m_changes(std::move(changes)) {}
+    EditResult Flip(Jukebox& jukebox) override {
+        for (const auto& change : m_changes)
+            change->Flip(jukebox);
+        std::ranges::reverse(m_changes);
+        return {};
+    }
+
+ private:
+    std::vector<std::unique_ptr<JukeboxChange>> m_changes;  // in the order of the next flip
+};
+
 class Value : public JukeboxChange {
  public:
     Value(int& variable, int value) : m_variable(variable), m_value(value) {}
@@ -210,6 +240,14 @@ std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRo
 
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order) {
     return std::make_unique<SongOrder>(folder, std::move(order));
+}
+
+std::unique_ptr<JukeboxChange> ReplaceSongs(Folder& folder, std::vector<SongItem> songs) {
+    return std::make_unique<OtherSongs>(folder, std::move(songs));
+}
+
+std::unique_ptr<JukeboxChange> Together(std::vector<std::unique_ptr<JukeboxChange>> changes) {
+    return std::make_unique<ManyChanges>(std::move(changes));
 }
 
 std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value) {

@@ -32,6 +32,12 @@ std::unique_ptr<JukeboxChange> AppendSongs(Folder& folder, std::vector<SongItem>
 std::unique_ptr<JukeboxChange> AppendedSongs(Folder& folder, std::size_t firstRow);
 std::unique_ptr<JukeboxChange> OrderSongs(Folder& folder, std::vector<std::size_t> order);
 
+// Gives a folder other songs. Holds all of them.
+std::unique_ptr<JukeboxChange> ReplaceSongs(Folder& folder, std::vector<SongItem> songs);
+
+// Several changes, in order, with nothing of them to be shown.
+std::unique_ptr<JukeboxChange> Together(std::vector<std::unique_ptr<JukeboxChange>> changes);
+
 // Gives a variable that outlives the change another value.
 std::unique_ptr<JukeboxChange> ChangeValue(int& variable, int value);
 

@@ -17,12 +17,26 @@ FrameCommands::FrameCommands(Application& application, FrameView& view)
       m_find(application.TheEnvironment(), application.Catalogue(),
              [&view] { return view.MaybeActiveJukebox(); }) {}
 
+CommandState FrameCommands::StateOf(Command command) const {
+    CommandState state{IsEnabled(command), IsOn(command)};
+    if (command == Command::Undo || command == Command::Redo) {
+        state.caption = RowOf(command).places[0].caption;
+        if (state.enabled) {
+            const JukeboxWindow& window = *m_view.MaybeActiveJukebox();
+            state.caption = command == Command::Undo ? window.UndoText() : window.RedoText();
+        }
+    }
+    return state;
+}
+
 bool FrameCommands::IsEnabled(Command command) const {
     switch (RowOf(command).acts.frame) {
         case When::Always:
             return true;
         case When::NotGrouping:
             return !m_application.Groups().IsBuilding();
+        case When::JukeboxToFill:
+            return !m_application.Groups().IsBuilding() && m_view.MaybeActiveJukebox() != nullptr;
         case When::AnyChild:
             return m_view.HasChildren();
         case When::MinimizedChild:
@@ -65,6 +79,8 @@ void FrameCommands::Do(Command command) {
             return m_newSongs.LookInKnownFolders();
         case Command::NewSongsWholeComputer:
             return m_newSongs.SearchWholeComputer();
+        case Command::FillAnew:
+            return m_newSongs.FillAnew(*m_view.MaybeActiveJukebox());
         case Command::Cascade:
             m_view.MinimizePlayerPanel();
             return m_view.Arrange(Arrangement::Cascade);

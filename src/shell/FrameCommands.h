@@ -11,10 +11,12 @@
 
 namespace tobbin {
 
-// Whether a command can act, and whether what it switches is on for the active jukebox.
+// Whether a command can act, and whether what it switches is on for the active jukebox; and what it
+// is called now, where its caption changes.
 struct CommandState {
     bool enabled;
     bool on;
+    std::string caption = {};
 };
 
 // Decides for each command of the main frame whether it can act now, and does it. A command that
@@ -23,7 +25,7 @@ class FrameCommands {
  public:
     FrameCommands(Application& application, FrameView& view);
 
-    CommandState StateOf(Command command) const { return {IsEnabled(command), IsOn(command)}; }
+    CommandState StateOf(Command command) const;
     bool IsEnabled(Command command) const;
     void Do(Command command);
 

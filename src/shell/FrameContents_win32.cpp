@@ -100,6 +100,8 @@ bool FrameContents::HasMinimizedChildren() const {
 }
 
 void FrameContents::OpenJukeboxWindow(Jukebox& jukebox) {
+    if (!IsWindow(m_client))
+        return;
     m_children.Open(m_client, jukebox).Controller().SelectFirstFolder();
     onChanged();
 }
@@ -142,7 +144,10 @@ void FrameContents::ShowTips() {
 }
 
 void FrameContents::ShowFind() {
-    FindDialog(m_commands.Find()).Show(m_frame);
+    FindDialog(m_commands.Find(), [this] {
+        JukeboxMdiChild* const child = m_children.MaybeAt(ActiveChild());
+        return child != nullptr ? child->Explorer().List().PlaceOfFocusedRow() : RECT{};
+    }).Show(m_frame);
 }
 
 void FrameContents::ShowTipsAtStartUp() {

@@ -40,6 +40,14 @@ void FrameMenu::ShowStates(HMENU menu, const std::function<CommandState(Command)
         const auto place = static_cast<UINT>(i);
         EnableMenuItem(menu, place, MF_BYPOSITION | (state.enabled ? MF_ENABLED : MF_GRAYED));
         CheckMenuItem(menu, place, MF_BYPOSITION | (state.on ? MF_CHECKED : MF_UNCHECKED));
+        if (state.caption.empty())
+            continue;
+        std::wstring text = Wide(WithKey(state.caption, *row));
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof(item);
+        item.fMask = MIIM_STRING;
+        item.dwTypeData = text.data();
+        SetMenuItemInfoW(menu, place, TRUE, &item);
     }
 }
 

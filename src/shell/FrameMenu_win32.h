@@ -22,8 +22,8 @@ class FrameMenu {
     // The menu that carries the list of open windows.
     HMENU WindowList() const { return m_windowList; }
 
-    // Grays what can't act and ticks what is on in a menu that is about to open. A recent jukebox
-    // can be opened when any can.
+    // Grays what can't act, ticks what is on, and names what undo and redo would do in a menu that
+    // is about to open. A recent jukebox can be opened when any can.
     static void ShowStates(HMENU menu, const std::function<CommandState(Command)>& stateOf);
 
     // The captions of the recent jukeboxes, from element 1 on: never fewer than before.

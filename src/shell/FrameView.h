@@ -29,7 +29,8 @@ class FrameView {
     virtual bool HasChildren() const = 0;
     virtual bool HasMinimizedChildren() const = 0;
 
-    // Opens a window on a jukebox, shows it and makes it the active one.
+    // Opens a window on a jukebox, unless the frame has closed, shows it and makes it the active
+    // one.
     virtual void OpenJukeboxWindow(Jukebox& jukebox) = 0;
     // How many have been opened since the program began.
     virtual int JukeboxWindowsOpened() const = 0;

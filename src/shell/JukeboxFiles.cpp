@@ -134,7 +134,7 @@ void JukeboxFiles::Refresh(const std::function<bool()>& hasClosed,
     m_application.Groups().ShowProgressIn(progress, [&] { build(progress); });
     m_refreshing = false;
     if (m_stopRefreshing)
-        m_application.TheEnvironment().statusLine.Say(AutomaticGroups::kStopped);
+        m_application.TheEnvironment().statusLine.Say(m_application.Groups().StoppedText());
 }
 
 bool JukeboxFiles::StopRefreshing() {

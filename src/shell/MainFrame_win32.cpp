@@ -241,11 +241,16 @@ bool MainFrame::TranslateKeys(MSG& message) {
         return false;
     if (message.message == WM_KEYDOWN || message.message == WM_LBUTTONDOWN)
         m_environment.Status().OnInput();
+    const HWND top = GetAncestor(message.hwnd, GA_ROOT);
+    // A dialog has its keys for itself, also while work that began below it lets events through.
+    if (top != Handle() && GetClassLongPtrW(top, GCL_CBWNDEXTRA) >= DLGWINDOWEXTRA)
+        return IsDialogMessageW(top, &message) != FALSE;
     // The frame's first: the panel's would take the keys of menus and windows as well.
     return m_contents.Player().TranslateChildKeys(message) ||
            TranslateFrameKeys(Handle(), m_contents.Client(), m_contents.Player().Panel(),
                               m_menu.Keys(), message) ||
-           (IsEscKey(message) && m_contents.Commands().Files().StopRefreshing()) ||
+           (top == Handle() && IsEscKey(message) &&
+            m_contents.Commands().Files().StopRefreshing()) ||
            m_contents.Player().TranslateKeys(message);
 }
 
@@ -322,6 +327,7 @@ void MainFrame::OnClose() {
     if (m_closing || !IsWindowEnabled(Handle()))
         return;
     m_closing = true;
+    m_contents.Commands().Files().StopRefreshing();
     SaveDatForm();
     m_application.Windows().UnloadAll();
 }

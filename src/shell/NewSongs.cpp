@@ -19,6 +19,19 @@ void NewSongs::SearchWholeComputer() {
     Search(true);
 }
 
+void NewSongs::FillAnew(JukeboxWindow& jukebox) {
+    clsMain& catalogue = m_application.Catalogue();
+    const std::unique_ptr<SearchingWindow> window = m_view.MakeSearchingWindow();
+    window->Open();
+    m_application.LongWork().Window(window.get());
+    catalogue.CheckToSeeIfFilesAreMissingAndMakeFalse();
+    if (catalogue.MainIsDirty())
+        catalogue.Save();
+    m_application.Groups().ShowProgressIn(*window, [&] { jukebox.FillAnew(); });
+    m_application.LongWork().Window(nullptr);
+    window->Close();
+}
+
 void NewSongs::Search(bool wholeComputer) {
     clsMain& catalogue = m_application.Catalogue();
     const std::unique_ptr<SearchingWindow> window = m_view.MakeSearchingWindow();
@@ -54,8 +67,8 @@ void NewSongs::Search(bool wholeComputer) {
                 (back == 1 ? " was found again." : " were found again.");
     if (!leftOut.empty())
         line += "  " + leftOut;
-    if (window->StopRequested())
-        line += "  " + std::string(AutomaticGroups::kStopped);
+    if (window->StopRequested() && !m_application.Groups().StoppedText().empty())
+        line += "  " + m_application.Groups().StoppedText();
     m_application.TheEnvironment().statusLine.Say(line);
 }
 

@@ -5,9 +5,9 @@
 
 namespace tobbin {
 
-// The two commands "Bring In New Songs": they search, put what was found into the catalogue and
-// into the automatic groups of every open jukebox. The person sees the progress and can stop the
-// search; what was found by then is kept.
+// The two commands "Bring In New Songs", and the one that fills folders anew. The two search, put
+// what was found into the catalogue and into the automatic groups of every open jukebox. The person
+// sees the progress and can stop the search; what was found by then is kept.
 class NewSongs {
  public:
     NewSongs(Application& application, FrameView& view)
@@ -15,6 +15,9 @@ class NewSongs {
 
     void LookInKnownFolders();
     void SearchWholeComputer();
+
+    // Looks which songs are gone, and fills the folders of one jukebox anew by the songs' tags.
+    void FillAnew(JukeboxWindow& jukebox);
 
  private:
     void Search(bool wholeComputer);

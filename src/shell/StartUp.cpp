@@ -334,7 +334,7 @@ void StartUp::Group(Progress& progress, const std::function<void()>& build) {
     m_view.ShowProgressArea(true);
     m_application.Groups().ShowProgressIn(progress, build);
     if (progress.StopRequested())
-        m_environment.statusLine.Say(AutomaticGroups::kStopped);
+        m_environment.statusLine.Say(m_application.Groups().StoppedText());
     m_view.ShowProgressArea(false);
 }
 

@@ -8,6 +8,9 @@ constexpr char kPickFirst[] = "You first need to pick a picture.\r\n\r\n";
 constexpr char kToStep[] =
     "Once you've picked a picture this will allow you to cycle through all the pictures in that "
     "particular folder (directory).";
+// Other programs have these keys for something else.
+constexpr char kOtherKeys[] =
+    "Ctrl+Z and Ctrl+A step through the pictures. Alt+Backspace is undo, Ctrl+Shift+A selects all.";
 constexpr char kToSwitch[] = "Once you've picked a picture you can use this function.";
 
 }  // namespace
@@ -31,6 +34,7 @@ void BackgroundPicture::ReadSettings(const std::string& path) {
 
 void BackgroundPicture::ChangePicture(bool forward) {
     if (m_list.IsEmpty()) {
+        m_environment.statusLine.Say(kOtherKeys);
         AskToPick(kToStep);
         return;
     }

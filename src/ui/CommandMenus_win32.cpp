@@ -65,15 +65,17 @@ void AppendCommands(HMENU menu, Menu which, bool withKeys) {
             AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
         if (opens)
             subMenu = AppendSubMenu(menu, place.maybeSubMenu);
-        const std::string_view keys = row->keys;
-        std::string text = place.caption;
-        if (withKeys && !keys.empty())
-            text.append("\t").append(keys.substr(0, keys.find(' ')));
-        AppendItem(place.maybeSubMenu != nullptr ? subMenu : menu, row->command, text);
+        AppendItem(place.maybeSubMenu != nullptr ? subMenu : menu, row->command,
+                   withKeys ? WithKey(place.caption, *row) : place.caption);
     }
 }
 
 }  // namespace
+
+std::string WithKey(const std::string& caption, const CommandRow& row) {
+    const std::string_view keys = row.keys;
+    return keys.empty() ? caption : caption + "\t" + std::string(keys.substr(0, keys.find(' ')));
+}
 
 UniqueMenu MakeMenuBar() {
     UniqueMenu bar(CreateMenu());

@@ -30,6 +30,8 @@ enum class Command : int {
     SortNodes,
     MoveUp,
     MoveDown,
+    SelectAll,
+    FillAnew,
     NewSongsNormalLocations = 1201,  // mnuNewSongsNormalLocations
     NewSongsWholeComputer,           // mnuNewSongsWholeComputerSearch; then mnusdfssdf
     PlaySelectedSongs,               // mnuPlaySeletedSongs
@@ -74,6 +76,7 @@ enum class When {
     AnyChild,     // a child window is open
     MinimizedChild,
     JukeboxActive,
+    JukeboxToFill,  // the same, and no automatic groups are being built
     CanUndo,
     CanRedo,
     FolderSelected,
@@ -174,10 +177,14 @@ inline constexpr CommandRow kCommands[] = {
      {{Menu::Edit, 9, "A&dd Folder To Selected Folder"},
       {Menu::FolderPopUp, 4, "Add Folder to Selected Folder", "New Folder"}}, "",
      {10, "Add Folder To Current", true}},
-    {Command::Undo, {.frame = When::CanUndo}, {}, "Alt+Backspace"},
-    {Command::Redo, {.frame = When::CanRedo}, {}, "Alt+Shift+Backspace Ctrl+Shift+Z"},
+    // The step is named behind these two when the menu opens.
+    {Command::Undo, {.frame = When::CanUndo}, {{Menu::Edit, 11, "Undo"}}, "Alt+Backspace"},
+    {Command::Redo, {.frame = When::CanRedo}, {{Menu::Edit, 12, "Redo"}},
+     "Alt+Shift+Backspace Ctrl+Shift+Z"},
     {Command::FindNext, {.frame = When::FolderSelected}, {}, "F3"},
     {Command::SortList, {.frame = When::FolderSelected}, {}, "Ctrl+H"},
+    {Command::SelectAll, {.frame = When::FolderHasSongs}, {}, "Ctrl+Shift+A"},
+    {Command::FillAnew, {.frame = When::JukeboxToFill}, {}, "F5"},
     {Command::MoveUp, {.songs = When::SongsSelected}, {}, "Alt+Up"},
     {Command::MoveDown, {.songs = When::SongsSelected}, {}, "Alt+Down"},
     {Command::SortNodes, {.folder = When::FoldersToSort}, {{Menu::FolderPopUp, 11, "Sort Nodes"}}},
@@ -228,17 +235,17 @@ inline constexpr CommandRow kCommands[] = {
     {Command::About, {.frame = When::Always}, {{Menu::Help, 3, "&About"}}},
     // The ranks between the best and the worst have nothing but their pictures.
     {Command::Rank1, {.songs = When::SongsSelected, .maybeRank = &kRanks[0]},
-     {{Menu::SongPopUp, 9, "Rank it - Best"}}},
+     {{Menu::SongPopUp, 9, "Rank it - Best"}}, "Ctrl+1"},
     {Command::Rank2, {.songs = When::SongsSelected, .maybeRank = &kRanks[1]},
-     {{Menu::SongPopUp, 10}}},
+     {{Menu::SongPopUp, 10}}, "Ctrl+2"},
     {Command::Rank3, {.songs = When::SongsSelected, .maybeRank = &kRanks[2]},
-     {{Menu::SongPopUp, 11}}},
+     {{Menu::SongPopUp, 11}}, "Ctrl+3"},
     {Command::Rank4, {.songs = When::SongsSelected, .maybeRank = &kRanks[3]},
-     {{Menu::SongPopUp, 12}}},
+     {{Menu::SongPopUp, 12}}, "Ctrl+4"},
     {Command::Rank5, {.songs = When::SongsSelected, .maybeRank = &kRanks[4]},
-     {{Menu::SongPopUp, 13}}},
+     {{Menu::SongPopUp, 13}}, "Ctrl+5"},
     {Command::Rank6, {.songs = When::SongsSelected, .maybeRank = &kRanks[5]},
-     {{Menu::SongPopUp, 14, ".  .  .   to worst"}}},
+     {{Menu::SongPopUp, 14, ".  .  .   to worst"}}, "Ctrl+6"},
 };
 // clang-format on
 

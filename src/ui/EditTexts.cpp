@@ -43,6 +43,25 @@ std::string WithWayBack(const std::string& done, WayBack way) {
     return done + " Alt+Backspace " + what;
 }
 
+std::string WordsOnFilling(const FillingAnew& anew) {
+    if (!anew.hasAllSongs)
+        return "Without a folder \"All Songs\" at the top level, no folder is filled.";
+    std::string words;
+    const auto add = [&](std::size_t count, const std::string& what) {
+        if (count > 0)
+            words += (words.empty() ? "" : ", ") + Counted(count, "song") + what;
+    };
+    add(anew.added, " added");
+    add(anew.filedOtherwise, " moved to other folders");
+    add(anew.gone, " taken out as gone");
+    words = words.empty() ? "The folders are filled as the songs' tags say"
+                          : "Filled the folders anew: " + words;
+    if (anew.unread > 0)
+        words += "; " + Counted(anew.unread, "song") + " can't be read now and " +
+                 (anew.unread == 1 ? "keeps its place" : "keep their places");
+    return words + ".";
+}
+
 std::string StandsHereAlready(const std::string& text) {
     return "There is a folder \"" + text + "\" already that the program fills; there can't be two.";
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "jukebox/FillingAnew.h"
 #include "jukebox/Jukebox.h"
 
 namespace tobbin {
@@ -23,6 +24,12 @@ std::string SongsAndTwins(const std::vector<SongItem>& songs, const Folder& into
 // The line on an edit, and how to undo what it took out, or put in or changed.
 enum class WayBack { BringsItBack, BringsThemBack, TakesItBack };
 std::string WithWayBack(const std::string& done, WayBack way);
+
+inline constexpr char kNotIntoItself[] = "A folder can't be pasted into itself.";
+inline constexpr char kHoldsThemAll[] = "\"All Songs\" holds all of these songs already.";
+
+// What filling the folders anew did, or that there was nothing to do.
+std::string WordsOnFilling(const FillingAnew& anew);
 
 // Why a folder can't have a text where such a special folder stands.
 std::string StandsHereAlready(const std::string& text);

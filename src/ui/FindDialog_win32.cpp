@@ -42,7 +42,8 @@ HWND FindDialog::OnLoad() {
     m_icons.Show(Handle(), IDI_TOBBIN);
     Center(Handle(), GetParent(Handle()));
     m_cancel.Attach(Item(IDCANCEL));
-    return nullptr;
+    SetDlgItemTextW(Handle(), IDC_FIND_TEXT1, Wide(m_find.LastText()).c_str());
+    return Item(IDC_FIND_TEXT1);  // which selects the text
 }
 
 // With the focus it would take Enter for itself.
@@ -64,6 +65,26 @@ void FindDialog::Find() {
     text.resize(
         static_cast<std::size_t>(GetWindowTextW(box, text.data(), static_cast<int>(text.size()))));
     m_find.Command1_Click(Utf8(text));
+    MakeWay();
+}
+
+// Off the song that was found: below it or, without room there, above it.
+void FindDialog::MakeWay() {
+    const RECT hit = m_placeOfHit();
+    RECT own = {};
+    RECT common = {};
+    GetWindowRect(Handle(), &own);
+    if (!IntersectRect(&common, &own, &hit))
+        return;
+    MONITORINFO screen = {};
+    screen.cbSize = sizeof(screen);
+    GetMonitorInfoW(MonitorFromRect(&hit, MONITOR_DEFAULTTONEAREST), &screen);
+    const int height = own.bottom - own.top;
+    const int gap = hit.bottom - hit.top;
+    const int below = hit.bottom + gap;
+    const int top = below + height <= screen.rcWork.bottom ? below : hit.top - gap - height;
+    SetWindowPos(Handle(), nullptr, own.left, top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 }  // namespace tobbin

@@ -54,6 +54,9 @@ class JukeboxEditor {
     void RankSongs(const RankRow& rank, const Folder& folder, const std::vector<std::size_t>& rows);
     // By a state of the sort cycle, which `sortedBy` becomes; `sortState` becomes the next one.
     EditResult SortSongs(Folder& folder, int state, int& sortState, int& sortedBy);
+    // Fills the folders that the program fills by the songs' tags as they are now, after a check
+    // for missing songs.
+    EditResult FillAnew();
     // Brings rows together before another row; the number of rows is the end.
     EditResult MoveSongs(Folder& folder, const std::vector<std::size_t>& rows, std::size_t before);
     EditResult AddFiles(Folder& folder, const std::vector<std::string>& paths);

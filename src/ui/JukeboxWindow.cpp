@@ -1,6 +1,7 @@
 #include "ui/JukeboxWindow.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "jukebox/InitialJukebox.h"
@@ -109,6 +110,8 @@ void JukeboxWindow::DoAsWhole(Command command) {
             return Redo();
         case Command::SortList:
             return OnHeaderClicked();
+        case Command::SelectAll:
+            return SelectAll();
         case Command::ChangePicture:
             return m_picture.choose();
         case Command::NoPicture:
@@ -181,6 +184,15 @@ void JukeboxWindow::ShowWithout(const EditResult& place, std::size_t firstRow) {
     if (m_selected->Songs().empty())
         return;
     View().FocusRow(std::min(firstRow, m_selected->Songs().size() - 1));
+}
+
+void JukeboxWindow::SelectAll() {
+    const std::optional<std::size_t> focused = View().MaybeFocusedRow();
+    std::vector<std::size_t> rows(RowCount());
+    std::iota(rows.begin(), rows.end(), 0);
+    View().SelectRows(rows);
+    View().FocusRow(focused.value_or(0));
+    View().FocusList();
 }
 
 void JukeboxWindow::MoveSongs(const std::vector<std::size_t>& rows, std::size_t before) {
@@ -297,6 +309,13 @@ void JukeboxWindow::Step(const std::string& why, const std::string& line,
     m_tools.environment.statusLine.Say(why.empty() ? line : why);
     if (why.empty())
         ShowWithSelection([&] { return (m_editor.History().*step)(); });
+}
+
+void JukeboxWindow::FillAnew() {
+    m_editor.FillAnew();
+    UpdateHeading();
+    if (m_selected == nullptr && HasView())
+        SelectFirstFolder();
 }
 
 void JukeboxWindow::OnHeaderClicked() {

@@ -118,6 +118,9 @@ class JukeboxWindow : private JukeboxListener {
     void Undo();
     void Redo();
 
+    // Fills the folders that the program fills anew (see JukeboxEditor).
+    void FillAnew();
+
     // A click on the list pane's heading: sorts by name and by rank, up and down, in turn.
     void OnHeaderClicked();
 
@@ -193,6 +196,7 @@ class JukeboxWindow : private JukeboxListener {
     void DoAsWhole(Command command);
     void DoOnFolder(Command command, Folder& node);
     void DoOnSongs(const CommandRow& row, Folder& node, const std::vector<std::size_t>& rows);
+    void SelectAll();
     void AddFolder(Folder* parent);
     void ShowWithout(const EditResult& place, std::size_t firstRow);
     void Paste(Folder& into, Pane pane);

@@ -183,6 +183,14 @@ void ListPane::SelectRows(const std::vector<std::size_t>& rows) {
     m_delegate.OnRowsSelected();
 }
 
+RECT ListPane::PlaceOfFocusedRow() const {
+    RECT place = {};
+    const int row = ListView_GetNextItem(m_handle, -1, LVNI_FOCUSED);
+    if (row >= 0 && ListView_GetItemRect(m_handle, row, &place, LVIR_BOUNDS))
+        MapWindowPoints(m_handle, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
 std::optional<std::size_t> ListPane::MaybeFocusedRow() const {
     const int row = ListView_GetNextItem(m_handle, -1, LVNI_FOCUSED);
     return row >= 0 ? std::optional(static_cast<std::size_t>(row)) : std::nullopt;

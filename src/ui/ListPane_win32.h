@@ -86,6 +86,8 @@ class ListPane {
     std::size_t SelectedCount() const;
     // Exactly these, ascending; the first one gets the focus.
     void SelectRows(const std::vector<std::size_t>& rows);
+    // On the screen; empty without any.
+    RECT PlaceOfFocusedRow() const;
     // The row that the keys start from, selected or not.
     std::optional<std::size_t> MaybeFocusedRow() const;
     void FocusRow(std::size_t row);

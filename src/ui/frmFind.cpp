@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "util/Text.h"
+
 namespace tobbin {
 namespace {
 
@@ -46,6 +48,7 @@ void frmFind::Unload() {
 }
 
 void frmFind::Command1_Click(const std::string& text) {
+    m_lastText = text;
     LookFor(text);
     JukeboxWindow* const window = m_activeJukebox();
     if (window == nullptr || window->SelectedFolder() == nullptr)
@@ -98,6 +101,7 @@ void frmFind::Step(JukeboxWindow& window) {
         if (m_current == m_start) {
             if (std::exchange(m_lookingForTheLastNode, true)) {
                 window.View().SelectFolder(folder);
+                m_environment.statusLine.Say({});
                 m_environment.dialogs.Tell("Can't find '" + LastLookedFor() + "'");
                 m_firstRun = true;
                 m_lookingForTheLastNode = false;
@@ -127,9 +131,25 @@ bool frmFind::FindInFolder(JukeboxWindow& window, Folder& folder) {
         window.View().SelectRows({row});
         window.View().MakeRowVisible(row);
         window.View().FocusList();  // where Enter plays what was found
+        SayWhichHit(window, folder, row);
         return true;
     }
     return false;
+}
+
+void frmFind::SayWhichHit(const JukeboxWindow& window, const Folder& folder, std::size_t row) {
+    const Jukebox& jukebox = window.Model();
+    std::size_t hits = 0;
+    std::size_t here = 0;
+    for (const Folder* each = jukebox.Next(nullptr); each != nullptr; each = jukebox.Next(each))
+        for (const SongItem& song : each->Songs()) {
+            hits += Matches(jukebox, song) ? 1 : 0;
+            if (each == &folder && &song == &folder.Songs()[row])
+                here = hits;
+        }
+    m_environment.statusLine.Say("Hit " + GroupedNumber(here) + " of " + GroupedNumber(hits) +
+                                 ": \"" + std::string(jukebox.TextOf(folder.Songs()[row])) +
+                                 "\" in \"" + folder.Text() + "\".");
 }
 
 // A song that the catalogue no longer knows the name of is looked for by the one that is shown.

@@ -28,8 +28,8 @@ class frmFind {
     void Text1_Change() { m_firstRun = true; }
     void Unload();
 
-    // The find button, with the text of the text box: shows the next song, or tells that there is
-    // none.
+    // The find button, with the text of the text box: shows the next song and says in the status
+    // line which of all hits it is, counted from the top of the tree, or tells that there is none.
     void Command1_Click(const std::string& text);
 
     // Looks on for what was last looked for, also while the dialog is closed: from the song behind
@@ -39,6 +39,8 @@ class frmFind {
 
     bool LookingForTheLastNode() const { return m_lookingForTheLastNode; }
     bool FirstRun() const { return m_firstRun; }
+    // As it was typed last; the dialog opens with it.
+    const std::string& LastText() const { return m_lastText; }
     std::string LastLookedFor() const { return m_search ? m_search->Wanted() : std::string(); }
 
  private:
@@ -48,6 +50,7 @@ class frmFind {
     void Forget();
     void LookFor(const std::string& text);
     bool FindInFolder(JukeboxWindow& window, Folder& folder);
+    void SayWhichHit(const JukeboxWindow& window, const Folder& folder, std::size_t row);
     bool Matches(const Jukebox& jukebox, const SongItem& song);
     void AnswerFor(std::int32_t record);
     void AnswerAll();
@@ -62,6 +65,7 @@ class frmFind {
     bool m_firstRun = true;
     std::optional<LowerCaseSearch> m_search;  // for what was last looked for
 
+    std::string m_lastText;
     std::size_t m_current = 0;  // places in the order of the tree, from 1
     std::size_t m_start = 0;
     std::ptrdiff_t m_lastHit = kBeforeTheFirst;

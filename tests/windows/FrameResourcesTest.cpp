@@ -35,7 +35,8 @@ TEST(Menus, HaveEveryEntryInItsPlace) {
               "&File(&New Jukebox\tCtrl+N|&Open...\tCtrl+O|&Close|-|&Save\tCtrl+S|Save &As...|"
               "E&xit)|"
               "&Edit(Cu&t\tCtrl+X|&Copy\tCtrl+C|&Paste\tCtrl+V|Delete\tDel|-|&Find\tCtrl+F|-|"
-              "&Add Folder To Root|A&dd Folder To Selected Folder)|"
+              "&Add Folder To Root|A&dd Folder To Selected Folder|-|Undo\tAlt+Backspace|"
+              "Redo\tAlt+Shift+Backspace)|"
               "&Songs(&Bring In New Songs (Look where I normally keep them)|"
               "B&ring In New Songs (Search my whole computer)|-|&Play Selected Songs\tCtrl+P|"
               "P&lay All Songs In Folder\tCtrl+L|-|&Next Track\tCtrl+T|P&revious Track\tCtrl+R|"
@@ -74,6 +75,10 @@ TEST(Keys, LeadToTheirCommands) {
     EXPECT_EQ(commandOf(0, VK_DELETE), Command::Delete);
     EXPECT_EQ(commandOf(0, VK_F3), Command::FindNext);
     EXPECT_EQ(commandOf(FSHIFT, VK_F5), Command::Tile);
+    EXPECT_EQ(commandOf(0, VK_F5), Command::FillAnew);
+    EXPECT_EQ(commandOf(FCONTROL | FSHIFT, 'A'), Command::SelectAll);
+    EXPECT_EQ(commandOf(FCONTROL, '6'), Command::Rank6);
+    EXPECT_EQ(commandOf(FALT, VK_DOWN), Command::MoveDown);
 }
 
 void AddKey(const std::wstring& caption, std::string& keys) {

@@ -35,7 +35,9 @@ TEST(GroupFiling, FilesAsAWalkOverTheChildrenWould) {
             walked.push_back(randomText());
             jukebox.AddChild(&group, walked.back());
         }
-        GroupFiling filing(jukebox, group, match, text);
+        GroupFiling filing(group, match, text, [&](Folder& parent, const std::string& name) {
+            return &jukebox.AddChild(&parent, name);
+        });
         for (int i = 0; i < 60; ++i) {
             const std::string value = randomText();
             std::size_t place = 0;

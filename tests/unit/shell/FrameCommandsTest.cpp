@@ -112,8 +112,9 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     fake.events.onEvents = [&] { frame.stopsSearch = application.Groups().IsBuilding(); };
     const auto& songs = frame.children.back().window->Model().MaybeFind("All Songs")->Songs();
     for (const auto& [line, count] : std::vector<std::pair<std::string, std::size_t>>{
-             {"2 new songs were found.  Stopped.  \"Bring In New Songs\" puts the other songs into "
-              "the folders.",
+             {"2 new songs were found.  Stopped: the tags of 1 of 2 songs are read.  \"Bring In "
+              "New "
+              "Songs\" goes on with the others.",
               6},
              {"No new songs were found.", 7}}) {
         commands.Do(Command::NewSongsWholeComputer);

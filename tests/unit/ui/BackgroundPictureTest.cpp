@@ -65,6 +65,9 @@ TEST_F(BackgroundPictureTest, WithoutAListEachCommandSaysSoAndOpensTheDialog) {
     EXPECT_EQ(LastBox(), std::string(kPickFirst) +
                              "this will allow you to cycle through all the pictures in that "
                              "particular folder (directory).");
+    EXPECT_EQ(LastLine(),
+              "Ctrl+Z and Ctrl+A step through the pictures. Alt+Backspace is undo, Ctrl+Shift+A "
+              "selects all.");
     commands.Do(Command::NoPicture);
     EXPECT_EQ(LastBox(), std::string(kPickFirst) + "you can use this function.");
     EXPECT_TRUE(window.ShowPictt());

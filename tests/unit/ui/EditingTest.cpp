@@ -70,7 +70,8 @@ TEST_F(EditingTest, AddsFoldersAndOpensTheirLabels) {
     View().SelectFolder(nullptr);
     commands.Do(Command::AddFolderToRoot);
     commands.Do(Command::Redo);  // needs no selection
-    EXPECT_EQ(Window().RedoText(), "Redo Rename Folder");
+    EXPECT_EQ(commands.StateOf(Command::Undo).caption, "Undo Add Folder");
+    EXPECT_EQ(commands.StateOf(Command::Redo).caption, "Redo Rename Folder");
     Select("By Mood");
     for (const int button : {9, 10})  // which want a known player
         commands.ClickButton(button);
@@ -121,7 +122,10 @@ TEST_F(EditingTest, RanksInTheCatalogueAndEveryJukeboxWithOneSave) {
         EXPECT_EQ(Window().RowImage(1), 2);
     }
     fake.disk.ClearLog();
-    PopUp(9, "By Mood/Happy", {0, 1, 2});
+    Select("By Mood/Happy");
+    commands.Do(Command::SelectAll);
+    commands.Do(Command::Rank1);
+    EXPECT_EQ(Ranks(), "777");
     const auto catalogueSaves = [&] {
         return std::ranges::count_if(fake.disk.Log(), [](const std::string& line) {
             return line.starts_with("replace") && line.ends_with("FileLocNames.lmz");
@@ -400,6 +404,46 @@ TEST_F(EditingTest, AGroupingRunIsAStepOfItsOwn) {
     Window().Redo();
     Window().Redo();
     EXPECT_EQ(Tree(), after);
+}
+
+TEST_F(EditingTest, FillsTheFoldersAnewInOneStep) {
+    Jukebox& jukebox = Window().Model();
+    for (const char* const text : {"Year", "New"})
+        jukebox.AddChild(nullptr, text);
+    Folder& old = jukebox.AddChild(At("Artist"), "Old");
+    fake.disk.AddFile("C:\\M\\a.mp3", TaggedSong("Cher", ""));
+    fake.disk.AddFile("C:\\M\\b.mp3", TaggedSong("Dire", "1975"));
+    fake.disk.Erase("C:\\M\\c.mp3");
+    for (const char* const name : {"d.mp3", "e.mp3"}) {
+        fake.disk.AddFile(std::string("C:\\M\\") + name, TaggedSong("", ""));
+        application.Catalogue().OnSongFound("C:\\M\\", name);
+    }
+    fake.disk.Lock("C:\\M\\d.mp3");
+    for (Folder* const folder : {At("All Songs"), &old})
+        jukebox.AppendSongs(*folder, {jukebox.MakeItem("d", 4, 2)});
+    const std::string before = Tree();
+    const std::string after =
+        "All Songs(abde.mp3) Artist[Old(d) Cher(a) Dire(b)] Decades[70's(b) 10's] "
+        "By Mood[Happy(abc)] Year[1975(b)] New(e.mp3)";
+    commands.Do(Command::FillAnew);
+    EXPECT_EQ(Tree(), after);
+    EXPECT_EQ(LastLine(),
+              "Filled the folders anew: 1 song added, 2 songs moved to other folders, 1 song taken "
+              "out as gone; 1 song can't be read now and keeps its place. Alt+Backspace takes it "
+              "back.");
+    Window().Undo();
+    EXPECT_EQ(Tree(), before);
+    Window().Redo();
+    EXPECT_EQ(Tree(), after);
+    commands.Do(Command::FillAnew);
+    EXPECT_EQ(LastLine(),
+              "The folders are filled as the songs' tags say; 1 song can't be read now and keeps "
+              "its place.");
+    EXPECT_EQ(Window().UndoText(), "Undo Fill Folders Anew");
+    fake.disk.AddFile("C:\\M\\c.mp3", "no tag");  // It is new when it comes back.
+    commands.Do(Command::NewSongsNormalLocations);
+    EXPECT_EQ(Dump(jukebox, *At("All Songs")) + Dump(jukebox, *At("New")),
+              "All Songs(abde.mp3c.mp3)New(e.mp3c.mp3)");
 }
 
 TEST_F(EditingTest, WhatIsHeldFollowsTheSongsWhenRecordsMove) {

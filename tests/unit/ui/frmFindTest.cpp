@@ -39,6 +39,7 @@ TEST_F(FindTest, MatchesAnyPartOfANameWhateverTheCase) {
     frmFind& find = commands.Find();
     find.Load();
     EXPECT_EQ(Find("LOVE"), "Happy/0");
+    EXPECT_EQ(LastLine(), "Hit 4 of 5: \"a\" in \"Happy\".");
     EXPECT_EQ(Window().CurrentPaneWFocus(), Pane::List);
     EXPECT_EQ(find.LastLookedFor(), "love");
     EXPECT_TRUE(find.LookingForTheLastNode());
