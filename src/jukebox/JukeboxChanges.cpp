@@ -25,30 +25,27 @@ std::vector<std::size_t> Inverse(const std::vector<std::size_t>& order) {
 
 class FolderInsertion : public JukeboxChange {
  public:
-    FolderInsertion(std::unique_ptr<Folder> maybeEnvironment, Folder& folder, Folder* parent,
+    FolderInsertion(std::unique_ptr<Folder> maybeTaken, Folder& folder, Folder* parent,
                     std::size_t index)
-        : m_maybeEnvironment(std::move(maybeEnvironment)),
-          m_folder(folder),
-          m_parent(parent),
-          m_index(index) {}
+        : m_maybeTaken(std::move(maybeTaken)), m_folder(folder), m_parent(parent), m_index(index) {}
 
     EditResult Flip(Jukebox& jukebox) override {
-        if (m_maybeEnvironment != nullptr)
-            return {&jukebox.Insert(m_parent, m_index, std::move(m_maybeEnvironment)), {}, {}};
-        m_maybeEnvironment = jukebox.Detach(m_folder);
+        if (m_maybeTaken != nullptr)
+            return {&jukebox.Insert(m_parent, m_index, std::move(m_maybeTaken)), {}, {}};
+        m_maybeTaken = jukebox.Detach(m_folder);
         return {SiblingOrParent(jukebox, m_parent, m_index), {}, {}};
     }
 
  private:
-    std::unique_ptr<Folder> m_maybeEnvironment;
+    std::unique_ptr<Folder> m_maybeTaken;
     Folder& m_folder;
     Folder* m_parent;
     std::size_t m_index;
 };
 
-class CopyOfFolder : public JukeboxChange {
+class FolderMove : public JukeboxChange {
  public:
-    CopyOfFolder(Folder& folder, Folder* parent) : m_folder(folder), m_parent(parent) {}
+    FolderMove(Folder& folder, Folder* parent) : m_folder(folder), m_parent(parent) {}
 
     EditResult Flip(Jukebox& jukebox) override {
         Folder* const from = m_folder.Parent();
@@ -98,21 +95,21 @@ class ChildOrder : public JukeboxChange {
 
 class SongsInOrOut : public JukeboxChange {
  public:
-    SongsInOrOut(Folder& folder, std::vector<std::size_t> rows, std::vector<SongItem> environment)
-        : m_folder(folder), m_rows(std::move(rows)), m_environment(std::move(environment)) {}
+    SongsInOrOut(Folder& folder, std::vector<std::size_t> rows, std::vector<SongItem> taken)
+        : m_folder(folder), m_rows(std::move(rows)), m_taken(std::move(taken)) {}
     EditResult Flip(Jukebox& jukebox) override {
-        if (m_environment.empty()) {
-            m_environment = jukebox.TakeSongs(m_folder, m_rows);
+        if (m_taken.empty()) {
+            m_taken = jukebox.TakeSongs(m_folder, m_rows);
             return {&m_folder, {}, {}};
         }
-        jukebox.PutSongs(m_folder, m_rows, std::exchange(m_environment, {}));
+        jukebox.PutSongs(m_folder, m_rows, std::exchange(m_taken, {}));
         return {&m_folder, m_rows, {}};
     }
 
  private:
     Folder& m_folder;
     std::vector<std::size_t> m_rows;
-    std::vector<SongItem> m_environment;
+    std::vector<SongItem> m_taken;
 };
 
 // A range instead of rows: a grouping run may append a million songs.
@@ -120,12 +117,12 @@ class SongsAtEnd : public JukeboxChange {
  public:
     SongsAtEnd(Folder& folder, std::size_t firstRow) : m_folder(folder), m_firstRow(firstRow) {}
     EditResult Flip(Jukebox& jukebox) override {
-        if (m_environment.empty()) {
+        if (m_taken.empty()) {
             std::vector<std::size_t> rows(m_folder.Songs().size() - m_firstRow);
             std::iota(rows.begin(), rows.end(), m_firstRow);
-            m_environment = jukebox.TakeSongs(m_folder, rows);
+            m_taken = jukebox.TakeSongs(m_folder, rows);
         } else {
-            jukebox.AppendSongs(m_folder, std::exchange(m_environment, {}));
+            jukebox.AppendSongs(m_folder, std::exchange(m_taken, {}));
         }
         return {};
     }
@@ -133,7 +130,7 @@ class SongsAtEnd : public JukeboxChange {
  private:
     Folder& m_folder;
     std::size_t m_firstRow;
-    std::vector<SongItem> m_environment;
+    std::vector<SongItem> m_taken;
 };
 
 class SongOrder : public JukeboxChange {
@@ -208,7 +205,7 @@ std::unique_ptr<JukeboxChange> TakeFolder(Folder& folder) {
 }
 
 std::unique_ptr<JukeboxChange> MoveFolder(Folder& folder, Folder* newParent) {
-    return std::make_unique<CopyOfFolder>(folder, newParent);
+    return std::make_unique<FolderMove>(folder, newParent);
 }
 
 std::unique_ptr<JukeboxChange> RenameFolder(Folder& folder, std::string text) {

@@ -240,7 +240,7 @@ EditResult JukeboxEditor::FillAnew() {
         return {};
     std::string line = WordsOnFilling(*anew);
     if (const std::string stopped = m_tools.groups.StoppedText(); !stopped.empty())
-        line += "  " + stopped;
+        line += "  " + stopped.substr(0, stopped.find("  ")) + "  F5 reads the others, too.";
     if (auto change = anew->TakeChange(); change != nullptr)
         return Said(line, WayBack::TakesItBack,
                     m_history.Do("Fill Folders Anew", std::move(change)));

@@ -69,6 +69,11 @@ class Editing(Case):
         keys(*["alt+BackSpace"] * len(steps))
         self.until(status, f"Undone: {steps[-1]}. Alt+Shift+Backspace does it again.")
 
+    def delete_marked(self, name):
+        answer("Are you sure you want to delete*", "Yes")
+        self.says(f'Deleted "{name}" (0 songs). Alt+Backspace brings it back.')
+        self.undo("Delete Folder")
+
     def drag(self, start, to, *held):
         """Drags over a folder, with keys held, until it is marked."""
         # Shift would select by the press.
@@ -109,6 +114,10 @@ class Editing(Case):
             self.until(chosen, [rows()[4][2]])
             keys("alt+BackSpace")
             self.until(CATALOGUE.read_bytes, before)
+            mouse("mousemove", *where("row", 4), "click", "--repeat", 2, "--delay", 60, 1)
+            driver("wait", "frmMainWinamp", "*", "60")
+            keys("shift+Up")  # the list's, not the panel's that has opened
+            self.until(lambda: len(chosen()), 2)
 
     def test_2_drags_songs_and_folders(self):
         with Program(question=None) as self.program:  # saved at its end
@@ -121,12 +130,26 @@ class Editing(Case):
                      if record["name"] in songs[:2]]
             keys("ctrl+c")
             self.until(lambda: driver("clipboard"), paths + ["files"] + paths)
+            self.drag(where("row", 0), ("folder", "Dad's"))
+            mouse("mousemove", *where("row", 4), "mousemove_relative", "--", 0, -6)  # before it
+            self.until(lambda: driver("marked"), [])
+            self.release()
+            self.says("Moved 2 songs. Alt+Backspace takes it back.")
+            keys("alt+Down")
+            self.until(lambda: [row[2] for row in rows()[:5]], songs[2:5] + songs[:2])
+            self.undo("Move Songs", "Move Songs")
             self.drag(where("row", 0), ("folder", "Dad's"), "shift")  # or it would copy
             self.release("shift")
             self.until(status, 'Moved 2 songs to "Dad\'s". Alt+Backspace takes it back.')
             self.assertEqual([row[2] for row in rows()], songs[2:])
             self.assertEqual(chosen(), [])
             self.assertEqual(self.program.rows("Dad's"), songs[:2])
+            self.drag(where("folder", "Seasonal", "Halloween"), ("folder", "Best friend's favorites"))
+            mouse("mousemove_relative", "--", 0, 40)  # the free space below the last folder
+            self.until(lambda: driver("marked"), [])
+            self.release()
+            self.says('Moved "Halloween" (0 songs) to the top level. Alt+Backspace takes it back.')
+            driver("open", "New")
             # Two songs, though Ctrl is held already when one of them is pressed.
             click("row", 1)
             mouse("keydown", "ctrl", "mousemove", *where("row", 0), "click", 1, "keyup", "ctrl")
@@ -145,11 +168,24 @@ class Editing(Case):
             self.until(lambda: self.program.contents().get(("By Mood", "Sad", "Dad's")),
                        [(songs[0], "1"), (songs[1], "2")])
 
+            # What is marked is what a command acts on: beside a label, and after a branch was closed
+            # over the selected folder.
+            click("folder", "Year")
+            mouse("mousemove", *where("folder", "Best friend's favorites"),
+                  "mousemove_relative", "--", 80, 0, "click", 3)
+            keys("d")
+            self.delete_marked("Best friend's favorites")
+            sign = int(where("folder", "New")[0]) - 38  # of every folder at the top level
+            click("folder", "My Favorite Play Lists", "Super Hits 1")
+            mouse("mousemove", sign, where("folder", "My Favorite Play Lists")[1], "click", 1)
+            keys("Delete")
+            self.delete_marked("My Favorite Play Lists")
+
             self.save("edited")
-            self.undo(*["Move Folder", "Copy Folder", "Copy Songs", "Move Songs"])
+            self.undo(*["Move Folder", "Copy Folder", "Copy Songs", "Move Folder", "Move Songs"])
             self.save("back")
             self.assertEqual((GROUPING / "back.juk").read_bytes(), (GROUPING / "dragged.juk").read_bytes())
-            keys(*["alt+shift+BackSpace"] * 4)
+            keys(*["alt+shift+BackSpace"] * 5)
             self.until(status, "Done again: Move Folder. Alt+Backspace takes it back.")
             self.save("again")
             self.assertEqual((GROUPING / "again.juk").read_bytes(), (GROUPING / "edited.juk").read_bytes())

@@ -71,7 +71,7 @@ class Keyboard(Case):
         self.until(self.names, sorted(songs, key=str.lower, reverse=True))
         keys("ctrl+h")
         self.until(heading, "By Rank -- best to worst")
-        keys("Tab", "End", "Menu", "1")
+        keys("Tab", "End", "ctrl+1")
         self.until(lambda: rows()[2][0], "7")
         ranked = self.names()[2]
         keys("ctrl+h", "ctrl+h")
@@ -90,7 +90,7 @@ class Keyboard(Case):
         keys("Escape")
         driver("gone", "frmFind")
         keys("F3")
-        self.until(lambda: (chosen(), status()), ([name], ""))
+        self.until(lambda: (chosen(), status()[:4]), ([name], "Hit "))
         keys("F6", "shift+F6", "F6", "End", "Delete")
         driver("wait", "#32770", "Are you sure*", "20")
         keys("Escape")
@@ -100,7 +100,7 @@ class Keyboard(Case):
         driver("wait", "#32770", "Are you sure*", "20")
         keys("alt+y")
         self.until(self.last_folder, (0, "Best friend's favorites"))
-        keys("alt+BackSpace")
+        keys("alt+e", "Up", "Up", "Return")  # the menu's last but one: undo
         self.until(self.last_folder, (0, "Long drive"))
 
     def songs_are_played_and_the_panel_left_and_closed(self):
