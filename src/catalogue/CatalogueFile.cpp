@@ -11,6 +11,7 @@
 #include "util/Convert.h"
 #include "util/DataText.h"
 #include "util/Text.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 namespace {
@@ -177,8 +178,8 @@ std::string SalvageCatalogue(std::string_view file) {
 std::string MergeCatalogues(std::string_view file, std::string_view older) {
     constexpr std::int32_t kNoNumber = std::numeric_limits<std::int32_t>::max();
     std::unordered_set<std::int32_t> numbers;
-    std::unordered_set<std::int32_t> cleared;  // since the copy was made
-    std::unordered_set<std::string> songs;     // by path, and by name and number
+    std::unordered_set<std::int32_t> cleared;         // since the copy was made
+    std::unordered_set<std::string, TextHash> songs;  // by path, and by name and number
     std::vector<std::pair<std::int32_t, std::string_view>> records;
     const auto take = [&](std::string_view bytes, bool isOlder) {
         CatalogueReader reader(bytes);

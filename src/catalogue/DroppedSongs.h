@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/Environment.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 
@@ -26,7 +26,7 @@ class DroppedSongs {
  private:
     // The names of a folder's files by themselves and by their small letters: a list may name a
     // song in other letters than the catalogue and the file system do.
-    using Names = std::unordered_map<std::string, std::string>;
+    using Names = TextMap<std::string>;
 
     void TakeList(const std::string& listPath);
     // The path as the file system has it; empty when there is no such song.

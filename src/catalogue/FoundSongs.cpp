@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "util/Text.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 
@@ -34,7 +35,7 @@ FoundOutcome FoundSongs::Settle() {
         if (m_outcome.records[i] == 0)
             others.push_back(i);
     // Those of one name together, in the order of each name's first file.
-    std::unordered_map<std::string_view, std::size_t> firstOfName;
+    std::unordered_map<std::string_view, std::size_t, TextHash> firstOfName;
     for (const std::size_t file : others)
         firstOfName.try_emplace(m_files[file].name, file);
     std::ranges::stable_sort(others, {},
@@ -68,7 +69,7 @@ void FoundSongs::TakeKnownPlaces(SongIdentity& identity) {
 void FoundSongs::TakeNamesakes(SongIdentity& identity, const std::size_t* first,
                                const std::size_t* last) {
     // The same file may have been handed over more than once.
-    std::unordered_map<std::string, std::size_t> places;  // in `files`, by lower-cased folder
+    TextMap<std::size_t> places;  // in `files`, by lower-cased folder
     std::vector<SongFile> files;
     std::vector<std::size_t> placeOf;
     for (const std::size_t* i = first; i != last; ++i) {

@@ -2,13 +2,13 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "catalogue/RecordTable.h"
 #include "platform/Environment.h"
 #include "search/SongDrives.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 
@@ -17,7 +17,7 @@ inline constexpr char kLookingAtFolders[] = "Looking at the folders of your song
 
 // What the listings of one check held besides the songs of the catalogue: for each folder that was
 // listed (ending in "\"), the songs that the catalogue does not have in it.
-using ListedFolders = std::unordered_map<std::string, std::vector<FolderEntry>>;
+using ListedFolders = TextMap<std::vector<FolderEntry>>;
 
 // One check of which songs of the catalogue have lost their file. What is away (see SongDrives) is
 // no answer either way.
@@ -61,7 +61,7 @@ class MissingSongs {
     Progress& m_progress;
     std::vector<std::int32_t> m_missing;
     std::vector<SeenSong> m_seen;
-    std::unordered_map<std::string, Seen> m_seenOn;  // how many songs, by root
+    TextMap<Seen> m_seenOn;  // how many songs, by root
     ListedFolders m_listed;
 };
 

@@ -10,10 +10,8 @@
 namespace tobbin {
 namespace {
 
-using Hash = std::hash<std::string_view>;
-
 std::uint64_t PathHash(std::uint64_t folderHash, std::string_view lowerName) {
-    return folderHash * 0x9E3779B97F4A7C15U ^ Hash()(lowerName);
+    return folderHash * 0x9E3779B97F4A7C15U ^ TextHash()(lowerName);
 }
 
 // How many parts at their ends two folders (lower-cased, ending in "\") have in common.
@@ -88,14 +86,14 @@ std::int32_t SongIdentity::AtPath(std::string_view folder, std::string_view name
                 continue;
             const auto [hash, isNew] = folders.try_emplace(m_table.Id(clsMain::kFolder, record), 0);
             if (isNew)
-                hash->second = Hash()(m_text.ToLower(FolderOf(record)));
+                hash->second = TextHash()(m_text.ToLower(FolderOf(record)));
             m_byPath->emplace_back(PathHash(hash->second, m_text.ToLower(NameOf(record))), record);
         }
         std::ranges::sort(*m_byPath);
     }
     const std::string lowerFolder = m_text.ToLower(folder);
     const std::string lowerName = m_text.ToLower(name);
-    const std::uint64_t hash = PathHash(Hash()(lowerFolder), lowerName);
+    const std::uint64_t hash = PathHash(TextHash()(lowerFolder), lowerName);
     for (auto found = std::ranges::lower_bound(*m_byPath, std::pair(hash, std::int32_t{0}));
          found != m_byPath->end() && found->first == hash; ++found)
         if (m_text.ToLower(FolderOf(found->second)) == lowerFolder &&
@@ -145,7 +143,7 @@ std::vector<SongIdentity::Candidate> SongIdentity::CandidatesFor(std::string_vie
 std::vector<SongIdentity::Pair> SongIdentity::PairsOf(
     std::span<const SongFile> files, const std::vector<Candidate>& candidates) const {
     std::unordered_multimap<std::uint64_t, std::size_t> bySize;
-    std::unordered_multimap<std::string_view, std::size_t> byLastPart;
+    std::unordered_multimap<std::string_view, std::size_t, TextHash> byLastPart;
     const bool anyPath = m_rule == Rule::OneForEachName;
     for (std::size_t i = 0; !anyPath && i < candidates.size(); ++i) {
         bySize.emplace(candidates[i].size, i);

@@ -14,6 +14,7 @@
 #include "catalogue/RecordTable.h"
 #include "catalogue/SongMemory.h"
 #include "util/SystemText.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 
@@ -87,7 +88,7 @@ class SongIdentity {
     std::optional<std::vector<std::pair<std::uint64_t, std::int32_t>>> m_byPath;
     std::optional<std::vector<std::pair<RecordTable::CellId, std::int32_t>>> m_byName;
     // The cleared songs by their lower-cased name.
-    std::optional<std::unordered_multimap<std::string, std::int32_t>> m_cleared;
+    std::optional<std::unordered_multimap<std::string, std::int32_t, TextHash>> m_cleared;
 };
 
 }  // namespace tobbin

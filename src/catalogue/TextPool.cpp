@@ -4,17 +4,12 @@
 #include <utility>
 
 #include "util/Check.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 namespace {
 constexpr std::size_t kChunkBytes = std::size_t{64} * 1024;
 constexpr std::size_t kFirstSlots = 64;
-
-std::uint64_t WordAt(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof(word));
-    return word;
-}
 
 }  // namespace
 
@@ -31,24 +26,7 @@ void TextPool::Clear() {
 }
 
 std::uint32_t TextPool::Hash(std::string_view text) {
-    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
-    constexpr std::size_t kWord = sizeof(std::uint64_t);
-    std::uint64_t hash = text.size();
-    const auto take = [&hash](std::uint64_t word) {
-        hash = (hash ^ word) * kFactor;
-        hash ^= hash >> 32;
-    };
-    if (text.size() < kWord) {
-        std::uint64_t word = 0;
-        for (const char c : text)
-            word = word << 8 | static_cast<unsigned char>(c);
-        take(word);
-        return static_cast<std::uint32_t>(hash);
-    }
-    for (std::size_t at = 0; at + kWord < text.size(); at += kWord)
-        take(WordAt(text.data() + at));
-    take(WordAt(text.data() + text.size() - kWord));
-    return static_cast<std::uint32_t>(hash);
+    return static_cast<std::uint32_t>(TextHash()(text));
 }
 
 std::uint32_t TextPool::Add(std::string_view text) {

@@ -8,6 +8,7 @@
 #include "catalogue/NewFolders.h"
 #include "catalogue/SongFolderList.h"
 #include "util/Text.h"
+#include "util/TextHash.h"
 
 // The passes over the catalogue: the check for missing songs, the searches, the duplicates.
 
@@ -74,7 +75,7 @@ bool clsMain::DeleteIdenticalFileNamesAndPaths() {
         return true;  // Never an empty table over a file of records.
     const RecordTable::CellId present = m_table.IdOf("1");
     const bool byPath = NameRule() == SongIdentity::Rule::OneForEachPath;
-    std::unordered_map<std::string, std::uint64_t> folders;   // numbered, by their small letters
+    TextMap<std::uint64_t> folders;                           // numbered, by their small letters
     std::unordered_map<std::uint64_t, std::int32_t> keepers;  // by file name, and folder if wished
     keepers.reserve(static_cast<std::size_t>(UBoundOfMp3Array()));
     std::vector<std::int32_t> dropped;

@@ -4,12 +4,12 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "jukebox/Jukebox.h"
 #include "util/SystemText.h"
 #include "util/Text.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 
@@ -41,7 +41,7 @@ class GroupFiling {
     const SystemText& m_text;
     AddChild m_addChild;
     std::vector<Folder*> m_children;
-    std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_firstChild;
+    TextMap<std::size_t> m_firstChild;
 };
 
 }  // namespace tobbin

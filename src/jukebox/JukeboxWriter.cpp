@@ -4,13 +4,13 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "jukebox/JukeboxFile.h"
 #include "jukebox/JukeboxLines.h"
 #include "util/Text.h"
+#include "util/TextHash.h"
 
 namespace tobbin {
 namespace {
@@ -145,7 +145,7 @@ class JukeboxWriter {
     }
 
     const RecordTable& m_records;
-    std::unordered_map<std::string, std::int32_t, TextHash, std::equal_to<>> m_places;
+    TextMap<std::int32_t> m_places;
     std::vector<std::int32_t> m_placesOfTexts;  // by cell; 0 before it was looked up
     std::vector<Written> m_writtenRecords;      // by record number
     std::vector<Written> m_writtenMissing;      // by the item's number, negated

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,13 +49,5 @@ std::string RootOfPath(std::string_view path);
 
 // The folder with a "\" appended when it does not end in one.
 std::string FolderWithSeparator(std::string_view folder);
-
-// For hash tables whose keys are texts: a text is looked up without a copy of it.
-struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-        return std::hash<std::string_view>()(text);
-    }
-};
 
 }  // namespace tobbin

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 #include "fakes/FakeEnvironment.h"
 #include "util/Convert.h"
 #include "util/Crc32c.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
+#include "util/TextHash.h"
 #include "util/Utf.h"
 
 namespace tobbin {
@@ -80,6 +83,17 @@ TEST(DataText, IsAnsiWherePossibleAndMarkedUtf8Elsewhere) {
     EXPECT_EQ(EncodeDataText(system, DecodeDataText(system, all)), all);
     for (const char* text : {"", "plain", "\xCE\xA9\xED\xA0\x80", "\xC3\xAF\xC2\xBB\xC2\xBF"})
         EXPECT_EQ(DecodeDataText(system, EncodeDataText(system, text)), text);
+}
+
+// The hashes of CPython 3.11 for bytes with PYTHONHASHSEED=0, whose key is 0.
+TEST(TextHash, IsSipHash) {
+    std::string bytes(63, ' ');
+    std::iota(bytes.begin(), bytes.end(), '\0');
+    EXPECT_EQ(SipHash(0, 0, "a"), 0x407448D2B89B1813U);
+    EXPECT_EQ(SipHash(0, 0, "C:\\Music\\"), 0x4E152C4B95FD3E4AU);
+    EXPECT_EQ(SipHash(0, 0, bytes.substr(0, 15)), 0xF30EB725BB91C9EAU);
+    EXPECT_EQ(SipHash(0, 0, bytes), 0x385D3E39E5F37359U);
+    EXPECT_NE(SipHash(0, 1, "a"), SipHash(0, 0, "a"));
 }
 
 }  // namespace
