@@ -113,19 +113,16 @@ double Actions::Shown(double begin) const {
 
 LPARAM Actions::ItemAt(const std::vector<std::wstring>& path) const {
     const HWND tree = Pane(WC_TREEVIEWW);
-    driver::RemoteMemory memory(tree, sizeof(TVITEMW) + 256 * sizeof(wchar_t));
+    driver::Remote<TVITEMW> remote(tree);
     LPARAM item = Ask(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0);
     for (std::size_t level = 0; item != 0;) {
         TVITEMW question = {};
         question.mask = TVIF_TEXT;
         question.hItem = reinterpret_cast<HTREEITEM>(item);
-        question.pszText = reinterpret_cast<wchar_t*>(memory.Address() + sizeof(question));
-        question.cchTextMax = 256;
-        memory.Write(0, &question, sizeof(question));
-        Ask(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(memory.Address()));
-        wchar_t text[256] = L"";
-        memory.Read(sizeof(question), text, sizeof(text));
-        if (path[level] != text) {
+        question.pszText = remote.Text();
+        question.cchTextMax = driver::textLength;
+        remote.Ask(TVM_GETITEMW, 0, question);
+        if (path[level] != remote.Answer()) {
             item = Ask(tree, TVM_GETNEXTITEM, TVGN_NEXT, item);
         } else {
             if (++level == path.size())
@@ -216,14 +213,11 @@ void Actions::SelectEvery(int n, bool inverse) {
     LVITEMW state = {};
     state.stateMask = LVIS_SELECTED;
     state.state = inverse ? LVIS_SELECTED : 0;
-    driver::RemoteMemory memory(list, sizeof(state));
-    memory.Write(0, &state, sizeof(state));
-    const auto address = reinterpret_cast<LPARAM>(memory.Address());
-    Ask(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), address);
+    driver::Remote<LVITEMW> remote(list);
+    remote.Ask(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), state);
     state.state ^= LVIS_SELECTED;
-    memory.Write(0, &state, sizeof(state));
     for (int row = 0; row < RowCount(); row += n)
-        Ask(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), address);
+        remote.Ask(LVM_SETITEMSTATE, static_cast<WPARAM>(row), state);
     WaitUntilShown();
 }
 

@@ -30,9 +30,8 @@
 //   clipboard                   the lines of text on the clipboard, then "files" and their paths
 //   move LEFT TOP WIDTH HEIGHT  puts the frame there
 //   end CLASS                   ends the program of such a window, if there is one
-//   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program in that moment
-//   thaw CLASS                  lets it go on
-//   player WORD...              see PlayerCommands_win32.h
+//   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program; thaw CLASS lets it go
+//   on player WORD...              see PlayerCommands_win32.cpp
 #include <windows.h>
 
 #include <shellapi.h>
@@ -42,22 +41,18 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <map>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/FileDrop_win32.h"
+#include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
-#include "PlayerCommands_win32.h"
 #include "RemoteControls_win32.h"
 
 namespace tobbin::driver {
 
 namespace {
-
-using Words = std::vector<std::wstring>;
 
 constexpr int defaultLimit = 60;  // seconds
 
@@ -156,26 +151,23 @@ HWND Pane(const wchar_t* controlClass) {
     throw std::runtime_error("the active window has no " + Utf8(controlClass));
 }
 
-std::wstring WithoutAccessKey(std::wstring caption) {
-    std::erase(caption, L'&');
-    return caption.substr(0, caption.find(L'\t'));
-}
-
 void Press(HWND dialog, const std::wstring& caption) {
-    for (const HWND button : WindowsIn(dialog))
-        if (ClassOf(button) == L"Button" && WithoutAccessKey(TextOf(button)) == caption) {
+    for (const HWND button : WindowsIn(dialog)) {
+        std::wstring text = TextOf(button);
+        std::erase(text, L'&');
+        if (ClassOf(button) == L"Button" && text == caption) {
             // As the button itself tells its dialog. BM_CLICK fails while the dialog is not active.
             PostMessageW(GetParent(button), WM_COMMAND,
                          MAKEWPARAM(GetDlgCtrlID(button), BN_CLICKED),
                          reinterpret_cast<LPARAM>(button));
             return;
         }
+    }
     throw std::runtime_error("no button " + Utf8(caption));
 }
 
-void PrintTree() {
-    for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
-        Print({std::to_wstring(row.depth), row.text, std::to_wstring(row.image)});
+Words Fields(const TreeRow& row) {
+    return {std::to_wstring(row.depth), row.text, std::to_wstring(row.image)};
 }
 
 // The folder with this path; opens those above it.
@@ -193,12 +185,6 @@ HTREEITEM FolderAt(HWND tree, const Words& path) {
     throw std::runtime_error("no folder " + Utf8(path[level]));
 }
 
-Words Fields(const ListRow& row) {
-    Words fields = {std::to_wstring(row.image), row.selected ? L"x" : L""};
-    fields.insert(fields.end(), row.cells.begin(), row.cells.end());
-    return fields;
-}
-
 void OpenFolder(const Words& path) {
     const HWND tree = Pane(WC_TREEVIEWW);
     const auto item = reinterpret_cast<LPARAM>(FolderAt(tree, path));
@@ -214,23 +200,15 @@ POINT PlaceOf(const std::wstring& what, const Words& words) {
                           : PlaceOfHeading(Pane(WC_LISTVIEWW), number);
 }
 
-void PrintRows(int limit) {
-    const HWND list = Pane(WC_LISTVIEWW);
-    Print(ReadColumns(list));
-    for (const ListRow& row : ReadList(list, limit))
-        Print(Fields(row));
-}
-
 void PrintContents() {
     const HWND tree = Pane(WC_TREEVIEWW);
     const HWND list = Pane(WC_LISTVIEWW);
     for (const TreeRow& folder : ReadTree(tree)) {
-        Print({std::to_wstring(folder.depth), folder.text, std::to_wstring(folder.image)});
+        Print(Fields(folder));
         Ask(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(folder.item));
-        for (const ListRow& row : ReadList(list, 100'000)) {
-            Words fields = Fields(row);
-            fields.insert(fields.begin(), L"");
-            Print(fields);
+        for (Words& row : ReadList(list, 100'000)) {
+            row.insert(row.begin(), L"");
+            Print(row);
         }
     }
 }
@@ -253,13 +231,6 @@ void Halt(HWND window, bool stop) {
         else
             ResumeThread(thread.Get());
     }
-}
-
-void SelectListed(const Words& words) {
-    std::vector<int> rows;
-    for (const std::wstring& word : words)
-        rows.push_back(std::stoi(word));
-    SelectRows(Pane(WC_LISTVIEWW), rows);
 }
 
 void EndProgramOf(HWND window) {
@@ -326,60 +297,63 @@ void Run(const std::wstring& command, const Words& words) {
         return i < words.size() ? std::stoi(words[i]) : otherwise;
     };
     const auto frame = [] { return WindowOf(L"frmMDIForm1"); };
-    const std::map<std::wstring, std::function<void()>> commands = {
-        {L"windows",
-         [&] {
-             for (const HWND window : WindowsIn(nullptr))
-                 Print({ClassOf(window), TextOf(window),
-                        IsWindowVisible(window) ? L"visible" : L"hidden"});
-         }},
-        {L"wait", [&] { Print({TextOf(Wait(word(0), word(1), number(2, defaultLimit)))}); }},
-        {L"gone",
-         [&] {
-             WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
-                       [&] { return MaybeWindow(word(0), L"") == nullptr; });
-         }},
-        {L"press", [&] { Press(Wait(word(0), word(2), defaultLimit), word(1)); }},
-        {L"name", [&] { NameFile(word(0)); }},
-        {L"close", [&] { PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0); }},
-        {L"command",
-         [&] { PostMessageW(frame(), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0); }},
-        {L"answers", [&] { AskForAnswers(WindowOf(word(0)), number(1, 3)); }},
-        {L"player", [&] { RunPlayerScript(words); }},
-        {L"titles", [&] { PrintTitles(); }},
-        {L"tree", [&] { PrintTree(); }},
-        {L"contents", [&] { PrintContents(); }},
-        {L"open", [&] { OpenFolder(words); }},
-        {L"where",
-         [&] {
-             const POINT place = PlaceOf(word(0), {words.begin() + 1, words.end()});
-             Print({std::to_wstring(place.x), std::to_wstring(place.y)});
-         }},
-        {L"marked",
-         [&] {
-             for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
-                 if ((row.state & TVIS_DROPHILITED) != 0)
-                     Print({row.text});
-         }},
-        {L"rows", [&] { PrintRows(number(0, 1'000)); }},
-        {L"select", [&] { SelectListed(words); }},
-        {L"status",
-         [&] {
-             Print({ReadStatus(FindWindowExW(frame(), nullptr, STATUSCLASSNAMEW, nullptr), 0)});
-         }},
-        {L"clipboard", [&] { PrintClipboard(); }},
-        {L"move",
-         [&] {
-             SetWindowPos(frame(), nullptr, number(0, 0), number(1, 0), number(2, 0), number(3, 0),
-                          SWP_NOZORDER);
-         }},
-        {L"end", [&] { EndProgramOf(MaybeWindow(word(0), L"")); }},
-        {L"freeze", [&] { Halt(Wait(word(0), word(1), number(2, defaultLimit)), true); }},
-        {L"thaw", [&] { Halt(WindowOf(word(0)), false); }}};
-    const auto found = commands.find(command);
-    if (found == commands.end())
+    if (command == L"windows") {
+        for (const HWND window : WindowsIn(nullptr))
+            Print({ClassOf(window), TextOf(window),
+                   IsWindowVisible(window) ? L"visible" : L"hidden"});
+    } else if (command == L"wait") {
+        Print({TextOf(Wait(word(0), word(1), number(2, defaultLimit)))});
+    } else if (command == L"gone") {
+        WaitUntil(number(1, defaultLimit), "the end of " + Utf8(word(0)),
+                  [&] { return MaybeWindow(word(0), L"") == nullptr; });
+    } else if (command == L"press") {
+        Press(Wait(word(0), word(2), defaultLimit), word(1));
+    } else if (command == L"name") {
+        NameFile(word(0));
+    } else if (command == L"close") {
+        PostMessageW(WindowOf(word(0)), WM_CLOSE, 0, 0);
+    } else if (command == L"command") {
+        PostMessageW(frame(), WM_COMMAND, static_cast<WPARAM>(number(0, 0)), 0);
+    } else if (command == L"answers") {
+        AskForAnswers(WindowOf(word(0)), number(1, 3));
+    } else if (command == L"player") {
+        RunPlayerScript(words);
+    } else if (command == L"titles") {
+        PrintTitles();
+    } else if (command == L"tree") {
+        for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
+            Print(Fields(row));
+    } else if (command == L"contents") {
+        PrintContents();
+    } else if (command == L"open") {
+        OpenFolder(words);
+    } else if (command == L"where") {
+        const POINT place = PlaceOf(word(0), {words.begin() + 1, words.end()});
+        Print({std::to_wstring(place.x), std::to_wstring(place.y)});
+    } else if (command == L"marked") {
+        for (const TreeRow& row : ReadTree(Pane(WC_TREEVIEWW)))
+            if ((row.state & TVIS_DROPHILITED) != 0)
+                Print({row.text});
+    } else if (command == L"rows") {
+        Print(ReadColumns(Pane(WC_LISTVIEWW)));
+        for (const Words& row : ReadList(Pane(WC_LISTVIEWW), number(0, 1'000)))
+            Print(row);
+    } else if (command == L"select") {
+        SelectRows(Pane(WC_LISTVIEWW), words);
+    } else if (command == L"status") {
+        Print({ReadStatus(FindWindowExW(frame(), nullptr, STATUSCLASSNAMEW, nullptr))});
+    } else if (command == L"clipboard") {
+        PrintClipboard();
+    } else if (command == L"move") {
+        SetWindowPos(frame(), nullptr, number(0, 0), number(1, 0), number(2, 0), number(3, 0),
+                     SWP_NOZORDER);
+    } else if (command == L"end") {
+        EndProgramOf(MaybeWindow(word(0), L""));
+    } else if (command == L"freeze" || command == L"thaw") {
+        Halt(Wait(word(0), word(1), number(2, defaultLimit)), command == L"freeze");
+    } else {
         throw std::runtime_error("not a command: " + Utf8(command));
-    found->second();
+    }
 }
 
 }  // namespace

@@ -1,10 +1,24 @@
-#include "PlayerCommands_win32.h"
-
+// Uses a player's window by the messages that other programs send. One run does a whole script, so
+// that nothing else takes time; each reply is a line. The words of the script:
+//
+//   start                    starts our own player; its reply is after how many milliseconds the
+//                            window was there
+//   add PATH, path PATH      adds a song by its path in the ANSI code page, in UTF-16
+//   command ID               WM_COMMAND
+//   ask OPERATION ARGUMENT   WM_USER
+//   until OPERATION ARGUMENT VALUE  asks until the reply is that; a position (105 0) may be beyond
+//   track                    the number of the song that plays
+//   wait MILLISECONDS
+//   pester COUNT             sends random messages, but none that closes a window; the reply is how
+//                            many were not answered in two seconds
+//   decode PATH FILE         decodes a song with the player's own DLL, without the player, into a
+//                            file of samples
 #include <windows.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <stdexcept>
 
@@ -25,21 +39,18 @@ HWND Player() {
     return FindWindowW(L"Winamp v1.x", nullptr);
 }
 
-ULONGLONG WaitUntil(bool (*holds)(const void*), const void* what) {
+LRESULT WaitUntil(const std::function<bool()>& holds) {
     const ULONGLONG begin = GetTickCount64();
-    while (!holds(what)) {
+    for (; !holds(); Sleep(5))
         if (GetTickCount64() - begin > 60'000)
             throw std::runtime_error("the player doesn't get there");
-        Sleep(5);
-    }
-    return GetTickCount64() - begin;
+    return static_cast<LRESULT>(GetTickCount64() - begin);
 }
 
 LRESULT Start() {
     SystemPrograms().Start("C:\\Tobbin\\Player\\TobbinPlayer.exe", "",
                            ShowProgram::MinimizedInactive);
-    return static_cast<LRESULT>(
-        WaitUntil([](const void*) { return Player() != nullptr; }, nullptr));
+    return WaitUntil([] { return Player() != nullptr; });
 }
 
 LRESULT SendData(ULONG_PTR identifier, const void* bytes, std::size_t size) {
@@ -51,43 +62,26 @@ LRESULT SendData(ULONG_PTR identifier, const void* bytes, std::size_t size) {
 }
 
 LRESULT Pester(int count) {
+    constexpr LPARAM kAbsurd[] = {0, 1, -1, INT32_MIN, INT32_MAX, INT64_MIN, INT64_MAX};
     std::mt19937 numbers(7);
     const auto upTo = [&](unsigned most) { return numbers() % (most + 1); };
-    const auto absurd = [&]() -> LPARAM {
-        constexpr LPARAM kNumbers[] = {0, 1, -1, INT32_MIN, INT32_MAX, INT64_MIN, INT64_MAX};
-        const unsigned which = upTo(13);
-        return which < std::size(kNumbers) ? kNumbers[which] : static_cast<int>(numbers());
-    };
     std::vector<char> bytes(300'000, 'x');
     LRESULT unanswered = 0;
     while (count-- > 0) {
-        constexpr UINT kMessages[] = {WM_COMMAND, WM_TIMER, WM_HSCROLL, WM_HOTKEY};
-        UINT message = WM_USER + upTo(0xFFFF - WM_USER);
-        auto wParam = static_cast<WPARAM>(absurd());
-        LPARAM lParam = 100 + upTo(25);
-        COPYDATASTRUCT data{};
-        switch (upTo(3)) {
-            case 0:
-                message = WM_USER;
-                break;
-            case 1:
-                message = kMessages[upTo(3)];
-                wParam = upTo(1) == 0 ? 40'040 + upTo(10) : wParam;
-                lParam = 0;
-                break;
-            case 2:
-                message = WM_COPYDATA;
-                data.dwData = upTo(1) == 0 ? 100 : RegisterWindowMessageW(kAddPathMessage);
-                data.cbData = upTo(3) == 0 ? static_cast<DWORD>(bytes.size()) : upTo(300);
-                data.lpData = data.cbData == 0 ? nullptr : bytes.data();
-                lParam = reinterpret_cast<LPARAM>(&data);
-                break;
-            default:
-                break;
-        }
+        const UINT messages[] = {WM_COMMAND, WM_TIMER,    WM_HSCROLL,
+                                 WM_USER,    WM_COPYDATA, WM_USER + upTo(0xFFFF - WM_USER)};
+        const UINT message = messages[upTo(5)];
+        LPARAM wParam = upTo(1) == 0 ? kAbsurd[upTo(6)] : static_cast<int>(numbers());
+        LPARAM lParam = message >= WM_USER ? 100 + upTo(25) : 0;
+        COPYDATASTRUCT data{upTo(1) == 0 ? 100 : RegisterWindowMessageW(kAddPathMessage),
+                            upTo(300'000), bytes.data()};
+        if (message == WM_COMMAND && upTo(1) == 0)
+            wParam = 40'040 + upTo(10);
+        if (message == WM_COPYDATA)
+            lParam = reinterpret_cast<LPARAM>(&data);
         DWORD_PTR answer = 0;
-        unanswered += SendMessageTimeoutW(Player(), message, wParam, lParam, SMTO_NORMAL, 2'000,
-                                          &answer) == 0;
+        unanswered += SendMessageTimeoutW(Player(), message, static_cast<WPARAM>(wParam), lParam,
+                                          SMTO_NORMAL, 2'000, &answer) == 0;
     }
     return unanswered;
 }
@@ -109,22 +103,9 @@ LRESULT Decode(const std::string& path, const std::string& file) {
     return song->Rate();
 }
 
-struct Goal {
-    LPARAM operation;
-    WPARAM argument;
-    LRESULT value;
-};
-
-bool IsReached(const void* what) {
-    const Goal& goal = *static_cast<const Goal*>(what);
-    const LRESULT reply = Ask(Player(), WM_USER, goal.argument, goal.operation);
-    const bool isPosition = goal.operation == 105 && goal.argument == 0;
-    return isPosition ? reply >= goal.value : reply == goal.value;
-}
-
 }  // namespace
 
-void RunPlayerScript(const std::vector<std::wstring>& words) {
+void RunPlayerScript(const Words& words) {
     std::size_t at = 0;
     const auto word = [&] { return words.at(at++); };
     const auto number = [&] { return std::stoll(word()); };
@@ -146,10 +127,13 @@ void RunPlayerScript(const std::vector<std::wstring>& words) {
             const LPARAM operation = number();
             reply = Ask(Player(), WM_USER, static_cast<WPARAM>(number()), operation);
         } else if (step == L"until") {
-            Goal goal{number(), 0, 0};
-            goal.argument = static_cast<WPARAM>(number());
-            goal.value = number();
-            reply = static_cast<LRESULT>(WaitUntil(&IsReached, &goal));
+            const LPARAM operation = number();
+            const auto argument = static_cast<WPARAM>(number());
+            const LRESULT value = number();
+            reply = WaitUntil([&] {
+                const LRESULT now = Ask(Player(), WM_USER, argument, operation);
+                return operation == 105 && argument == 0 ? now >= value : now == value;
+            });
         } else if (step == L"track") {
             reply = Ask(Player(), RegisterWindowMessageW(kTrackNumberMessage), 0, 0);
         } else if (step == L"wait") {

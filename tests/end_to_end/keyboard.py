@@ -42,7 +42,11 @@ class Keyboard(Case):
 
     def menus_dialogs_and_tips(self):
         self.through(("frmTip", "*"), ("alt+h", "t"), "alt+n", "Return")
-        self.through(("frmPicture", "*"), ("alt+p", "c"), "alt+t", "Tab", "Escape")
+        keys("alt+p", "c")
+        driver("wait", "frmPicture", "*", "20")
+        # Enter is the key of the button that a dialog begins with.
+        self.through(("#32770", "*JPEG*"), ("Return",), "Escape")
+        self.through(("frmPicture", "*"), ("alt+t", "Tab"), "Escape")
         self.through(("#32770", "About*"), ("alt+h", "a"), "Return")
         self.through(("frmFind", "*"), ("ctrl+f",), "alt+c")
 

@@ -8,7 +8,7 @@ import shutil
 import subprocess
 import sys
 
-from jukeboxes import CLOSE, SAVE, command, open_file
+from jukeboxes import SAVE, command
 from under_wine import GROUPING, PREFIX, SETTINGS, Case, Program, answer, driver, report
 
 PICTURES = PREFIX / "drive_c/pics"
@@ -77,14 +77,13 @@ class Pictures(Case):
                 command(number)
                 self.shows(color)
             command(SAVE)
-            command(CLOSE)
-            driver("gone", "frmMain", "30")
-            self.assertEqual(POC.read_bytes(), b"C:\\pics\\a.jpg\r\n-1 \r\n-1 \r\n")
-            open_file("pics.juk")
-            self.shows((255, 0, 0))
             program.end()
+        self.assertEqual(POC.read_bytes(), b"C:\\pics\\a.jpg\r\n-1 \r\n-1 \r\n")
+        (PICTURES / "c.jpg").write_bytes((PICTURES / "c.jpg").read_bytes()[:300])
         with Program() as program:
             self.shows((255, 0, 0))
+            command(PREVIOUS)
+            self.says("The picture \"C:\\pics\\c.jpg\" can't be shown: the file is damaged")
             program.end()
 
 

@@ -23,9 +23,8 @@ namespace {
 
 std::wstring FileBesideProgram(const wchar_t* extension) {
     wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring text = path;
-    return text.substr(0, text.rfind(L'\\') + 1) + L"winamp" + extension;
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);  // of winamp.exe
+    return std::wstring(path, length - 4) + extension;
 }
 
 void Log(const std::string& line) {
@@ -62,8 +61,7 @@ class StandIn {
     void Write(UINT message, WPARAM wParam, LPARAM lParam, const std::string& rest) {
         Log(std::to_string(message) + " " + std::to_string(static_cast<LONG_PTR>(wParam)) + " " +
             std::to_string(lParam) + rest);
-        ++m_messages;
-        if (m_messages == m_vanishAt)
+        if (++m_messages == m_vanishAt)
             ExitProcess(1);
         if (m_messages == m_hangAt)
             Sleep(static_cast<DWORD>(m_hangFor));

@@ -46,29 +46,3 @@ def lines(path):
     if not data.endswith(b"\r\n"):
         raise BadFile(f"{path}: the last line has no end")
     return [text(line) for line in data[:-2].split(b"\r\n")]
-
-
-SETTINGS = ["FileContainingTargetDirectories", "LocOfGroupingDir", "NumerOfRecordsInTheMain",
-            "LocOfWinAmpExe", "LocOfLastSavedJukeBox", "LocSecToLastSavedJukeBox",
-            "LocOfThirdToLastSaveJukeBox", "IsThereAPicture", "IsItTiled", "PictureLocation"]
-
-
-def settings(path):
-    """The ten lines of TheOrganizer.ini by property, untrimmed."""
-    found = lines(path)
-    if len(found) != len(SETTINGS):
-        raise BadFile(f"{path}: {len(found)} lines")
-    return dict(zip(SETTINGS, found))
-
-
-def crc32c(data):
-    """The sum in the last line of a jukebox file."""
-    total = 0xFFFFFFFF
-    for byte in data:
-        total ^= byte
-        for _ in range(8):
-            total = total >> 1 ^ 0x82F63B78 * (total & 1)
-    return total ^ 0xFFFFFFFF
-
-
-assert crc32c(b"123456789") == 0xE3069283
