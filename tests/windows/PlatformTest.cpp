@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <algorithm>
-#include <cstring>
+#include <commctrl.h>
 #include <memory>
 
+#include "fakes/FakeEnvironment.h"
 #include "platform/EventPump_win32.h"
 #include "platform/Process_win32.h"
 #include "platform/ProgressTexts.h"
@@ -14,7 +14,10 @@
 #include "platform/WindowAnswers_win32.h"
 #include "platform/WindowBase_win32.h"
 #include "platform/WindowsEnvironment_win32.h"
-#include "windows/TemporaryFolder.h"
+#include "shell/FrameBars_win32.h"
+#include "shell/FrameMenu_win32.h"
+#include "shell/Splash_win32.h"
+#include "ui/CommandMenus_win32.h"
 
 namespace tobbin {
 namespace {
@@ -48,44 +51,10 @@ TEST(WindowsText, LetterCaseIsThatOfEveryAlphabet) {
         EXPECT_EQ(text.ToLower(unchanged), unchanged);
 }
 
-// The test program's own file under another name, started with arguments that make it write down
-// how it was started.
-class SystemProgramsTest : public testing::Test {
- protected:
-    void CopySelf(const std::string& to) {
-        wchar_t self[MAX_PATH] = L"";
-        GetModuleFileNameW(nullptr, self, MAX_PATH);
-        ASSERT_TRUE(CopyFileW(self, LongPath(to).c_str(), FALSE));
-    }
-    // The lines that the started program wrote; waits up to 20 seconds for them.
-    std::string Report() {
-        for (int tries = 0; tries < 2000 && !FileExists(disk, folder / "report"); ++tries)
-            Sleep(10);
-        const std::string bytes = Content(folder / "report");
-        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-        std::memcpy(text.data(), bytes.data(), bytes.size());
-        return Utf8(text);
-    }
-
-    TemporaryFolder folder;
-    SystemDisk disk;
+TEST(SystemPrograms, AreNeverSearchedFor) {
     SystemPrograms programs;
-};
-
-TEST_F(SystemProgramsTest, AreStartedByTheirFullPathInTheirOwnFolder) {
-    ASSERT_TRUE(disk.CreateFolder(folder / "a folder").Ok());
-    const std::string program = folder / "a folder\\the program \xCE\xA9.exe";
-    ASSERT_NO_FATAL_FAILURE(CopySelf(program));
-    EXPECT_TRUE(programs.Start(
-        program, "--report-start \"" + (folder / "report") + "\" \"first \xCE\xA9\" second",
-        ShowProgram::MinimizedInactive));
-    EXPECT_EQ(Report(), "first \xCE\xA9\nsecond\n" + (folder / "a folder"));
-}
-
-TEST_F(SystemProgramsTest, AreNeverSearchedFor) {
     EXPECT_FALSE(programs.Start("notepad.exe", "", ShowProgram::Normal));
     EXPECT_FALSE(programs.Start("C:notepad.exe", "", ShowProgram::Normal));
-    EXPECT_FALSE(programs.Start(folder / "none.exe", "", ShowProgram::Normal));
     EXPECT_FALSE(programs.Start("C:\\windows\\notepad", "", ShowProgram::Normal));
 }
 
@@ -180,26 +149,90 @@ TEST(WindowAnswers, ComeWhileWorkIsDoneAsideAndCommandsWaitForItsEnd) {
 
 TEST(WindowsEnvironment, KeepsTheStatusLine) {
     WindowsEnvironment windows;
-    Environment& environment = windows.Interfaces();
-    environment.statusLine.Say("said before there was a frame");
+    StatusLine& line = windows.Interfaces().statusLine;
+    line.Say("said before there was a frame");
     std::string shown;
-    StepsDone bar;
-    windows.Status().SetListener([&](const std::string& line, const StepsDone& steps) {
-        shown = line;
-        bar = steps;
+    windows.Status().SetListener([&](const std::string& text, const StepsDone& steps) {
+        shown = text + " " + std::to_string(steps.done);
     });
-    EXPECT_EQ(shown, "said before there was a frame");
-    EXPECT_EQ(bar, StepsDone{});
+    EXPECT_EQ(shown, "said before there was a frame 0");
     {
-        StatusLineProgress progress(environment.statusLine);
+        StatusLineProgress progress(line);
         progress.ShowSteps("3 of 7", {3, 7});
-        EXPECT_EQ(shown, "said before there was a frame");
-        EXPECT_EQ(bar, (StepsDone{3, 7}));
+        EXPECT_EQ(shown, "said before there was a frame 3");
         windows.Status().Clear();
-        EXPECT_EQ(shown, "3 of 7");
+        EXPECT_EQ(shown, "3 of 7 3");
     }
-    EXPECT_EQ(shown, "");
-    EXPECT_EQ(bar, StepsDone{});
+    EXPECT_EQ(shown, " 0");
+}
+
+// Handles waiting messages until the condition holds; false when it doesn't within five seconds.
+bool WaitFor(const std::function<bool()>& condition) {
+    const std::uint64_t end = GetTickCount64() + 5000;
+    while (!condition() && GetTickCount64() < end) {
+        MSG message = {};
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+    return condition();
+}
+
+TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
+    Splash splash;
+    ASSERT_TRUE(splash.Open());
+    const HWND label = GetDlgItem(splash.Handle(), Splash::lblProgress);
+    const HWND button = GetDlgItem(splash.Handle(), Splash::cmdStop);
+    EXPECT_FALSE(IsWindowVisible(label) || IsWindowVisible(button));
+    splash.ShowProgressArea(true);
+    EXPECT_TRUE(IsWindowVisible(label) && IsWindowVisible(button));
+    for (int i = 1; i <= 1000; ++i)
+        splash.Show("Found " + std::to_string(i) + " Mp3s");
+    EXPECT_TRUE(WaitFor([&] { return WindowText(label) == "Found 1000 Mp3s"; }));
+    SendMessageW(button, BM_CLICK, 0, 0);
+    splash.ShowProgressArea(false);
+    EXPECT_TRUE(splash.StopRequested());
+    splash.ShowProgressArea(true);
+    EXPECT_FALSE(splash.StopRequested());
+    EXPECT_TRUE(IsWindowEnabled(button));
+
+    FrameStatusBar status;
+    ASSERT_TRUE(status.Create(splash.Handle()));
+    const HWND bar = GetWindow(status.Handle(), GW_CHILD);
+    EXPECT_FALSE(IsWindowVisible(bar));
+    status.ShowLine("70,000 of 100,000", {70'000, 100'000});
+    EXPECT_TRUE(IsWindowVisible(bar));
+    EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 70'000);
+    status.ShowLine("", {});
+    EXPECT_FALSE(IsWindowVisible(bar));
+}
+
+TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {
+    FrameMenu menu;
+    const HMENU file = MenuInBar(menu.Handle(), Menu::File);
+    const auto state = [&](UINT command) {
+        return GetMenuState(file, command, MF_BYCOMMAND) & (MF_GRAYED | MF_CHECKED);
+    };
+    const auto text = [&](int recent) {
+        wchar_t caption[100] = L"";
+        GetMenuStringW(file, static_cast<UINT>(kRecentNumber + recent), caption, 100, MF_BYCOMMAND);
+        return Utf8(caption);
+    };
+    const int before = GetMenuItemCount(file);
+    menu.ShowRecent({});
+    EXPECT_EQ(GetMenuItemCount(file), before);
+    menu.ShowRecent({"&1.  C:\\R&B.juk"});
+    InsertMenuW(menu.Handle(), 0, MF_BYPOSITION | MF_POPUP,
+                reinterpret_cast<UINT_PTR>(CreatePopupMenu()), L"a maximized child's");
+    menu.ShowRecent({"&1.  C:\\pop.juk", "&2.  C:\\R&B.juk"});
+    EXPECT_EQ(GetMenuItemCount(file), before + 3);  // with a line above them
+    EXPECT_EQ(text(1) + text(2), "&1.  C:\\pop.juk&2.  C:\\R&&B.juk");
+    FrameMenu::ShowStates(file, [](Command command) {
+        return CommandState{command == Command::New, command == Command::Save};
+    });
+    EXPECT_EQ(state(static_cast<UINT>(Command::New)), 0U);
+    EXPECT_EQ(state(static_cast<UINT>(Command::Save)), MF_GRAYED | MF_CHECKED);
+    EXPECT_EQ(state(kRecentNumber + 2), MF_GRAYED);  // as "Open"
 }
 
 }  // namespace
