@@ -23,10 +23,9 @@ void TakeInput(std::string_view bytes) {
     const bool saved = tag.SaveMP3().Ok();
     CHECK(saved == !bytes.empty());
     const std::string& after = fake.disk.Content("C:\\a.mp3");
-    const std::size_t kept = bytes.size() - (!saved            ? 0
-                                             : tag.TagExists() ? MP3TagEditor::kTagSize
-                                                               : 1);
-    CHECK(after.size() == kept + (saved ? MP3TagEditor::kTagSize : 0));
+    const std::size_t tagSize = saved ? MP3TagEditor::kTagSize : 0;
+    const std::size_t kept = bytes.size() - (tag.TagExists() ? tagSize : saved);
+    CHECK(after.size() == kept + tagSize);
     CHECK(after.compare(0, kept, bytes, 0, kept) == 0);
     MP3TagEditor again(fake.disk, fake.text);
     CHECK(again.LoadMP3("C:\\a.mp3"));

@@ -60,8 +60,8 @@ std::string FakeDisk::Key(const std::string& path) {
     std::string key = path;
     while (key.ends_with('\\'))
         key.pop_back();
-    for (char& c : key)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    std::ranges::transform(key, key.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
     return key;
 }
 
@@ -89,11 +89,6 @@ FakeDisk::Node& FakeDisk::Existing(const std::string& path) {
     return *node;
 }
 
-const FakeDisk::Node* FakeDisk::Find(const std::string& path) const {
-    const auto it = m_nodes.find(Resolve(path));
-    return it == m_nodes.end() ? nullptr : &it->second;
-}
-
 FakeDisk::Node& FakeDisk::Add(const std::string& path, bool isFolder) {
     const std::string bare = path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
     if (const std::size_t cut = bare.rfind('\\');
@@ -110,23 +105,11 @@ FakeDisk::Node& FakeDisk::Add(const std::string& path, bool isFolder) {
     return node;
 }
 
-void FakeDisk::AddFolder(const std::string& folder) {
-    Add(folder, true);
-}
-
-void FakeDisk::AddFile(const std::string& path, std::string content) {
-    *Add(path, false).content = std::move(content);
-}
-
 void FakeDisk::Erase(const std::string& path) {
     const std::string key = Key(path);
     m_nodes.erase(key);
     m_nodes.erase(m_nodes.lower_bound(key + "\\"),
                   m_nodes.lower_bound(key + "]"));  // what is in it
-}
-
-bool FakeDisk::Has(const std::string& path) const {
-    return Find(path) != nullptr;
 }
 
 const std::string& FakeDisk::Content(const std::string& path) const {
@@ -138,12 +121,10 @@ const std::string& FakeDisk::Content(const std::string& path) const {
 std::vector<std::string> FakeDisk::FilesIn(const std::string& folder) const {
     std::vector<std::string> names;
     const std::string prefix = Resolve(folder) + "\\";
-    for (const auto& [key, node] : m_nodes) {
-        if (key.starts_with(prefix) && key.find('\\', prefix.size()) == std::string::npos &&
-            !node.isFolder)
+    for (const auto& [key, node] : m_nodes)
+        if (key.starts_with(prefix) && key.find('\\', prefix.size()) == key.npos && !node.isFolder)
             names.push_back(node.name);
-    }
-    std::sort(names.begin(), names.end());
+    std::ranges::sort(names);
     return names;
 }
 
@@ -179,14 +160,6 @@ void FakeDisk::LosePower(std::uint32_t seed) {
     }
     m_unflushed.clear();
     Heal();
-}
-
-void FakeDisk::Lock(const std::string& path, DiskError error) {
-    Existing(path).lock = error;
-}
-
-void FakeDisk::Unlock(const std::string& path) {
-    Lock(path, DiskError::None);
 }
 
 void FakeDisk::FailBelow(const std::string& path, DiskError error) {
@@ -249,12 +222,10 @@ DiskStatus FakeDisk::List(const std::string& folder, const ListOptions& wish,
     const std::string prefix = Resolve(folder) + "\\";
     std::vector<const Node*> found;
     for (auto it = m_nodes.lower_bound(prefix);
-         it != m_nodes.end() && it->first.starts_with(prefix); ++it) {
+         it != m_nodes.end() && it->first.starts_with(prefix); ++it)
         if (it->first.find('\\', prefix.size()) == std::string::npos)
             found.push_back(&it->second);
-    }
-    std::sort(found.begin(), found.end(),
-              [](const Node* a, const Node* b) { return a->id < b->id; });
+    std::ranges::sort(found, {}, &Node::id);
     for (const Node* entry : found)
         listing.entries.push_back(
             {entry->name, entry->isFolder, entry->isLink, entry->content->size()});
@@ -338,8 +309,7 @@ DiskStatus FakeDisk::Replace(const std::string& from, const std::string& to) {
 }
 
 std::optional<std::string> FakeDisk::MaybeShortPath(const std::string& path) {
-    const auto it = shortPaths.find(path);
-    return it == shortPaths.end() ? std::nullopt : std::optional(it->second);
+    return shortPaths.contains(path) ? std::optional(shortPaths[path]) : std::nullopt;
 }
 
 }  // namespace tobbin

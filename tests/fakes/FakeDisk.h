@@ -18,16 +18,20 @@ namespace tobbin {
 class FakeDisk : public Disk {
  public:
     // Verbs for tests. AddFile makes the folders above it.
-    void AddFolder(const std::string& folder);
-    void AddFile(const std::string& path, std::string content = {});
+    void AddFolder(const std::string& folder) { Add(folder, true); }
+    void AddFile(const std::string& path, std::string content = {}) {
+        *Add(path, false).content = std::move(content);
+    }
     void Erase(const std::string& path);  // a file, or a folder with all in it
-    bool Has(const std::string& path) const;
+    bool Has(const std::string& path) const { return Find(path) != nullptr; }
     const std::string& Content(const std::string& path) const;  // CHECKs that the file is there
     std::vector<std::string> FilesIn(const std::string& folder) const;  // names, sorted
     std::map<std::string, std::string> Everything() const;  // every file's content, by its key
     // No operation opens or changes the file, or lists the folder, until it is unlocked.
-    void Lock(const std::string& path, DiskError error = DiskError::SharingViolation);
-    void Unlock(const std::string& path);
+    void Lock(const std::string& path, DiskError error = DiskError::SharingViolation) {
+        Existing(path).lock = error;
+    }
+    void Unlock(const std::string& path) { Lock(path, DiskError::None); }
     // From now on every operation on this path, and on what is below it, fails with the error.
     void FailBelow(const std::string& path, DiskError error);
     // The file says that it has this many bytes.
@@ -87,7 +91,9 @@ class FakeDisk : public Disk {
     static std::string Key(const std::string& path);
     std::string Resolve(const std::string& path) const;  // key with links followed
     Node* Find(const std::string& path);
-    const Node* Find(const std::string& path) const;
+    const Node* Find(const std::string& path) const {
+        return const_cast<FakeDisk*>(this)->Find(path);
+    }
     Node& Existing(const std::string& path);
     Node& Add(const std::string& path, bool isFolder);
     DiskStatus Step(const std::string& what);

@@ -13,6 +13,13 @@
 
 namespace tobbin {
 
+// What a map holds, if it holds the key.
+template <typename Map>
+std::optional<typename Map::mapped_type> MaybeAt(const Map& map, const std::string& key) {
+    const auto found = map.find(key);
+    return found == map.end() ? std::nullopt : std::optional(found->second);
+}
+
 // Code page 1252, with its five undefined bytes as the control characters of the same number, and
 // the letter cases of Latin-1, Greek and Cyrillic.
 class FakeText : public SystemText {
@@ -55,8 +62,7 @@ class FakeDrives : public Drives {
     std::vector<std::string> asked;  // the root of every question whether it can be reached
     std::string SystemRoot() override { return "C:\\"; }
     std::optional<std::uint64_t> MaybeVolume(const std::string& root) override {
-        const auto found = volumes.find(root);
-        return found == volumes.end() ? std::nullopt : std::optional(found->second);
+        return MaybeAt(volumes, root);
     }
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,
                                               const std::function<bool(const std::string&)>& takes,
@@ -116,8 +122,7 @@ class FakeUserSettings : public UserSettings {
  public:
     std::map<std::string, std::string> values;
     std::optional<std::string> MaybeRead(const std::string& key) override {
-        const auto found = values.find(key);
-        return found == values.end() ? std::nullopt : std::optional(found->second);
+        return MaybeAt(values, key);
     }
     bool Write(const std::string& key, const std::string& value) override {
         values[key] = value;

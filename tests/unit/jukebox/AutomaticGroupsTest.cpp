@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "jukebox/GroupFiling.h"
 #include "jukebox/InitialJukebox.h"
 #include "jukebox/JukeboxFile.h"
 #include "unit/jukebox/JukeboxFixture.h"
@@ -87,29 +88,15 @@ TEST_F(AutomaticGroupsTest, FilesGenresByTheirNamesAndLeavesOutTheRest) {
     AddSong("untagged");
     AddSong("missing", TaggedSong("Gone", "1985", 17));
     catalogue.Mp3Info(clsMain::kPresence, 6, "0");
+    catalogue.Mp3Info(clsMain::kRank, 2, "6");
     BuildSample();
+    const SongItem& roll = jukebox.MaybeFind("Rock n Roll")->Songs().at(0);
+    EXPECT_TRUE(roll.recordNumber == 2 && roll.image == 6 && roll.selectedImage == 6);
     EXPECT_EQ(Inside("Genre"), "Rock/ Rock n Roll/ ");
     EXPECT_EQ(Inside("Genre", "Rock"), "rock ");
     EXPECT_EQ(Inside("Artist"), "");
     EXPECT_EQ(Inside("All Songs"), "rock roll none beyond untagged ");
     EXPECT_EQ(Inside("New"), Inside("All Songs"));
-}
-
-TEST_F(AutomaticGroupsTest, AnItemCarriesTheNumberAndTheRankAndEachFolderIsChangedOnce) {
-    struct Counter : JukeboxListener {
-        int songsChanged = 0;
-        void OnSongsChanged(Folder&) override { ++songsChanged; }
-    } counter;
-    for (const char* name : {"a", "b", "c"})
-        AddSong(name, TaggedSong("Abba", "1985"));
-    catalogue.Mp3Info(clsMain::kRank, 2, "6");
-    jukebox.AddListener(counter);
-    BuildSample();
-    EXPECT_EQ(counter.songsChanged, 5);  // All Songs, New, Abba, 1985, 80's
-    const SongItem item = jukebox.MaybeFind("Abba")->Songs().at(1);
-    EXPECT_EQ(item.recordNumber, 2);
-    EXPECT_EQ(item.image, 6);
-    EXPECT_EQ(item.selectedImage, 6);
 }
 
 TEST_F(AutomaticGroupsTest, ALaterRunAddsOnlyWhatIsNew) {
@@ -161,14 +148,12 @@ TEST_F(AutomaticGroupsTest, TheCaptionPicksTheJukeboxes) {
     other.IsFormDirty(false);
     jukeboxes.open.push_back(&other);
     AddFolders({"All Songs"});
-    groups.BuildAutomaticGroups(0, true, "mix");
-    EXPECT_FALSE(other.IsFormDirty());
-    groups.BuildAutomaticGroups(0, true, "MIX");
-    EXPECT_EQ(Inside(other, other.Root(0)), "a ");
-    EXPECT_EQ(Inside("All Songs"), "");
-    groups.BuildAutomaticGroups(0, true, "");
-    EXPECT_EQ(Inside("All Songs"), "a ");
-    EXPECT_EQ(Inside(other, other.Root(0)), "a ");
+    for (const auto& [caption, inside] :
+         {std::pair("mix", " | "), {"MIX", "a  | "}, {"", "a  | a "}}) {
+        groups.BuildAutomaticGroups(0, true, caption);
+        EXPECT_EQ(Inside(other, other.Root(0)) + " | " + Inside("All Songs"), inside);
+        EXPECT_EQ(other.IsFormDirty(), caption != std::string("mix"));
+    }
 }
 
 TEST_F(AutomaticGroupsTest, APersonMayCloseAndDeleteWhileTagsAreRead) {
@@ -186,6 +171,43 @@ TEST_F(AutomaticGroupsTest, APersonMayCloseAndDeleteWhileTagsAreRead) {
     EXPECT_EQ(Inside(other, other.Root(0)), "");
     EXPECT_EQ(Inside("New"), "a ");
     EXPECT_EQ(Inside("Artist"), "no such folder");
+}
+
+// Each value with the place of its folder among the children; those that fit none are added.
+TEST(GroupFiling, FilesAsAWalkOverTheChildrenWould) {
+    const struct {
+        GroupFiling::Match match;
+        std::vector<std::string> children;
+        std::vector<std::pair<const char*, std::size_t>> places;
+    } rows[] = {{GroupFiling::Match::BeginsWith,
+                 {"Abba", "AB", "\u00C4"},
+                 {{"abbacadabra", 0},
+                  {"Abc", 1},
+                  {"\u00E4b", 2},
+                  {"a", 3},
+                  {"Axel", 3},
+                  {"b*", 4},
+                  {"B*b", 4},
+                  {"bb", 5},
+                  {"", 6},
+                  {"c", 6},
+                  {"AB", 1}}},
+                {GroupFiling::Match::BeginsWith, {"A", "Abba"}, {{"Abba", 0}}},
+                {GroupFiling::Match::Equal,
+                 {"Rock", "rock"},
+                 {{"rock", 1}, {"ROCK", 2}, {"Rock", 0}, {"", 3}, {"R", 4}}}};
+    const FakeText text;
+    for (const auto& [match, children, places] : rows) {
+        Jukebox jukebox;
+        Folder& group = jukebox.AddChild(nullptr, "Artist");
+        for (const std::string& child : children)
+            jukebox.AddChild(&group, child);
+        GroupFiling filing(group, match, text, [&](Folder& parent, const std::string& name) {
+            return &jukebox.AddChild(&parent, name);
+        });
+        for (const auto& [value, place] : places)
+            EXPECT_EQ(filing.FolderFor(value).Index(), place) << value;
+    }
 }
 
 }  // namespace

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "jukebox/InitialJukebox.h"
+#include "jukebox/Jukebox.h"
 #include "unit/jukebox/JukeboxFixture.h"
 
 namespace tobbin {
@@ -132,16 +136,9 @@ TEST_F(JukeboxFileTest, MessagesNameFileLineAndFault) {
 }
 
 TEST_F(JukeboxFileTest, OddTextsComeBack) {
-    const std::vector<std::string> texts = {"",
-                                            " ",
-                                            "end\t0\t0",
-                                            "\r\n",
-                                            std::string("\0\x1F\x7F", 3),
-                                            "\\",
-                                            "|7c",
-                                            "\xCE\xA9\xE3\x81\x82\xF0\x9F\x8E\xB5",
-                                            "\xED\xA0\x80 half a pair",
-                                            "a\tb"};
+    const std::string nul("\0\x1F\x7F", 3), half = "\xED\xA0\x80 half a pair";
+    const std::vector<std::string> texts = {
+        "", " ", "end\t0\t0", "\r\n", nul, "\\", "|7c", "\u03A9\u3042\U0001F3B5", half, "a\tb"};
     jukebox.AddColumn(texts[4]);
     jukebox.AddColumn(texts[7]);
     for (const std::string& text : texts) {
@@ -226,19 +223,87 @@ TEST_F(JukeboxFileTest, ALoadedFileGivesTheJukeboxItsNameAndPlace) {
     MakeExample();
     fake.disk.AddFolder("C:\\J");
     EXPECT_TRUE(SaveJukeboxFile(fake.disk, path, jukebox, catalogue).Ok());
-    ASSERT_EQ(LoadJukeboxFile(fake.disk, path, catalogue, fake.text, loaded).outcome,
-              LoadOutcome::Loaded);
+    const auto load = [&](const std::string& file) {
+        return LoadJukeboxFile(fake.disk, file, catalogue, fake.text, loaded).outcome;
+    };
+    ASSERT_EQ(load(path), LoadOutcome::Loaded);
     EXPECT_EQ(loaded->DaCaption(), "MIX \xCE\x91");
     EXPECT_EQ(loaded->FileLocation(), "C:\\J\\");
     EXPECT_EQ(loaded->Columns(),
               (std::vector<std::string>{"Name    --        (click to sort)", "Key"}));
     fake.disk.Lock(path);
-    EXPECT_EQ(LoadJukeboxFile(fake.disk, path, catalogue, fake.text, loaded).outcome,
-              LoadOutcome::Unreadable);
+    EXPECT_EQ(load(path), LoadOutcome::Unreadable);
     EXPECT_EQ(loaded, nullptr);
-    EXPECT_EQ(LoadJukeboxFile(fake.disk, "C:\\no.juk", catalogue, fake.text, loaded).outcome,
-              LoadOutcome::NotThere);
+    EXPECT_EQ(load("C:\\no.juk"), LoadOutcome::NotThere);
     EXPECT_EQ(JukeboxTitle(fake.text, "juk"), "");
+}
+
+// Writes down every signal, and what the tree says at that moment.
+class Recorder : public JukeboxListener {
+ public:
+    explicit Recorder(Jukebox& jukebox) : m_jukebox(jukebox) { jukebox.AddListener(*this); }
+    std::vector<std::string> heard;
+
+    void OnFolderAdded(Folder& folder) override { heard.push_back("added " + folder.Text()); }
+    void OnFolderRemoving(Folder& folder) override {
+        if (m_jukebox.MaybeFind(folder.Text()) == &folder)  // still
+            heard.push_back("removing " + folder.Text());
+    }
+    void OnFolderTextChanged(Folder& folder) override { heard.push_back("text " + folder.Text()); }
+    void OnChildrenReordered(Folder*) override { heard.push_back("reordered"); }
+    void OnSongsChanged(Folder& folder) override {
+        heard.push_back("songs " + std::to_string(folder.Songs().size()));
+    }
+    void OnColumnsChanged() override { heard.push_back("columns"); }
+    void OnCaptionChanged() override { heard.push_back("caption " + m_jukebox.DaCaption()); }
+    void OnDirtyChanged() override { heard.push_back(m_jukebox.IsFormDirty() ? "dirty" : "clean"); }
+
+ private:
+    Jukebox& m_jukebox;
+};
+
+TEST(JukeboxTest, FindsTheTopLevelFolderFirstAndTextsExactly) {
+    Jukebox jukebox;
+    Folder& lower = jukebox.AddChild(&jukebox.AddChild(nullptr, "By Mood"), "Year");
+    EXPECT_EQ(jukebox.MaybeFind("Year"), &lower);
+    Folder& top = jukebox.AddChild(nullptr, "Year");
+    EXPECT_EQ(jukebox.MaybeFind("Year"), &top);
+    EXPECT_EQ(jukebox.MaybeFind("year"), nullptr);
+}
+
+TEST(JukeboxTest, TellsEachChangeOnceAndBecomesDirty) {
+    Jukebox jukebox;
+    Recorder recorder(jukebox);
+    jukebox.DaCaption("MIX");
+    jukebox.AddColumn("Key");
+    EXPECT_FALSE(jukebox.IsFormDirty());
+    Folder& a = jukebox.AddChild(nullptr, "a");
+    jukebox.SetText(a, "b");
+    const SongItem item = jukebox.MakeItem("one.mp3", 7, 2);
+    jukebox.AppendSongs(a, {item, item});
+    jukebox.AppendSongs(a, {});
+    jukebox.IsFormDirty(false);
+    jukebox.SetSongs(a, {item});
+    jukebox.Remove(a);
+    EXPECT_EQ(recorder.heard,
+              (std::vector<std::string>{"caption MIX", "columns", "added a", "dirty", "text b",
+                                        "songs 2", "clean", "songs 1", "dirty", "removing b"}));
+}
+
+TEST(JukeboxTest, AListenerMayRemoveAnotherWhileItIsTold) {
+    struct Remover : JukeboxListener {
+        Jukebox* jukebox = nullptr;
+        JukeboxListener* other = nullptr;
+        void OnFolderAdded(Folder&) override { jukebox->RemoveListener(*other); }
+    };
+    Jukebox jukebox;
+    Remover remover;
+    jukebox.AddListener(remover);
+    Recorder recorder(jukebox);
+    remover.jukebox = &jukebox;
+    remover.other = &recorder;
+    jukebox.AddChild(nullptr, "a");
+    EXPECT_TRUE(recorder.heard.empty());
 }
 
 }  // namespace

@@ -1,16 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "catalogue/clsMain.h"
-#include "fakes/FakeEnvironment.h"
 #include "fakes/TaggedSong.h"
 #include "jukebox/AutomaticGroups.h"
-#include "jukebox/Jukebox.h"
+#include "unit/catalogue/CatalogueFixture.h"
 
 namespace tobbin {
 
@@ -22,13 +14,8 @@ class SomeJukeboxes : public OpenJukeboxes {
 };
 
 // A catalogue on a disk in memory, and one open jukebox.
-class JukeboxFixture : public testing::Test {
+class JukeboxFixture : public Catalogue {
  protected:
-    FakeEnvironment fake;
-    clsINI settings{fake.environment, "C:\\T\\"};
-    SortCity sorter{fake.text};
-    FakeProgress progress;
-    clsMain catalogue{fake.environment, settings, sorter, progress};
     SomeJukeboxes jukeboxes;
     AutomaticGroups groups{fake.environment, catalogue, jukeboxes};
     Jukebox jukebox;
@@ -37,8 +24,8 @@ class JukeboxFixture : public testing::Test {
 
     // Puts a song on the disk and into the catalogue.
     void AddSong(const std::string& name, const std::string& bytes = "no tag") {
+        Add("C:\\M\\", name);
         fake.disk.AddFile("C:\\M\\" + name, bytes);
-        catalogue.OnSongFound("C:\\M\\", name);
     }
     void AddFolders(const std::vector<std::string>& texts) {
         for (const std::string& text : texts)

@@ -1,6 +1,11 @@
 #include "shell/FrameCommands.h"
 
+#include <gtest/gtest.h>
+
+#include "fakes/FakeEnvironment.h"
+#include "jukebox/JukeboxFile.h"
 #include "shell/StatusTexts.h"
+#include "shell/Tips.h"
 #include "unit/shell/FrameFixture.h"
 #include "util/Text.h"
 
@@ -62,10 +67,8 @@ TEST_F(FrameCommandsTest, ArrangingMinimizesTheOpenPlayerPanelButForIcons) {
 
 TEST_F(FrameCommandsTest, HelpStartsTheHelpProgramOrShowsTheManual) {
     commands.ClickButton(17);
-    ASSERT_EQ(fake.programs.started.size(), 1U);
-    EXPECT_EQ(fake.programs.started[0].program, "C:\\Windows\\WinHelp.exe");
+    EXPECT_EQ(fake.programs.started.at(0).program, "C:\\Windows\\WinHelp.exe");
     EXPECT_EQ(fake.programs.started[0].arguments, "C:\\App\\quhelp.hlp");
-    EXPECT_TRUE(fake.programs.opened.empty());
     fake.programs.succeeds = false;
     commands.Do(Command::Help);
     EXPECT_EQ(LastLine(), "The manual C:\\App\\Help\\index.html could not be opened.");
@@ -78,13 +81,10 @@ TEST_F(FrameCommandsTest, NewJukeboxCopiesTheFirstOneAndBuildsTheSampleWhenThere
     commands.Do(Command::New);
     ASSERT_EQ(frame.children.size(), 2U);
     EXPECT_EQ(frame.children[0].window->DaCaption(), kSampleCaption);
-    EXPECT_EQ(frame.children[1].window->DaCaption(), "JukeBox2");
-    const Jukebox& copy = frame.children[1].window->Model();
-    EXPECT_EQ(copy.FolderCount(), frame.children[0].window->Model().FolderCount());
-    ASSERT_EQ(copy.Root(0).Songs().size(), 3U);
-    EXPECT_EQ(copy.Root(0).Songs()[2].recordNumber, 3);
-    EXPECT_EQ(copy.Columns(), (Lines{"Name    --        (click to sort)", "Key"}));
-    EXPECT_EQ(copy.FileLocation(), "");
+    Jukebox& copy = frame.children[1].window->Model();
+    EXPECT_EQ(copy.DaCaption() + copy.FileLocation(), "JukeBox2");
+    EXPECT_EQ(WriteJukebox(copy, application.Catalogue()),
+              WriteJukebox(frame.children[0].window->Model(), application.Catalogue()));
     commands.ClickButton(11);
     EXPECT_EQ(frame.children[2].window->DaCaption(), "JukeBox3");
 }
@@ -99,12 +99,8 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     EXPECT_EQ(LastLine(), "1 new song was found.");
     for (const FakeFrame::Child& child : frame.children)
         EXPECT_EQ(child.window->Model().MaybeFind("All Songs")->Songs().size(), 5U);
-    EXPECT_EQ(frame.searchTexts.front(), "open");
-    EXPECT_EQ(frame.searchTexts[1], "Searching to add new songs  . . . ");
-    EXPECT_EQ(frame.searchTexts.back(), "closed");
-    EXPECT_NE(
-        fake.disk.Content("C:\\App\\Grouping\\System\\LocOfMainTargetFiles.lmz").find("Elsewhere"),
-        std::string::npos);
+    EXPECT_EQ(frame.searchTexts.at(1), "Searching to add new songs  . . . ");
+    EXPECT_EQ(frame.searchTexts.front() + frame.searchTexts.back(), "openclosed");
 
     // Esc stops the filing; the next search goes on with it.
     fake.disk.AddFile("C:\\M\\f.mp3", "no tag");
@@ -125,27 +121,18 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     }
 }
 
-// The pass drops a twin in the middle, which is the same song as the one that is kept, and a new
-// song takes the number of the last one.
-TEST_F(FrameCommandsTest, NoSongBecomesAnotherOneWhenRecordsMove) {
-    clsMain& catalogue = application.Catalogue();
-    for (const char* folder : {"C:\\N\\", "C:\\M\\"}) {
-        const std::string name = folder == std::string("C:\\N\\") ? "a.mp3" : "d.mp3";
-        fake.disk.AddFile(folder + name, "no tag");
-        catalogue.OnSongFound(folder, name);
+// The pass drops a twin in the middle, and a new song takes the number of the last one.
+TEST_F(FrameCommandsTest, NoSongToPlayBecomesAnotherOneWhenRecordsMove) {
+    for (const std::string path : {"C:\\N\\a.mp3", "C:\\M\\d.mp3", "C:\\M\\e.mp3"}) {
+        fake.disk.AddFile(path, "no tag");
+        if (path != "C:\\M\\e.mp3")
+            application.Catalogue().OnSongFound(path.substr(0, 5), path.substr(5));
     }
-    const Jukebox& jukebox = OpenSample().Model();
     application.SongsToPlay().Assign({5, 4, 1});
-    fake.disk.AddFile("C:\\M\\e.mp3", "no tag");
     commands.Do(Command::NewSongsNormalLocations);
-    Lines songs;
-    for (const SongItem& song : jukebox.MaybeFind("All Songs")->Songs())
-        songs.push_back(catalogue.SongPath(song.recordNumber));
-    EXPECT_EQ(songs, (Lines{"C:\\M\\a.mp3", "C:\\M\\b.mp3", "C:\\M\\c.mp3", "C:\\M\\d.mp3",
-                            "C:\\M\\e.mp3"}));
-    EXPECT_EQ(application.SongsToPlay().Song(1), 4);
-    EXPECT_EQ(application.SongsToPlay().Song(2), 1);
-    EXPECT_EQ(application.SongsToPlay().Song(3), 1);
+    EXPECT_EQ(application.Catalogue().SongPath(5), "C:\\M\\e.mp3");
+    for (const auto& [place, record] : {std::pair(1, 4), {2, 1}, {3, 1}})
+        EXPECT_EQ(application.SongsToPlay().Song(place), record);
 }
 
 TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {
@@ -158,6 +145,69 @@ TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {
     EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 2 selected");
     frame.children[0].view->rows = {1};
     EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 1 selected, rank 6 of 6");
+}
+
+TEST(LoadedWindows, AreKnownByNameInAnyCase) {
+    const FakeText text;
+    LoadedWindows windows(text);
+    Lines unloaded;
+    const int first = windows.Add("frmMain", [&] { unloaded.push_back("first"); });
+    windows.Add("frmMain", [&] {
+        unloaded.push_back("second");
+        windows.Remove(first);
+    });
+    EXPECT_TRUE(windows.IsLoaded("FRMMAIN"));
+    EXPECT_FALSE(windows.IsLoaded("frmMai"));
+    windows.UnloadAll();
+    EXPECT_EQ(unloaded, (Lines{"second"}));  // the first was taken off with it
+}
+
+class TipsTest : public testing::Test, protected TipView {
+ protected:
+    FakeEnvironment fake;
+    Tips tips{fake.environment, "C:\\App\\"};
+    std::string text = "designed";
+    bool ticked = false;
+
+    void ShowTip(const std::string& tip) override { text = tip; }
+    void TickTipsAtStartUp(bool value) override { ticked = value; }
+};
+
+TEST_F(TipsTest, ShowsARandomLineTheLastOneToo) {
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "one\r\n\r\nthree \xE9\r\n");
+    tips.Load(*this);
+    for (const auto& [random, line] :
+         {std::pair(0.33, "one"), {0.34, ""}, {0.999999, "three \u00E9"}}) {
+        fake.clock.random = random;
+        tips.OnNextTip(*this);
+        EXPECT_EQ(text, line);
+    }
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "\xEF\xBB\xBFone\r\n\u03A9\r\n");
+    tips.Load(*this);
+    EXPECT_EQ(text, "\u03A9");
+}
+
+TEST_F(TipsTest, TellsHowToMakeAMissingFileAndLeavesAnEmptyOneAlone) {
+    tips.Load(*this);
+    tips.OnNextTip(*this);
+    EXPECT_TRUE(text.starts_with("That the TIPOFDAY.TXT file was not found? \r\n\r\nCreate a"));
+    text = "designed";
+    fake.disk.AddFile("C:\\App\\TIPOFDAY.TXT", "");
+    tips.Load(*this);
+    EXPECT_EQ(text, "designed");
+}
+
+TEST_F(TipsTest, TheSettingTurnsTheStartUpOffAndNotTheMenu) {
+    EXPECT_TRUE(tips.MayOpen());
+    tips.Load(*this);
+    EXPECT_TRUE(ticked);
+    tips.OnTipsAtStartUpClicked(false);
+    EXPECT_EQ(fake.userSettings.values["Show Tips at Startup"], "0");
+    EXPECT_FALSE(tips.MayOpen());
+    tips.OpenNoMatterWhat(true);
+    EXPECT_TRUE(tips.MayOpen());
+    tips.Load(*this);
+    EXPECT_FALSE(ticked);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "fakes/FakeEnvironment.h"
 #include "fakes/FakeJukeboxView.h"
+#include "fakes/FakeSearching.h"
 #include "jukebox/InitialJukebox.h"
 #include "shell/Application.h"
 #include "shell/FrameCommands.h"
@@ -86,20 +87,7 @@ class FakeFrame : public FrameView {
     void ShowTips() override { seen.push_back("tips"); }
     void ShowFind() override { seen.push_back("find"); }
     std::unique_ptr<SearchingWindow> MakeSearchingWindow() override {
-        class Window : public SearchingWindow {
-         public:
-            explicit Window(FakeFrame& frame) : m_frame(frame), m_texts(frame.searchTexts) {}
-            void Open() override { m_texts.push_back("open"); }
-            void Close() override { m_texts.push_back("closed"); }
-            void GoOn() override { m_frame.stopsSearch = false; }
-            void Show(const std::string& text) override { m_texts.push_back(text); }
-            bool StopRequested() const override { return m_frame.stopsSearch; }
-
-         private:
-            FakeFrame& m_frame;
-            std::vector<std::string>& m_texts;
-        };
-        return std::make_unique<Window>(*this);
+        return std::make_unique<FakeSearchingWindow>(searchTexts, stopsSearch);
     }
     void CloseFrame() override { seen.push_back("close frame"); }
 };

@@ -92,18 +92,17 @@ TEST_F(JukeboxFilesTest, ATitleIsOpenOnceWhateverItsFolder) {
     AddJukeboxFile("C:\\One\\mix.juk", 3);
     AddJukeboxFile("C:\\Two\\mix.juk", 3);
     Open("C:\\One\\mix.juk");
-    EXPECT_EQ(frame.children.back().window->DaCaption(), "MIX");
-    EXPECT_FALSE(frame.children.back().window->IsFormDirty());
+    EXPECT_EQ(frame.children[0].window->DaCaption(), "MIX");
+    EXPECT_FALSE(frame.children[0].window->IsFormDirty());
     Open("C:\\Two\\mix.juk");
     EXPECT_EQ(LastBox(), "This file is already open");
     files.OpenRecent(1);
     EXPECT_EQ(frame.children.size(), 1U);
-    OpenSample();
+    EXPECT_EQ(OpenSample().DaCaption(), kSampleCaption);
     SaveAs("C:\\Two\\mix.juk");
     EXPECT_EQ(LastBox(),
               "MIX is already open.  Close the file then you can save this Juke box with that file "
               "name.");
-    EXPECT_EQ(frame.children.back().window->DaCaption(), kSampleCaption);
     frame.children[0].view->visible = false;
     Open("C:\\Two\\mix.juk");
     EXPECT_EQ(frame.children.size(), 3U);
@@ -118,10 +117,9 @@ TEST_F(JukeboxFilesTest, OpeningRebuildsTheGroupsWhenSongsHaveComeSince) {
     EXPECT_EQ(window.Model().Root(0).Songs().size(), 3U);
     EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(window.FileLocation(), "C:\\J\\");
-    EXPECT_EQ(
-        fake.statusLine.progress,
-        (std::vector<std::string>{"Opening C:\\J\\two.juk . . .", "",
-                                  "Reading the tags of new songs: 1 of 1.  Esc stops it.", ""}));
+    EXPECT_EQ(fake.statusLine.progress,
+              (Names{"Opening C:\\J\\two.juk . . .", "",
+                     "Reading the tags of new songs: 1 of 1.  Esc stops it.", ""}));
     EXPECT_EQ(fake.statusLine.steps, (std::vector<StepsDone>{{}, {}, {1, 1}, {}}));
 }
 
@@ -143,24 +141,18 @@ TEST_F(JukeboxFilesTest, WhileGroupsAreBuiltNoOtherJukeboxOpensAndClosingOrEscEn
     EXPECT_TRUE(commands.IsEnabled(Command::NewSongsNormalLocations));
 }
 
-TEST_F(JukeboxFilesTest, ARefusedFileLeavesNoWindowAndNoEntry) {
+TEST_F(JukeboxFilesTest, ARefusedFileAndAFailedSaveChangeNothingAndOpenNoBox) {
     fake.disk.AddFile("C:\\J\\bad.juk", "Tobbin jukebox 1\r\nwhat\r\n");
     Open("C:\\J\\bad.juk");
     Open("C:\\J\\none.juk");
-    EXPECT_TRUE(frame.children.empty());
-    EXPECT_EQ(application.Count(), 0U);
-    EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
     EXPECT_EQ(fake.statusLine.lines.size(), 2U);
-    EXPECT_TRUE(fake.dialogs.boxes.empty());
-}
-
-TEST_F(JukeboxFilesTest, AFailedSaveLeavesCaptionEntryAndFlag) {
+    EXPECT_EQ(frame.children.size() + application.Count(), 0U);
     JukeboxWindow& window = OpenSample();
     SaveAs("C:\\Nowhere\\mix");
+    EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to \"c:\\nowhere\\mix.juk\""));
     EXPECT_EQ(window.DaCaption(), kSampleCaption);
     EXPECT_TRUE(window.IsFormDirty());
     EXPECT_EQ(Settings().LocOfLastSavedJukeBox(), "");
-    EXPECT_TRUE(LastLine().starts_with("The jukebox was not saved to \"c:\\nowhere\\mix.juk\""));
     EXPECT_TRUE(fake.dialogs.boxes.empty());
 }
 
@@ -262,17 +254,18 @@ TEST_F(JukeboxFilesTest, WhatCanBeKeptNowhereIsToldBeforeItsWindowGoesWithAWayOu
 TEST_F(JukeboxFilesTest, TheRecentMenuGrowsAndNeverShrinks) {
     clsINI& settings = application.Settings();
     RecentMenu menu;
-    menu.Update(settings);
-    EXPECT_TRUE(menu.Captions().empty());
+    const auto shown = [&] {
+        menu.Update(settings);
+        return menu.Captions();
+    };
+    EXPECT_EQ(shown(), Names{});
     for (const char* path : {"C:\\a.juk", "C:\\b.juk", "C:\\a.juk"})
         settings.LocOfLastSavedJukeBox(path);
-    menu.Update(settings);
-    using Captions = std::vector<std::string>;
-    EXPECT_EQ(menu.Captions(), (Captions{"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"}));
+    const Names three = {"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"};
+    EXPECT_EQ(shown(), three);
     settings.LocSecToLastSavedJukeBox("");
     settings.LocOfThirdToLastSaveJukeBox("C:\\new.juk");
-    menu.Update(settings);
-    EXPECT_EQ(menu.Captions(), (Captions{"&1.  C:\\a.juk", "&2.  C:\\b.juk", "&3.  C:\\a.juk"}));
+    EXPECT_EQ(shown(), three);
     EXPECT_EQ(RecentMenu::Shortened(std::string(45, 'x')), std::string(45, 'x'));
     EXPECT_EQ(RecentMenu::Shortened("&1.  C:\\Documents\\Music and more\\Jukeboxes\\rock.juk"),
               "&1.  C:\\Documents\\Mu .... d more\\Jukeboxes\\rock.juk");

@@ -69,9 +69,9 @@ class FakeDevice : public SoundDevice {
  public:
     int refusals = 0;  // of the next openings
     bool isGone = false, stands = false, isPaused = false;
-    int rate = 0, left = -1, right = -1, openings = 0;
+    int rate = 0, openings = 0;
     std::deque<std::string> queue;
-    std::string heard;
+    std::string heard, levels;  // levels: left and right
 
     bool Open(int newRate) override {
         ++openings;
@@ -91,7 +91,9 @@ class FakeDevice : public SoundDevice {
     void Drop() override { queue.clear(), m_finished = 0, isPaused = false; }
     void Pause() override { isPaused = true; }
     void GoOn() override { isPaused = false; }
-    void SetLevels(int newLeft, int newRight) override { left = newLeft, right = newRight; }
+    void SetLevels(int left, int right) override {
+        levels = std::to_string(left) + " " + std::to_string(right);
+    }
 
     void Hear() {
         if (isPaused || stands || queue.empty())
@@ -135,9 +137,13 @@ class OwnPlayer : public testing::Test {
         }
         return device.heard;
     }
-    std::int64_t Status() { return messages.OnUser(0, 104); }
-    std::int64_t Position() { return messages.OnUser(0, 105); }
-    std::int64_t Length() { return messages.OnUser(1, 105); }
+    // The replies: status, position, length, number of the track.
+    std::string State() {
+        std::string state;
+        for (const auto& [argument, operation] : {std::pair(0, 104), {0, 105}, {1, 105}})
+            state += std::to_string(messages.OnUser(argument, operation)) + " ";
+        return state + std::to_string(messages.OnTrackNumber());
+    }
     std::string Notice() { return player.Now().notice; }
 
     FakeText text;
@@ -152,21 +158,18 @@ class OwnPlayer : public testing::Test {
 
 TEST_F(OwnPlayer, AnswersEachMessage) {
     EXPECT_EQ(messages.OnUser(0, 0), 0x1000);
-    EXPECT_EQ(messages.OnTrackNumber(), 0);
     Command(40045);  // nothing to play
-    EXPECT_EQ(std::vector({Status(), Position(), Length()}),
-              (std::vector<std::int64_t>{0, -1, -1}));
+    EXPECT_EQ(State(), "0 -1 -1 0");
     Add("ab", {50});
     Command(40045);
     EXPECT_EQ(Hear(3), "a0 a1 a2 ");
-    EXPECT_EQ(std::vector({Status(), Position(), Length(), messages.OnTrackNumber()}),
-              (std::vector<std::int64_t>{1, 150, 2, 1}));
+    EXPECT_EQ(State(), "1 150 2 1");
     Command(40046);
     EXPECT_EQ(Hear(5), "");
-    EXPECT_EQ(std::vector({Status(), Position()}), (std::vector<std::int64_t>{3, 150}));
+    EXPECT_EQ(State(), "3 150 2 1");
     messages.OnUser(1'000, 106);  // while paused
-    EXPECT_EQ(Position(), 1'000);
     EXPECT_EQ(Hear(2), "");
+    EXPECT_EQ(State(), "3 1000 2 1");
     Command(40045);  // goes on
     Command(40045);  // does nothing
     EXPECT_EQ(Hear(2), "a20 a21 ");
@@ -177,20 +180,21 @@ TEST_F(OwnPlayer, AnswersEachMessage) {
     Command(40044);
     EXPECT_EQ(Hear(1), "a0 ");
     Command(40047);
-    EXPECT_EQ(std::vector({Status(), Position(), Length()}), (std::vector<std::int64_t>{0, -1, 2}));
+    EXPECT_EQ(State(), "0 -1 2 1");
     EXPECT_EQ(device.rate, 0);
-    for (const auto& [value, left, right] :
-         {std::tuple{0, 65535, 65535}, {127, 0, 65535}, {128, 65535, 0}, {254, 65535, 65018}}) {
-        messages.OnUser(static_cast<std::uint64_t>(value), 123);
+    for (const auto& [value, levels] : {std::pair(0U, "65535 65535"),
+                                        {127U, "0 65535"},
+                                        {128U, "65535 0"},
+                                        {254U, "65535 65018"}}) {
+        messages.OnUser(value, 123);
         Command(40045);
-        EXPECT_EQ(std::pair(device.left, device.right), std::pair(left, right)) << value;
+        EXPECT_EQ(device.levels, levels) << value;
     }
     messages.OnUser(128, 122);
     Work();
-    EXPECT_EQ(std::pair(device.left, device.right), std::pair(128 * 257, 32636));
+    EXPECT_EQ(device.levels, "32896 32636");
     messages.OnUser(0, 101);
-    EXPECT_EQ(std::vector({Status(), Length(), messages.OnTrackNumber()}),
-              (std::vector<std::int64_t>{0, -1, 0}));
+    EXPECT_EQ(State(), "0 -1 -1 0");
     Command(40001);
     EXPECT_TRUE(closed);
 }
@@ -213,7 +217,7 @@ TEST_F(OwnPlayer, PassesOverNumbersThatMeanNothing) {
     EXPECT_EQ(messages.OnAddFile(std::string(200'000, 'x')), 0);
     EXPECT_EQ(messages.OnAddPath(std::u16string(40'000, u'x')), 0);
     EXPECT_EQ(Hear(2), "a2 a3 ");
-    EXPECT_EQ(std::pair(device.left, device.right), std::pair(65535, 65535));
+    EXPECT_EQ(device.levels, "65535 65535");
     EXPECT_EQ(player.Now().tracks, 1u);
     EXPECT_EQ(messages.OnAddPath(u"D:\\\u03a9 \u6f22.mp3"), 1);
     EXPECT_EQ(messages.OnAddFile("D:\\Caf\xe9.mp3"), 1);  // without a NUL
@@ -235,7 +239,7 @@ TEST_F(OwnPlayer, PlaysSongAfterSongWithoutAGap) {
     Add("j", {2});  // comes while the last ones are on their way
     EXPECT_EQ(Hear(40), "d0 d1 e0 e1 f0 f1 g0 g1 h0 h1 i0 i1 j0 j1 ");
     EXPECT_EQ(device.openings, 1);
-    EXPECT_EQ(std::vector({Status(), messages.OnTrackNumber()}), (std::vector<std::int64_t>{0, 1}));
+    EXPECT_EQ(State(), "0 -1 0 1");
 }
 
 TEST_F(OwnPlayer, StopsAfterTheTrackAndFollowsChangesOfTheList) {
@@ -244,7 +248,7 @@ TEST_F(OwnPlayer, StopsAfterTheTrackAndFollowsChangesOfTheList) {
     EXPECT_EQ(Hear(2), "a0 a1 ");
     Command(40157);  // when the next one is on its way already
     EXPECT_EQ(Hear(9), "a2 a3 ");
-    EXPECT_EQ(std::vector({Status(), messages.OnTrackNumber()}), (std::vector<std::int64_t>{0, 2}));
+    EXPECT_EQ(State(), "0 -1 0 2");
     Command(40045);
     Remove(2);
     EXPECT_EQ(Hear(6), "b0 b1 b2 b3 d0 d1 ");
@@ -257,7 +261,7 @@ TEST_F(OwnPlayer, StopsAfterTheTrackAndFollowsChangesOfTheList) {
     Remove(0);
     EXPECT_EQ(Hear(1), "d0 ");
     Remove(0);
-    EXPECT_EQ(std::pair(Hear(2), Status()), std::pair(std::string(), std::int64_t{0}));
+    EXPECT_EQ(Hear(2) + State(), "0 -1 -1 0");
 }
 
 TEST_F(OwnPlayer, ChangesTheRateWhenTheSongBeforeHasBeenHeard) {
@@ -268,8 +272,7 @@ TEST_F(OwnPlayer, ChangesTheRateWhenTheSongBeforeHasBeenHeard) {
     EXPECT_EQ(Hear(2), "a0 a1 ");
     EXPECT_EQ(std::pair(device.rate, device.queue.size()), std::pair(2'000, std::size_t{40}));
     EXPECT_EQ(Hear(3), "b0 b1 b2 ");
-    EXPECT_EQ(Position(), 150);
-    EXPECT_EQ(Length(), 45);  // measured by going through the file
+    EXPECT_EQ(State(), "1 150 45 2");  // the length is measured by going through the file
 }
 
 TEST_F(OwnPlayer, OpensALostDeviceAgainAndGivesUpInTheEnd) {
@@ -286,18 +289,17 @@ TEST_F(OwnPlayer, OpensALostDeviceAgainAndGivesUpInTheEnd) {
     device.isGone = true;
     device.refusals = 100;
     Hear(10);
-    EXPECT_EQ(
-        std::pair(Status(), Notice()),
-        std::pair(std::int64_t{0}, std::string("There is no sound device that can be used.")));
+    EXPECT_EQ(State(), "0 -1 30 1");
+    EXPECT_EQ(Notice(), "There is no sound device that can be used.");
     EXPECT_EQ(device.openings, 5);
     device.refusals = 0;
     Command(40045);
-    EXPECT_EQ(std::pair(Hear(1), Notice()), std::pair(std::string("a0 "), std::string()));
+    EXPECT_EQ(Hear(1) + Notice(), "a0 ");
     // A pause is no standstill.
     Command(40046);
     Hear(2 * SongFeeder::kStandstill / SongFeeder::kBlock);
     EXPECT_EQ(device.queue.size(), static_cast<std::size_t>(kBlocksAhead));
-    EXPECT_EQ(Status(), 3);
+    EXPECT_EQ(State(), "3 50 30 1");
 }
 
 }  // namespace

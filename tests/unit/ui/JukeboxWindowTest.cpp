@@ -61,13 +61,18 @@ TEST_F(JukeboxWindowTest, PlaysTheFolderFromBothMenusAndTheSelectionFromOne) {
     window.ActOnPopUpClick(1, 1, &songs);
     window.ActOnPopUpClick(1, 2, &songs);
     window.ActOnPopUpClick(2, 2, &songs);  // nothing is selected
-    view.rows = {0, 2};
+    view.rows = {2};
     window.ActOnPopUpClick(2, 2, &songs);
-    EXPECT_EQ(asked, (std::vector<std::string>{"play all", "play all", "play selected"}));
-    const std::vector<ListedSong> listed = ListedSongs(window);
-    ASSERT_EQ(listed.size(), 3U);
-    EXPECT_EQ(listed[2].recordNumber, 3);
-    EXPECT_TRUE(listed[0].selected && !listed[1].selected && listed[2].selected);
+    EXPECT_EQ(asked, (Texts{"play all", "play all", "play selected"}));
+    EXPECT_EQ(ListedSongs(window).at(2).recordNumber, 3);
+    EXPECT_TRUE(!ListedSongs(window)[0].selected && ListedSongs(window)[2].selected);
+}
+
+TEST_F(JukeboxWindowTest, AllSongsTakesWhatItDoesNotHold) {
+    PopUp(5, "By Mood/Happy", {0, 1, 2});  // copy
+    jukebox.SetSongs(*At("All Songs"), {jukebox.MakeItem("b", 2, 2)});
+    PopUp(6, "All Songs", {0});
+    EXPECT_EQ(Dump(jukebox, *At("All Songs")), "All Songs(bac)");
 }
 
 TEST_F(JukeboxWindowTest, DoesNothingForPlacesOutsideTheMenusOrWithoutAFolder) {

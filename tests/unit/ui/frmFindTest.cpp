@@ -1,9 +1,5 @@
 #include "ui/frmFind.h"
 
-#include <deque>
-#include <random>
-#include <utility>
-
 #include "unit/ui/EditingFixture.h"
 
 namespace tobbin {
@@ -84,72 +80,24 @@ TEST_F(FindTest, LooksOnFromTheFocusedSongWithTheDialogClosed) {
     EXPECT_EQ(Find("a"), "nothing");
 }
 
-// Fills a jukebox with some folders of some songs, and returns them in the order of the tree.
-std::vector<Folder*> MakeFolders(Jukebox& jukebox, std::mt19937& random) {
-    while (jukebox.RootCount() > 0)
-        jukebox.Remove(jukebox.Root(0));
-    std::vector<Folder*> made;
-    for (std::size_t i = 0; i < 1 + random() % 12; ++i) {
-        Folder* const parent =
-            made.empty() || random() % 3 == 0 ? nullptr : made[random() % made.size()];
-        made.push_back(&jukebox.AddChild(parent, std::string(1, "xyz"[random() % 3])));
-        std::vector<SongItem> songs(random() % 5);
-        for (SongItem& song : songs)
-            song = jukebox.MakeItem("", 1 + static_cast<std::int32_t>(random() % 3), 2);
-        jukebox.AppendSongs(*made.back(), songs);
-    }
-    made.clear();
-    for (Folder* folder = jukebox.Next(nullptr); folder != nullptr; folder = jukebox.Next(folder))
-        made.push_back(folder);
-    return made;
-}
-
 TEST_F(FindTest, PassesEachFolderOnceAndTheFirstOneTwice) {
-    const char* const names[] = {"ab", "bc", "cd"};
-    std::mt19937 random(7);
-    for (int round = 0; round < 60; ++round) {
-        JukeboxWindow& window = OpenJukebox("ROUND");
-        FakeJukeboxView& view = *frame.children.back().view;
-        const std::vector<Folder*> folders = MakeFolders(window.Model(), random);
-        for (std::int32_t record = 1; record <= 3; ++record)
-            Name(record, names[record - 1]);
-        view.SelectFolder(folders[random() % folders.size()]);
-        commands.Find().Load();
-        std::string text;
-        std::size_t start = 0;
-        std::deque<std::pair<Folder*, std::size_t>> hits;  // those to come
-        for (int press = 0; press < 30; ++press) {
-            SCOPED_TRACE(round * 100 + press);
-            const bool isNewText = press % 10 == 0;
-            if (isNewText) {
-                text = std::string(1, "abde"[random() % 4]);
-                commands.Find().Text1_Change();
-            }
-            if (isNewText || commands.Find().FirstRun()) {
-                const Folder& selected = *window.SelectedFolder();
-                for (start = 0; folders[start]->Text() != selected.Text() ||
-                                folders[start]->Level() != selected.Level();)
-                    ++start;
-                hits.clear();
-                for (std::size_t i = start; i <= start + folders.size(); ++i) {
-                    Folder* const folder = folders[i % folders.size()];
-                    for (std::size_t row = 0; row < folder->Songs().size(); ++row)
-                        if (std::string(names[folder->Songs()[row].recordNumber - 1]).find(text) !=
-                            std::string::npos)
-                            hits.emplace_back(folder, row);
-                }
-            }
-            Find(text);
-            ASSERT_EQ(LastBox(), hits.empty() ? "Can't find '" + text + "'" : "");
-            ASSERT_EQ(commands.Find().FirstRun(), hits.empty());
-            ASSERT_EQ(window.SelectedFolder(), hits.empty() ? folders[start] : hits.front().first);
-            ASSERT_EQ(view.rows, hits.empty() ? Rows{} : Rows{hits.front().second});
-            if (!hits.empty())
-                hits.pop_front();
-        }
-        view.closed = true;
-        view.visible = false;
-    }
+    for (const auto& [record, name] : {std::pair(1, "ab"), {2, "bc"}, {3, "cd"}})
+        Name(record, name);
+    commands.Find().Load();
+    const auto expect = [&](const std::string& text, const Texts& shown) {
+        commands.Find().Text1_Change();
+        for (const std::string& each : shown)
+            EXPECT_EQ(Find(text), each) << text;
+    };
+    Select("Artist/Abba");
+    expect("b", {"Abba/0", "Happy/0", "Happy/1", "All Songs/0", "All Songs/1", "Abba/0",
+                 "Can't find 'b' Abba", "Abba/0", "Happy/0"});
+    expect("D", {"Happy/2", "All Songs/2", "Happy/2", "Can't find 'd' Happy", "Happy/2"});
+    expect("x", {"Can't find 'x' Happy", "Can't find 'x' Happy"});
+    // The walk begins at the first folder of the selected one's text and level.
+    Window().Model().AddChild(At("Artist"), "Happy");
+    expect("d", {"Happy/2", "All Songs/2", "Can't find 'd' Happy"});
+    EXPECT_EQ(Window().SelectedFolder(), At("Artist/Happy"));
 }
 
 }  // namespace

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
+#include <mutex>
+
 #include "fakes/FakeDisk.h"
+#include "ui/PictureLoader.h"
 
 namespace tobbin {
 namespace {
@@ -60,8 +64,7 @@ class JpegPictureMakerTest : public testing::Test {
 
 // A picture of three columns a b c and two rows, as each orientation shows it.
 TEST_F(JpegPictureMakerTest, TurnsThePictureAsTheCameraWasHeld) {
-    const std::uint32_t a1 = 0, b1 = 0x10000, c1 = 0x20000;
-    const std::uint32_t a2 = 0x100, b2 = 0x10100, c2 = 0x20100;
+    const std::uint32_t a1 = 0, b1 = 0x10000, c1 = 0x20000, a2 = 0x100, b2 = 0x10100, c2 = 0x20100;
     const Rows expected[] = {{a1, b1, c1, a2, b2, c2}, {c1, b1, a1, c2, b2, a2},
                              {c2, b2, a2, c1, b1, a1}, {a2, b2, c2, a1, b1, c1},
                              {a1, a2, b1, b2, c1, c2}, {a2, a1, b2, b1, c2, c1},
@@ -87,11 +90,10 @@ TEST_F(JpegPictureMakerTest, CoversThePaneWithTheMiddleAndKeepsTheProportions) {
 }
 
 TEST_F(JpegPictureMakerTest, TellsWhyThereIsNoPicture) {
-    constexpr char kDamaged[] =
-        "the file is damaged, or no JPEG picture that this system can decode";
-    EXPECT_EQ(maker.Make({"C:\\gone.jpg", {9, 9}}).problem, "it is not there any more");
+    const char kDamaged[] = "the file is damaged, or no JPEG picture that this system can decode";
     disk->AddFolder("C:\\folder.jpg");
-    EXPECT_EQ(maker.Make({"C:\\folder.jpg", {9, 9}}).problem, "it is not there any more");
+    for (const char* path : {"C:\\gone.jpg", "C:\\folder.jpg"})
+        EXPECT_EQ(maker.Make({path, {9, 9}}).problem, "it is not there any more");
     disk->AddFile("C:\\empty.jpg");
     EXPECT_EQ(maker.Make({"C:\\empty.jpg", {9, 9}}).problem, "the file is empty");
     EXPECT_EQ(Make({0, 9}, {9, 9}, false).problem, kDamaged);
@@ -99,9 +101,8 @@ TEST_F(JpegPictureMakerTest, TellsWhyThereIsNoPicture) {
     EXPECT_EQ(Make({15000, 10001}, {9, 9}, false).problem,
               "it is too large (15000 x 10001 pixels)");
     decoder->readable = false;
-    const Picture cut = Make({300, 300}, {90, 90}, false);
-    EXPECT_EQ(cut.problem, kDamaged);
-    EXPECT_TRUE(cut.pixels.pixels.empty());
+    EXPECT_EQ(Make({300, 300}, {90, 90}, false).problem, kDamaged);
+    EXPECT_TRUE(Make({300, 300}, {90, 90}, false).pixels.pixels.empty());
     disk->Lock("C:\\a.jpg", DiskError::AccessDenied);
     EXPECT_EQ(maker.Make({"C:\\a.jpg", {9, 9}}).problem, "access is denied");
 }
@@ -123,6 +124,100 @@ TEST(Veil, KeepsTextsReadableAndLeavesTheRestItsColors) {
     gray.pixels[0] = 0x808080;
     EXPECT_EQ(Veil(gray, 0xFFFFFF), 25);
     EXPECT_EQ(gray.pixels[0], 0xA0A0A0U);
+}
+
+using Lines = std::vector<std::string>;
+
+// What the loader's thread does, as the test lets it: it makes a picture only while `open`.
+struct Workshop {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool open = true;
+    int ready = 0;
+    Lines made;
+    std::string stamp;
+
+    template <typename Condition>
+    bool WaitFor(Condition condition) {
+        std::unique_lock lock(mutex);
+        return changed.wait_for(lock, std::chrono::seconds(20), condition);
+    }
+    void Set(const std::function<void()>& change) {
+        const std::lock_guard lock(mutex);
+        change();
+        changed.notify_all();
+    }
+};
+
+class FakeMaker : public PictureMaker {
+ public:
+    explicit FakeMaker(Workshop& workshop) : m_workshop(workshop) {}
+    std::string Stamp(const std::string&) override {
+        const std::lock_guard lock(m_workshop.mutex);
+        return m_workshop.stamp;
+    }
+    Picture Make(const PictureRequest& request) override {
+        m_workshop.Set([&] { m_workshop.made.push_back(request.path); });
+        m_workshop.WaitFor([&] { return m_workshop.open; });
+        Picture picture;
+        picture.pixels = PicturePixels(request.pane);
+        if (request.path == "bad")
+            picture.problem = "it is bad";
+        return picture;
+    }
+
+ private:
+    Workshop& m_workshop;
+};
+
+class PictureLoaderTest : public testing::Test {
+ protected:
+    Workshop workshop;
+    PictureLoader loader{[this] { return std::make_unique<FakeMaker>(workshop); }, 3 * 400};
+    int first = 0, second = 0;  // two owners
+
+    void Want(const int& owner, const std::string& path) {
+        loader.Want(&owner, {path, {10, 10}}, [this] { workshop.Set([&] { ++workshop.ready; }); });
+    }
+    // Waits for the owner's picture.
+    std::shared_ptr<const Picture> Get(const int& owner, const std::string& path) {
+        const int before = workshop.ready;
+        Want(owner, path);
+        workshop.WaitFor([&] { return workshop.ready > before; });
+        return loader.MaybeTake(&owner);
+    }
+};
+
+TEST_F(PictureLoaderTest, KeepsTheLastPicturesAndMakesAChangedFileAnew) {
+    for (const char* path : {"a", "b", "c", "a", "d", "a", "b"})
+        ASSERT_NE(Get(first, path), nullptr);
+    EXPECT_EQ(workshop.made, (Lines{"a", "b", "c", "d", "b"}));  // "b" was pushed out by "d"
+    EXPECT_EQ(loader.MaybeTake(&first), nullptr);
+    workshop.Set([&] { workshop.stamp = "later"; });
+    Get(second, "b");
+    EXPECT_EQ(workshop.made.size(), 6U);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(Get(first, "bad")->problem, "it is bad");
+    EXPECT_EQ(workshop.made.size(), 8U);  // a problem is not kept
+}
+
+TEST_F(PictureLoaderTest, ServesTheNewestRequestFirstAndForgetsTheOnesReplaced) {
+    workshop.open = false;
+    Want(first, "a");
+    ASSERT_TRUE(workshop.WaitFor([&] { return workshop.made.size() == 1; }));
+    Want(first, "b");
+    Want(second, "c");
+    Want(first, "d");
+    loader.Expect(&first, {"e", {10, 10}});
+    loader.Expect(&second, {"f", {10, 10}});
+    loader.Forget(&second);
+    workshop.Set([&] { workshop.open = true; });
+    ASSERT_TRUE(workshop.WaitFor([&] { return workshop.made.size() == 3; }));
+    EXPECT_EQ(workshop.made, (Lines{"a", "d", "e"}));
+    EXPECT_EQ(workshop.ready, 1);
+    EXPECT_NE(loader.MaybeTake(&first), nullptr);
+    Get(first, "e");  // was made ahead
+    EXPECT_EQ(workshop.made.size(), 3U);
 }
 
 }  // namespace
