@@ -28,8 +28,7 @@ void TakeInput(std::string_view bytes) {
         return;
     CHECK(catalogue.Save());
     const CatalogueSummary saved = SummariseCatalogue(fake.disk.Content(kPath));
-    CHECK(!saved.damage);
-    CHECK(saved.songs == loaded);
+    CHECK(!saved.damage && saved.songs == loaded);
 }
 
 }  // namespace tobbin

@@ -1,6 +1,5 @@
-// The smallest formats, with one input for all of them: the list of song folders, of which each is
-// a full path; settings and picture settings, which are saved as they were loaded; and tips, of
-// which any chance shows one, or an empty file none.
+// The small formats, one input for all: the list of song folders, each a full path; settings and
+// picture settings, saved as they were loaded; tips, of which any chance shows one.
 #include "catalogue/clsINI.h"
 #include "catalogue/SongFolderList.h"
 #include "Fuzzing.h"

@@ -1,8 +1,7 @@
 // Uses the program from outside, through its windows, as a person or a screen reader does. One
 // command for each run; answers are lines of UTF-8 whose fields are parted by tabs. Exit code 0
 // when the command did what it says, 1 with a line on the error output when it didn't. With -v in
-// front of the command the error output also has the lines "begun" and "done", so that one who
-// finds this program ended by something else knows how far it came.
+// front of it the error output also has "begun" and "done", to tell how far an ended program came.
 //
 //   windows                     every window of every program: class, text, "visible" or "hidden"
 //   wait CLASS [TEXT] [SECONDS] waits for a visible window of the class whose text, or the text of

@@ -1,8 +1,7 @@
 // Uses a player's window by the messages that other programs send. One run does a whole script, so
 // that nothing else takes time; each reply is a line. The words of the script:
 //
-//   start                    starts our own player; its reply is after how many milliseconds the
-//                            window was there
+//   start                    starts our own player; the reply is how many milliseconds it took
 //   add PATH, path PATH      adds a song by its path in the ANSI code page, in UTF-16
 //   command ID               WM_COMMAND
 //   ask OPERATION ARGUMENT   WM_USER

@@ -81,7 +81,6 @@ class Surviving(Case):
             driver("press", "#32770", "Cancel")
             driver("end", "frmMDIForm1")
             process.wait(30)
-            print(len(plants), "DLLs planted")
             self.assertEqual([ran for place in places for ran in place.glob("*.ran")], [])
         finally:
             os.environ["WINEDLLOVERRIDES"] = own
@@ -110,7 +109,6 @@ class Surviving(Case):
         songs = [record for record in data_files.catalogue(CATALOGUE) if record["present"] == "1"]
         self.assertEqual({record["rank"] for record in songs}, {"7"})
         self.assertEqual(sorted(rows), sorted(record["name"] for record in songs))
-        print(len(songs), "songs and their ranks kept")
 
 
 if __name__ == "__main__":

@@ -11,7 +11,6 @@ BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void* /*reserved*/) {
     GetModuleFileNameW(library, path, MAX_PATH);
     const HANDLE file = CreateFileW((std::wstring(path) + L".ran").c_str(), GENERIC_WRITE, 0,
                                     nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file != INVALID_HANDLE_VALUE)
-        CloseHandle(file);
+    CloseHandle(file);
     return TRUE;
 }

@@ -1,13 +1,10 @@
 // A stand-in for the external player: its window class and its messages; it "plays" in silence, one
-// track of ten minutes that never goes on. Every message is written down in winamp.log beside the
-// program:
+// track of ten minutes that never goes on. In winamp.log beside the program it writes "started",
+// "window", "closed", "started again" (a second start leaves the first one alone), and each
+// message:
 //
-//     started
-//     window
 //     <message> <wParam> <lParam>               numbers, signed
 //     74 0 <identifier> <byte count> <bytes>    bytes in hexadecimal
-//     started again                             a second start leaves the first one alone
-//     closed
 //
 // winamp.ini beside the program, section [behave], makes it behave otherwise:
 //

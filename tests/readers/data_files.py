@@ -5,10 +5,6 @@ import struct
 MARK = b"\xef\xbb\xbf"
 
 
-class BadFile(Exception):
-    pass
-
-
 def text(raw):
     """A data-file text: code page 1252, or UTF-8 behind the mark."""
     if raw.startswith(MARK):
@@ -25,11 +21,11 @@ def catalogue(path):
         strings = []
         for _ in range(12):
             if at + 2 > len(data):
-                raise BadFile(f"{path}: cut at byte {at}")
+                raise ValueError(f"{path}: cut at byte {at}")
             (length,) = struct.unpack_from("<H", data, at)
             at += 2
             if at + length > len(data):
-                raise BadFile(f"{path}: a string of {length} bytes at {at} reaches beyond the end")
+                raise ValueError(f"{path}: a string of {length} bytes at {at} reaches beyond the end")
             strings.append(text(data[at:at + length]))
             at += length
         name, folder, number, present, rank = strings[:5]
@@ -44,5 +40,5 @@ def lines(path):
     if not data:
         return []
     if not data.endswith(b"\r\n"):
-        raise BadFile(f"{path}: the last line has no end")
+        raise ValueError(f"{path}: the last line has no end")
     return [text(line) for line in data[:-2].split(b"\r\n")]

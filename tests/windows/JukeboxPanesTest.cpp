@@ -170,7 +170,6 @@ TEST_F(JukeboxPanesTest, ListsHalfAMillionSongs) {
     constexpr int kMany = 500'000;
     AddSongs(jukebox.Root(0), kMany);
     window.SelectFolder(&jukebox.Root(0));
-    EXPECT_EQ(ListView_GetItemCount(List()), kMany);
     EXPECT_EQ(CellText(kMany - 1, 0), "song 500000.mp3");
     std::vector<std::size_t> most;  // A large selection gives way, with the same rows in view.
     for (std::size_t row = 0; row < kMany; ++row)

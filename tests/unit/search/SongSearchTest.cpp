@@ -70,7 +70,6 @@ TEST_F(Search, SearchesHardDrivesOnly) {
     EXPECT_EQ(DriveTypeText(2, "b:\\"), "Floppy drive");
     EXPECT_EQ(DriveTypeText(2, "F:\\"), "Removable drive");
     EXPECT_EQ(DriveTypeText(1, "F:\\"), "The root directory does not exist");
-    EXPECT_EQ(DriveTypeText(7, "F:\\"), "");
 }
 
 // Folders of two volumes may have the same number.
