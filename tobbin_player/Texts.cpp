@@ -19,4 +19,21 @@ std::string NameOfSong(std::string_view artist, std::string_view title) {
     return name += title;
 }
 
+std::string StatusText(const Display& now) {
+    if (!now.notice.empty())
+        return now.notice;
+    if (!now.track)
+        return "The list is empty";
+    const std::string song =
+        "song " + std::to_string(*now.track + 1) + " of " + std::to_string(now.tracks);
+    switch (now.status) {
+        case Status::Playing:
+            return "Playing " + song + (now.stopsAfterTrack ? ", stops after it" : "");
+        case Status::Paused:
+            return "Paused in " + song;
+        default:
+            return "Stopped at " + song;
+    }
+}
+
 }  // namespace tobbin::player

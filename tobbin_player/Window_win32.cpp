@@ -8,6 +8,7 @@
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
+#include "tobbin_player/Texts.h"
 #include "util/PlayerMessages.h"
 #include "util/Text.h"
 
@@ -22,23 +23,6 @@ constexpr int kPositionUnit = 100;    // milliseconds of the position bar
 
 constexpr UINT kMediaKeys[] = {VK_MEDIA_PLAY_PAUSE, VK_MEDIA_STOP, VK_MEDIA_NEXT_TRACK,
                                VK_MEDIA_PREV_TRACK};
-
-std::string StatusText(const Display& now) {
-    if (!now.notice.empty())
-        return now.notice;
-    if (!now.track)
-        return "The list is empty";
-    const std::string song =
-        "song " + std::to_string(*now.track + 1) + " of " + std::to_string(now.tracks);
-    switch (now.status) {
-        case Status::Playing:
-            return "Playing " + song + (now.stopsAfterTrack ? ", stops after it" : "");
-        case Status::Paused:
-            return "Paused in " + song;
-        default:
-            return "Stopped at " + song;
-    }
-}
 
 }  // namespace
 

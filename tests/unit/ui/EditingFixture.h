@@ -10,8 +10,11 @@
 
 namespace tobbin {
 
-// The frame with one jukebox window: "All Songs(abc) Artist[Abba(a)] Decades[70's 10's]
-// By Mood[Happy(abc)]", where a, b and c are the songs of the catalogue.
+// Where a, b and c are the songs of the catalogue.
+inline constexpr char kStart[] =
+    "All Songs(abc) Artist[Abba(a)] Decades[70's 10's] By Mood[Happy(abc)]";
+
+// The frame with one jukebox window, which holds this.
 class EditingTest : public FrameTest {
  protected:
     using Rows = std::vector<std::size_t>;
