@@ -34,7 +34,8 @@ struct State {
 std::uint64_t WordOf(const char* bytes, std::size_t count) {
     static_assert(std::endian::native == std::endian::little);
     std::uint64_t word = 0;
-    std::memcpy(&word, bytes, count);
+    if (count > 0)  // an empty text may have no address
+        std::memcpy(&word, bytes, count);
     return word;
 }
 

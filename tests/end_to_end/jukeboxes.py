@@ -142,8 +142,13 @@ class Jukeboxes(Case):
         with Program(("*not saved*one (recovered).juk*", "Yes")) as program:
             self.until(titles, ["ONE (RECOVERED)", "ONE"])
             self.assertEqual(program.tree(), tree)
-            program.end(("Do you want to save changes to ONE (RECOVERED)", "No"))
+            command(SAVE, "C:\\Jukes\\One")
+            answer("ONE is already open*", "OK")
+            command(SAVE, "Found again")
+            self.until(titles, ["FOUND AGAIN", "ONE"])
+            program.end()
         self.assertEqual(jukebox_files(RECOVERED), [])
+        self.assertEqual(written(JUKES / "one.juk"), saved)
 
 
 if __name__ == "__main__":
