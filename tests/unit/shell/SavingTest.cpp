@@ -1,4 +1,6 @@
+#include <cstdlib>
 #include <functional>
+#include <new>
 
 #include "catalogue/DroppedSongs.h"
 #include "catalogue/SongFolderList.h"
@@ -7,6 +9,27 @@
 #include "tags/MP3TagEditor.h"
 #include "ui/PictureSettings.h"
 #include "unit/shell/FrameFixture.h"
+
+namespace {
+int allocationsUntilOneFails = 0;  // 0: none fails
+}
+
+void* operator new(std::size_t size) {
+    void* const memory = allocationsUntilOneFails == 1 ? nullptr : std::malloc(size);
+    allocationsUntilOneFails -= allocationsUntilOneFails > 0 ? 1 : 0;
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
 
 namespace tobbin {
 namespace {
@@ -147,6 +170,40 @@ TEST_P(Saving, IsWholeOrNotAtAllAfterAPowerLossAtEveryDiskOperation) {
             ASSERT_EQ(Broken(world.AfterTheNextStart()), 0) << operation;
         }
     }
+}
+
+// Does the work with each of its allocations failing in turn, and looks at the world after each.
+template <typename Work, typename Check>
+void FailEveryAllocation(Work work, Check check) {
+    for (int allocation = 1, isLast = false; !isLast; ++allocation) {
+        World world;
+        allocationsUntilOneFails = allocation;
+        try {
+            work(world);
+            isLast = std::exchange(allocationsUntilOneFails, 0) != 0;
+        } catch (const std::bad_alloc&) {
+            allocationsUntilOneFails = 0;
+        }
+        check(world);
+        ASSERT_TRUE(allocation > 10 || !isLast);
+    }
+}
+
+TEST_P(Saving, IsWholeOrNotAtAllWhenMemoryRunsOut) {
+    FailEveryAllocation(GetParam().save,
+                        [&](World& world) { EXPECT_EQ(Broken(world.AfterTheNextStart()), 0); });
+}
+
+TEST(Loading, ChangesNothingAndThrowsNothingWhenMemoryRunsOut) {
+    const Files before = World().fake.disk.Everything();
+    FailEveryAllocation(
+        [&](World& world) noexcept {
+            std::unique_ptr<Jukebox> jukebox;
+            world.application.Catalogue().LoadMain();
+            (void)LoadJukeboxFile(world.fake.disk, kJukebox, world.application.Catalogue(),
+                                  world.fake.text, jukebox);
+        },
+        [&](World& world) { EXPECT_EQ(world.fake.disk.Everything(), before); });
 }
 
 void LoadAll(World& world) {
