@@ -36,10 +36,10 @@ FoundOutcome FoundSongs::Settle() {
             others.push_back(i);
     // Those of one name together, in the order of each name's first file.
     std::unordered_map<std::string_view, std::size_t, TextHash> firstOfName;
+    std::vector<std::size_t> firstOf(m_files.size());
     for (const std::size_t file : others)
-        firstOfName.try_emplace(m_files[file].name, file);
-    std::ranges::stable_sort(others, {},
-                             [&](std::size_t file) { return firstOfName.at(m_files[file].name); });
+        firstOf[file] = firstOfName.try_emplace(m_files[file].name, file).first->second;
+    std::ranges::stable_sort(others, {}, [&](std::size_t file) { return firstOf[file]; });
     for (const std::size_t* first = others.data(); first != others.data() + others.size();) {
         const std::size_t* const last =
             std::find_if(first, std::as_const(others).data() + others.size(),
