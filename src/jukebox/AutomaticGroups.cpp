@@ -124,12 +124,11 @@ std::optional<FillingAnew> AutomaticGroups::FillAnew(Jukebox& jukebox) {
                : std::nullopt;
 }
 
-std::string AutomaticGroups::StoppedText() const {
+std::string AutomaticGroups::StoppedText(const std::string& goesOn) const {
     if (m_lastRead.done == m_lastRead.all)
         return {};
     return "Stopped: the tags of " + GroupedNumber(m_lastRead.done) + " of " +
-           Counted(m_lastRead.all, "song") +
-           " are read.  \"Bring In New Songs\" goes on with the others.";
+           Counted(m_lastRead.all, "song") + " are read.  " + goesOn;
 }
 
 void AutomaticGroups::FileNewSongs() {

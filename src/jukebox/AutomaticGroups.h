@@ -29,7 +29,8 @@ class AutomaticGroups {
 
     // What a person who stopped the last run is told: how far it came, and what goes on with it.
     // Empty when it had read all tags.
-    std::string StoppedText() const;
+    std::string StoppedText(
+        const std::string& goesOn = "\"Bring In New Songs\" goes on with the others.") const;
 
     // Carries out work whose runs show their progress; that of other runs is not to be seen.
     void ShowProgressIn(Progress& progress, const std::function<void()>& work);

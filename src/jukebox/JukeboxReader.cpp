@@ -176,7 +176,7 @@ class JukeboxReader {
         if ((record != 0) != (number > 0))
             m_jukebox.SongsCameOrWent(true);
         return record != 0
-                   ? m_jukebox.MakeItem(TextNow(m_catalogue, record, text), record, 0)
+                   ? ItemOf(m_jukebox, m_catalogue, record, text, 0)
                    : m_jukebox.MakeMissingItem(text, {std::abs(number), folder, fileName}, 0);
     }
 

@@ -1,17 +1,17 @@
 #include "jukebox/MovedSongs.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "catalogue/Ranks.h"
 #include "jukebox/SpecialFolders.h"
 
 namespace tobbin {
 namespace {
-
-constexpr std::int32_t kWorstRank = 2;
 
 bool IsFilledByTheProgram(const Folder& folder) {
     const Folder* const parent = folder.Parent();
@@ -21,11 +21,14 @@ bool IsFilledByTheProgram(const Folder& folder) {
 
 }  // namespace
 
-std::string TextNow(const clsMain& catalogue, std::int32_t record, std::string_view text) {
-    const std::string name = catalogue.Mp3Info(clsMain::kFileName, record);
-    const bool isName =
+SongItem ItemOf(Jukebox& jukebox, const clsMain& catalogue, std::int32_t record,
+                std::string_view text, int image) {
+    const RecordTable& table = catalogue.Records();
+    std::array<char, 10> digits{};
+    const std::string_view name = table.ViewOf(table.Id(clsMain::kFileName, record), digits);
+    const bool isRenamed =
         text != name && catalogue.Text().ToLower(text) == catalogue.Text().ToLower(name);
-    return isName ? name : std::string(text);
+    return jukebox.MakeItem(isRenamed ? name : text, record, image);
 }
 
 void KeepMovedSongsOnce(Jukebox& jukebox) {
@@ -64,9 +67,9 @@ bool FindMissingSongsAgain(Jukebox& jukebox, const clsMain& catalogue, SongIdent
                 continue;
             if (record != was.recordNumber)
                 jukebox.AddSongMove({was.recordNumber, record});
-            const std::string text = TextNow(catalogue, record, jukebox.TextOf(song));
-            song.nameId = jukebox.MakeItem(text, record, song.image).nameId;
-            song.recordNumber = record;
+            const std::int8_t selectedImage = song.selectedImage;
+            song = ItemOf(jukebox, catalogue, record, jukebox.TextOf(song), song.image);
+            song.selectedImage = selectedImage;
             isFound = true;
         }
         if (isFound)
@@ -87,9 +90,9 @@ bool TellOfClearedSongs(const Jukebox& jukebox, clsMain& catalogue) {
         if (known != nullptr && known->name != catalogue.Mp3Info(clsMain::kFileName, now))
             continue;  // The number has become another song's.
         const std::string rank = catalogue.Mp3Info(clsMain::kRank, before);
-        if (catalogue.Rank(now) == kWorstRank && catalogue.Rank(before) != kWorstRank) {
+        if (catalogue.Rank(now) == kWorstRank.shown && catalogue.Rank(before) != kWorstRank.shown) {
             catalogue.Mp3Info(clsMain::kRank, now, rank);
-            catalogue.Mp3Info(clsMain::kRank, before, std::to_string(kWorstRank));
+            catalogue.Mp3Info(clsMain::kRank, before, std::to_string(kWorstRank.shown));
             isNews = true;
         }
         isNews = isNews || known != nullptr;

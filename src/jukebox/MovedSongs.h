@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "catalogue/clsMain.h"
@@ -12,9 +11,10 @@ namespace tobbin {
 
 // What follows in a jukebox when songs have other records than it knew (see SongIdentity).
 
-// What an entry of a record shows now that was made with `text`: where that was the file's name and
-// only the case of letters has changed, its new spelling.
-std::string TextNow(const clsMain& catalogue, std::int32_t record, std::string_view text);
+// An item of a record that was made with `text`. Where that was the file's name, and only the case
+// of letters has changed, it shows the new spelling.
+SongItem ItemOf(Jukebox& jukebox, const clsMain& catalogue, std::int32_t record,
+                std::string_view text, int image);
 
 // Where a folder that the program fills holds a song both as it was known before (see
 // Jukebox::SongMoves) and as it is known now, the first of the two stays. Other folders keep every

@@ -79,9 +79,7 @@ SongItem RecordMoves::ItemNow(Jukebox& jukebox, const SongItem& item) const {
     now.recordNumber = NumberNow(item.recordNumber);
     const auto index = static_cast<std::size_t>(item.recordNumber) - 1;
     if (now.recordNumber != 0)
-        now.nameId =
-            jukebox.MakeItem(TextNow(m_catalogue, now.recordNumber, jukebox.TextOf(item)), 0, 0)
-                .nameId;
+        now.nameId = ItemOf(jukebox, m_catalogue, now.recordNumber, jukebox.TextOf(item), 0).nameId;
     else if (index < m_paths.size())
         now = jukebox.MakeMissingItem(jukebox.TextOf(item),
                                       {item.recordNumber, m_texts.Text(m_paths[index].first),

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "platform/UniqueHandle_win32.h"
 
 namespace tobbin {
@@ -17,6 +19,16 @@ inline UniqueFont MessageFont(HWND window) {
 
 inline void UseFont(HWND control, const UniqueFont& font) {
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
+}
+
+// Gives a window and its children the font for messages; `kept` is to live as long as they use it.
+inline void UseMessageFont(HWND window, UniqueFont& kept) {
+    UniqueFont font = MessageFont(window);
+    UseFont(window, font);
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        UseFont(child, font);
+    kept = std::move(font);
 }
 
 }  // namespace tobbin

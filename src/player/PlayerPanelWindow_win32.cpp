@@ -177,11 +177,7 @@ bool PlayerPanelWindow::OnCreate() {
 }
 
 void PlayerPanelWindow::UseLook() {
-    UniqueFont font = MessageFont(Handle());
-    for (HWND child = GetWindow(Handle(), GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT))
-        UseFont(child, font);
-    m_font = std::move(font);
+    UseMessageFont(Handle(), m_font);
     RECT client;
     GetClientRect(Handle(), &client);
     OnSize(client.right, client.bottom);

@@ -69,9 +69,7 @@ void FrameToolbar::OnDpiChanged() {
     UniqueImageList pictures = LoadImageStrip(IDB_TOOLBAR, m_handle);
     SendMessageW(m_handle, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures.Get()));
     m_pictures = std::move(pictures);
-    UniqueFont font = MessageFont(m_handle);
-    UseFont(m_handle, font);
-    m_font = std::move(font);
+    UseMessageFont(m_handle, m_font);
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(m_pictures.Get(), &width, &height);
@@ -110,9 +108,7 @@ bool FrameStatusBar::Create(HWND frame) {
 }
 
 void FrameStatusBar::OnDpiChanged() {
-    UniqueFont font = MessageFont(m_handle);
-    UseFont(m_handle, font);
-    m_font = std::move(font);
+    UseMessageFont(m_handle, m_font);
     OnSize();
 }
 

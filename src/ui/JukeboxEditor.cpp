@@ -239,8 +239,9 @@ EditResult JukeboxEditor::FillAnew() {
     if (!anew)
         return {};
     std::string line = WordsOnFilling(*anew);
-    if (const std::string stopped = m_tools.groups.StoppedText(); !stopped.empty())
-        line += "  " + stopped.substr(0, stopped.find("  ")) + "  F5 reads the others, too.";
+    if (const std::string stopped = m_tools.groups.StoppedText("F5 reads the others, too.");
+        !stopped.empty())
+        line += "  " + stopped;
     if (auto change = anew->TakeChange(); change != nullptr)
         return Said(line, WayBack::TakesItBack,
                     m_history.Do("Fill Folders Anew", std::move(change)));
