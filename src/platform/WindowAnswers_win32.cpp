@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
+#include <process.h>
+
 #include <memory>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "platform/UniqueHandle_win32.h"
@@ -26,6 +26,25 @@ DWORD WaitForQuestions(DWORD count, const HANDLE* handles, DWORD milliseconds) {
 bool& OnlyAnswers() {
     thread_local bool onlyAnswers = false;
     return onlyAnswers;
+}
+
+unsigned __stdcall RunThread(void* work) noexcept {
+    const std::unique_ptr<std::function<void()>> owned(static_cast<std::function<void()>*>(work));
+    (*owned)();
+    return 0;
+}
+
+// Starts a thread; its handle, which may be closed at any time, is signaled once the thread has
+// ended. Null without room for another thread. This is no std::thread because threads end on their
+// own here: when one ends just as it is detached, winpthreads frees its record twice, and later on
+// joining another thread fails.
+UniqueKernelObject MaybeStartThread(std::function<void()> work) {
+    auto owned = std::make_unique<std::function<void()>>(std::move(work));
+    UniqueKernelObject thread(
+        reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, &RunThread, owned.get(), 0, nullptr)));
+    if (thread)
+        (void)owned.release();  // the thread's
+    return thread;
 }
 
 }  // namespace
@@ -51,21 +70,12 @@ void PumpWithoutInputFor(unsigned milliseconds) {
 }
 
 void RunOnWorker(const std::function<void()>& work) {
-    const UniqueKernelObject done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    std::thread thread;
-    try {
-        if (done)
-            thread = std::thread([&] {
-                work();
-                SetEvent(done.Get());
-            });
-    } catch (const std::system_error&) {  // no room for another thread
-    }
-    if (!thread.joinable()) {
+    const UniqueKernelObject thread = MaybeStartThread(work);
+    if (!thread) {
         work();
         return;
     }
-    const HANDLE handle = done.Get();
+    const HANDLE handle = thread.Get();
     std::optional<HCURSOR> maybeCursor;  // the one before that of a program that takes no input
     for (;;) {
         const DWORD woken = WaitForQuestions(1, &handle, maybeCursor ? INFINITE : kPatience);
@@ -78,28 +88,15 @@ void RunOnWorker(const std::function<void()>& work) {
     }
     if (maybeCursor)
         SetCursor(*maybeCursor);
-    thread.join();
 }
 
 bool RunAside(const std::function<void()>& work, const std::function<bool()>& keepOn) {
-    const auto done =
-        std::make_shared<UniqueKernelObject>(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    bool started = false;
-    try {
-        if (*done) {
-            std::thread([work, done] {
-                work();
-                SetEvent(done->Get());
-            }).detach();
-            started = true;
-        }
-    } catch (const std::system_error&) {  // no room for another thread
-    }
-    if (!started) {
+    const UniqueKernelObject thread = MaybeStartThread(work);
+    if (!thread) {
         work();
         return true;
     }
-    const HANDLE handle = done->Get();
+    const HANDLE handle = thread.Get();
     while (MsgWaitForMultipleObjects(1, &handle, FALSE, 20, QS_ALLINPUT) != WAIT_OBJECT_0)
         if (!keepOn())
             return false;
