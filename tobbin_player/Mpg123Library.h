@@ -14,7 +14,7 @@ struct Mpg123Library {
     using SeekFunction = std::int64_t (*)(void* source, std::int64_t offset, int whence);
 
     enum { kOk = 0, kNewFormat = -11 };
-    enum Parameter { kAddFlags = 2, kResyncLimit = 14 };
+    enum Parameter { kAddFlags = 2, kResyncLimit = 14, kPreframes = 16 };
     enum Flag { kQuiet = 0x20, kGapless = 0x40 };
     enum { kStereo = 2, kSigned16 = 0xD0 };
     enum State { kEncoderDelay = 5 };

@@ -13,6 +13,9 @@ namespace {
 
 constexpr long kRates[] = {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000};
 constexpr long kMostJunk = 1 << 20;  // bytes in a row without sound, tags apart
+// Frames that are decoded before the one that was sought. One may use 511 bytes of those before it,
+// which are this many of the smallest. With the library's 4 a low rate begins with silence.
+constexpr long kPreframes = 20;
 
 class Mpg123Song : public Song {
  public:
@@ -32,6 +35,7 @@ class Mpg123Song : public Song {
         m_library.setParameter(m_handle, Mpg123Library::kAddFlags,
                                Mpg123Library::kQuiet | Mpg123Library::kGapless, 0);
         m_library.setParameter(m_handle, Mpg123Library::kResyncLimit, kMostJunk, 0);
+        m_library.setParameter(m_handle, Mpg123Library::kPreframes, kPreframes, 0);
         m_library.formatNone(m_handle);
         for (const long rate : kRates)
             m_library.addFormat(m_handle, rate, Mpg123Library::kStereo, Mpg123Library::kSigned16);

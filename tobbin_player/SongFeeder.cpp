@@ -50,6 +50,7 @@ void SongFeeder::Begin(const Player::Task& task) {
     m_order = task.order;
     m_queue.clear();
     m_queued = 0;
+    m_hasTail = false;
     m_next.reset();
     m_paused = false;
     m_starting = true;
@@ -103,14 +104,33 @@ void SongFeeder::GoOnAfterSong() {
     m_next = m_player.MaybeAfter(m_order, m_entry.id);
     if (!m_next && m_queue.empty())
         m_player.OnAllHeard(m_order, m_entry.id);
+    else if (!m_next)
+        AddTail();
+}
+
+// A system may give a block back while it still holds its sound, which would be lost when the
+// device is closed: silence follows the last block.
+void SongFeeder::AddTail() {
+    if (m_queue.empty() || m_queued > kTail || std::exchange(m_hasTail, true))
+        return;
+    const Block last = m_queue.back();
+    for (int added = 0; added < kTail; added += kBlock) {
+        std::vector<std::int16_t> silence(2 * static_cast<std::size_t>(m_rate * kBlock / 1000));
+        if (!m_device.Write(std::move(silence)))
+            return;
+        m_queue.push_back({last.id, last.end, last.end, kBlock});
+        m_queued += kBlock;
+    }
 }
 
 // Decodes a block and hands it over, or opens the device for it when the last sound of another rate
 // has been heard.
 int SongFeeder::Fill() {
     if (m_rate != m_song->Rate()) {
-        if (!m_queue.empty())
+        if (!m_queue.empty()) {
+            AddTail();
             return std::exchange(m_starting, false) ? 0 : kLookAgain;
+        }
         return OpenDevice() ? 0 : OnDeviceLost();
     }
     std::vector<std::int16_t> samples;
@@ -137,6 +157,7 @@ int SongFeeder::Fill() {
         m_lastProgress = m_clock.Milliseconds();
     m_queue.push_back({m_entry.id, begin, end, static_cast<int>(end - begin)});
     m_queued += m_queue.back().milliseconds;
+    m_hasTail = false;
     return 0;
 }
 

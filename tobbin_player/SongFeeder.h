@@ -22,7 +22,8 @@ class SongFeeder {
     static constexpr int kAhead = 2'000;  // milliseconds that are decoded in advance
     static constexpr int kBlock = 50;     // milliseconds of a block, the unit of the position
     static constexpr int kHeadStart =
-        300;  // milliseconds that are decoded before the first is heard
+        300;                           // milliseconds that are decoded before the first is heard
+    static constexpr int kTail = 200;  // milliseconds of silence before the device is closed
     static constexpr int kUntilWoken = -1;
     static constexpr int kStandstill = 4'000;  // milliseconds until a device counts as gone
     static constexpr int kTries = 3;           // to open the device in a row
@@ -44,6 +45,7 @@ class SongFeeder {
     void Begin(const Player::Task& task);
     void Open(const Player::Entry& entry, std::int64_t start);
     void GoOnAfterSong();
+    void AddTail();
     void OnBroken(const std::string& reason);
     int Fill();
     bool OpenDevice();
@@ -71,6 +73,7 @@ class SongFeeder {
     std::deque<Block> m_queue;
     int m_queued = 0;  // milliseconds
     bool m_paused = false;
+    bool m_hasTail = false;
     bool m_starting = true;  // holds the device back until it has its head start
     int m_left = -1, m_right = -1;
     std::int64_t m_lastProgress = 0;  // when the device last finished something
