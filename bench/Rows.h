@@ -73,7 +73,8 @@ void AddSortRows();
 void AddCatalogueRows();
 void AddJukeboxRows();
 void AddEditingRows();
-// `library` is a folder made by make_library, of that many songs.
-void AddLibraryRows(const std::string& library, int songs);
+// `library` is a folder made by make_library, of that many songs. With `cold` the rows measure with
+// nothing of it in the system's caches.
+void AddLibraryRows(const std::string& library, int songs, bool cold);
 
 }  // namespace tobbin

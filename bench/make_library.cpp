@@ -1,9 +1,9 @@
 // Makes a library of any size for measuring: make_library FOLDER SONGS
 //
 // The same number gives the same library, byte for byte. Songs lie in artist and album folders,
-// about eight and a half to a folder. Each is four valid MPEG frames with an ID3v1 tag; one in
-// twenty has no tag, half of the tags are padded with NULs and half with blanks, one in thirty
-// holds Latin-1 letters.
+// about eight and a half to a folder. Each is four valid MPEG frames with a tag; one in twenty has
+// none, a third has ID3v2.3 instead of ID3v1. Half of the ID3v1 tags are padded with NULs and half
+// with blanks, one tag in thirty holds Latin-1 letters.
 
 #include <algorithm>
 #include <array>
@@ -76,6 +76,27 @@ std::string Tag(Dice& dice, const Song& song, std::uint64_t year) {
     return tag;
 }
 
+// A text frame of ID3v2.3: name, size, flags, encoding 0, text.
+std::string TextFrame(std::string_view name, const std::string& text) {
+    const std::size_t size = text.size() + 1;
+    std::string frame(name);
+    for (int shift = 24; shift >= 0; shift -= 8)
+        frame.push_back(static_cast<char>(size >> shift));
+    return frame + std::string(3, '\0') + text;
+}
+
+// Its size is written in bytes of seven bits; a kilobyte of padding follows the frames.
+std::string NewTag(Dice& dice, const Song& song, std::uint64_t year) {
+    const std::string frames =
+        TextFrame("TIT2", song.title) + TextFrame("TPE1", song.artist) +
+        TextFrame("TALB", song.album) + TextFrame("TYER", std::to_string(year)) +
+        TextFrame("TCON", "(" + std::to_string(dice.Roll(148)) + ")") + std::string(1024, '\0');
+    std::string tag("ID3\x03\0\0", 6);
+    for (int shift = 21; shift >= 0; shift -= 7)
+        tag.push_back(static_cast<char>(frames.size() >> shift & 0x7F));
+    return tag + frames;
+}
+
 bool WriteSong(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -104,7 +125,10 @@ bool MakeLibrary(const std::filesystem::path& root, std::uint64_t songs) {
         for (; made < end; ++made) {
             const std::string title = Word(dice, 2 + dice.Roll(3));
             std::string bytes = frames;
-            if (dice.Roll(20) != 0)
+            const std::uint64_t kind = dice.Roll(60);
+            if (kind < 20)
+                bytes.insert(0, NewTag(dice, {title, artist, album}, year));
+            else if (kind < 57)
                 bytes += Tag(dice, {title, artist, album}, year);
             const std::string name = std::to_string(made) + " " + title + ".mp3";
             if (!WriteSong(folder / name, bytes))

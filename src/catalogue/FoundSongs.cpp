@@ -73,8 +73,9 @@ void FoundSongs::TakeNamesakes(SongIdentity& identity, const std::size_t* first,
     std::vector<SongFile> files;
     std::vector<std::size_t> placeOf;
     for (const std::size_t* i = first; i != last; ++i) {
-        const auto [place, isNew] =
-            places.try_emplace(m_environment.text.ToLower(m_files[*i].folder), files.size());
+        const std::string& folder = m_files[*i].folder;
+        const auto [place, isNew] = places.try_emplace(
+            last - first == 1 ? folder : m_environment.text.ToLower(folder), files.size());
         if (isNew)
             files.push_back(m_files[*i]);
         placeOf.push_back(place->second);

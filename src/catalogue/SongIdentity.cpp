@@ -91,6 +91,8 @@ std::int32_t SongIdentity::AtPath(std::string_view folder, std::string_view name
         }
         std::ranges::sort(*m_byPath);
     }
+    if (m_byPath->empty())
+        return 0;
     const std::string lowerFolder = m_text.ToLower(folder);
     const std::string lowerName = m_text.ToLower(name);
     const std::uint64_t hash = PathHash(TextHash()(lowerFolder), lowerName);
@@ -129,6 +131,8 @@ std::vector<SongIdentity::Candidate> SongIdentity::CandidatesFor(std::string_vie
         for (const SongMemory::Cleared& song : m_memory.ClearedSongs())
             m_cleared->emplace(m_text.ToLower(song.name), song.record);
     }
+    if (m_cleared->empty())
+        return candidates;
     const auto [begin, end] = m_cleared->equal_range(m_text.ToLower(name));
     for (auto found = begin; found != end; ++found)
         if (const SongMemory::Cleared* const song = m_memory.MaybeCleared(found->second))
@@ -150,7 +154,7 @@ std::vector<SongIdentity::Pair> SongIdentity::PairsOf(
         byLastPart.emplace(LastPart(candidates[i].lowerFolder), i);
     }
     std::vector<Pair> pairs;
-    for (std::size_t file = 0; file < files.size(); ++file) {
+    for (std::size_t file = 0; !candidates.empty() && file < files.size(); ++file) {
         const std::string lowerFolder = m_text.ToLower(files[file].folder);
         const std::uint64_t size = files[file].size;
         const auto add = [&](std::size_t i) {
