@@ -14,9 +14,12 @@ struct RankRow {
 
 // The one table of ranks, the best one first. The worst is written as the one above it.
 inline constexpr RankRow kRanks[] = {
-    {"7", 7, "rank 1 of 6", "Rank 1 of 6, best"}, {"6", 6, "rank 2 of 6", "Rank 2 of 6"},
-    {"5", 5, "rank 3 of 6", "Rank 3 of 6"},       {"4", 4, "rank 4 of 6", "Rank 4 of 6"},
-    {"3", 3, "rank 5 of 6", "Rank 5 of 6"},       {"3", 2, "rank 6 of 6", "Rank 6 of 6, worst"},
+    {"7", 7, "rank: best", "Rank: best"},
+    {"6", 6, "rank: second-best", "Rank: second-best"},
+    {"5", 5, "rank: third-best", "Rank: third-best"},
+    {"4", 4, "rank: third-worst", "Rank: third-worst"},
+    {"3", 3, "rank: second-worst", "Rank: second-worst"},
+    {"3", 2, "rank: worst", "Rank: worst"},
 };
 
 // A song that was never ranked is shown as one of the worst rank.

@@ -149,8 +149,8 @@ class clsMain {
     // copy they leave those records alone.
     bool KeepBackup();
 
-    // What there is to say of a search that found nothing: where the person may look instead. Empty
-    // when there is nothing to say.
+    // What there is to say of the last search besides what it found: what it left out, where it was
+    // stopped, or where the person may look instead. May be empty.
     const std::string& SearchRemark() const { return m_searchRemark; }
 
     // Where the songs lie, as it was found since the last BeginPass, after which every drive is

@@ -13,14 +13,6 @@
 // The passes over the catalogue: the check for missing songs, the searches, the duplicates.
 
 namespace tobbin {
-namespace {
-
-constexpr char kNoDriveToSearch[] =
-    "Only fixed drives are searched, and there is none.  Songs from other drives can be dropped on "
-    "a folder.";
-
-}  // namespace
-
 void clsMain::BeginPass() {
     m_drives.BeginPass(
         SongFoldersOf(m_table), [this] { return !m_progress.StopRequested(); },
@@ -142,9 +134,8 @@ bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
     BeginPass();
     FoundSongs found(m_environment, *this);
-    const bool searched = SongSearch(m_environment, m_progress, found).SearchHardDrives();
+    m_searchRemark = SongSearch(m_environment, m_progress, found).SearchHardDrives().Words();
     Settle(found);
-    m_searchRemark = searched ? "" : kNoDriveToSearch;
     m_environment.events.PumpWithoutInput();
     m_drives.EndPass(SongFoldersOf(m_table));
     return !Mp3MainHasSomeMembers() ||
@@ -194,7 +185,11 @@ bool clsMain::AddAnyAdditionalMp3FromTheNormalDirectories(const ListedFolders* m
     Settle(found);
     const bool cleaned = DeleteIdenticalFileNamesAndPaths();
     m_searchRemark.clear();
-    if (m_lastSearch.added == 0)
+    if (steps.done < steps.all)
+        m_searchRemark = "Stopped after " + GroupedNumber(steps.done) + " of " +
+                         Counted(steps.all, "folder") +
+                         "; \"Bring In New Songs\" searches the rest.";
+    else if (m_lastSearch.added == 0)
         m_searchRemark = RemarkOnNewFolder(m_environment, m_drives, folders, subfolders,
                                            [this] { return !m_progress.StopRequested(); });
     return cleaned && status.Ok();

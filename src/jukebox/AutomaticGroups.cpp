@@ -124,11 +124,11 @@ std::optional<FillingAnew> AutomaticGroups::FillAnew(Jukebox& jukebox) {
                : std::nullopt;
 }
 
-std::string AutomaticGroups::StoppedText(const std::string& goesOn) const {
+std::string AutomaticGroups::StoppedText(const std::string& command) const {
     if (m_lastRead.done == m_lastRead.all)
         return {};
-    return "Stopped: the tags of " + GroupedNumber(m_lastRead.done) + " of " +
-           Counted(m_lastRead.all, "song") + " are read.  " + goesOn;
+    return "Stopped after the tags of " + GroupedNumber(m_lastRead.done) + " of " +
+           Counted(m_lastRead.all, "song") + "; " + command + " reads the rest.";
 }
 
 void AutomaticGroups::FileNewSongs() {

@@ -27,10 +27,9 @@ class AutomaticGroups {
     // Whether a run is at work, and this is one of the events that it lets through.
     bool IsBuilding() const { return m_building; }
 
-    // What a person who stopped the last run is told: how far it came, and what goes on with it.
-    // Empty when it had read all tags.
-    std::string StoppedText(
-        const std::string& goesOn = "\"Bring In New Songs\" goes on with the others.") const;
+    // What a person who stopped the last run is told: how far it came, and which command goes on
+    // with it. Empty when it had read all tags.
+    std::string StoppedText(const std::string& command = "\"Bring In New Songs\"") const;
 
     // Carries out work whose runs show their progress; that of other runs is not to be seen.
     void ShowProgressIn(Progress& progress, const std::function<void()>& work);

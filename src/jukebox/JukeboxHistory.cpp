@@ -23,17 +23,19 @@ JukeboxHistory::~JukeboxHistory() {
     m_jukebox.RemoveListener(*this);
 }
 
-EditResult JukeboxHistory::Do(std::string name, std::unique_ptr<JukeboxChange> change) {
+EditResult JukeboxHistory::Do(std::string name, std::unique_ptr<JukeboxChange> change,
+                              std::string undone) {
     Changes changes;
     changes.push_back(std::move(change));
-    return Do(std::move(name), std::move(changes));
+    return Do(std::move(name), std::move(changes), std::move(undone));
 }
 
-EditResult JukeboxHistory::Do(std::string name, Changes changes) {
+EditResult JukeboxHistory::Do(std::string name, Changes changes, std::string undone) {
     ForgetUndone(m_undone.size());
     const bool changesJukebox =
         std::ranges::any_of(changes, [](const auto& change) { return change->ChangesJukebox(); });
-    m_undone.push_back({std::move(name), std::move(changes), nullptr, changesJukebox});
+    m_undone.push_back(
+        {std::move(name), std::move(undone), std::move(changes), nullptr, changesJukebox});
     return RedoHere();
 }
 
@@ -45,6 +47,12 @@ const std::string& JukeboxHistory::UndoName() const {
 const std::string& JukeboxHistory::RedoName() const {
     CHECK(CanRedo());
     return m_undone.back().name;
+}
+
+std::string JukeboxHistory::UndoneText() const {
+    CHECK(CanUndo());
+    const Step& step = m_done.back();
+    return step.undone.empty() ? "Undone: " + step.name + "." : step.undone;
 }
 
 std::string JukeboxHistory::WhyNotUndo() const {
@@ -63,7 +71,7 @@ std::string JukeboxHistory::WhyNotRedo() const {
     const Step& step = m_undone.back();
     const JukeboxHistory* const partner = MaybePartner(step);
     return partner != nullptr && IsNext(partner->m_undone, step) ? std::string()
-                                                                 : WordsOn(step, "done again");
+                                                                 : WordsOn(step, "redone");
 }
 
 std::string JukeboxHistory::WordsOn(const Step& step, const char* failed) const {
@@ -104,7 +112,7 @@ JukeboxHistory* JukeboxHistory::MaybePartner(const Step& step) const {
     return step.maybePair->from == this ? step.maybePair->to : step.maybePair->from;
 }
 
-// Forgets the last `count` of the steps that could be done again, in the partners, too.
+// Forgets the last `count` of the steps that could be redone, in the partners, too.
 void JukeboxHistory::ForgetUndone(std::size_t count) {
     const auto end = m_undone.begin() + static_cast<std::ptrdiff_t>(count);
     const Steps forgotten(std::make_move_iterator(m_undone.begin()), std::make_move_iterator(end));
@@ -204,7 +212,7 @@ void JukeboxHistory::OnFillingEnds() {
     if (!changes.empty()) {
         ForgetUndone(m_undone.size());
         ++m_place;
-        m_done.push_back({"Bring In New Songs", std::move(changes), nullptr, true});
+        m_done.push_back({"Bring In New Songs", {}, std::move(changes), nullptr, true});
     }
     m_isFilling = m_working = false;
 }

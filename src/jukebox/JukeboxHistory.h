@@ -10,7 +10,7 @@
 
 namespace tobbin {
 
-// What was done to one jukebox, so that each step can be undone and done again. All editing goes
+// What was done to one jukebox, so that each step can be undone and redone. All editing goes
 // through Do; a grouping run is a step of its own. A change of the folders or songs by anyone else
 // ends the history. Knows at which step the jukebox was last saved; back there it is not
 // dirty.
@@ -26,16 +26,19 @@ class JukeboxHistory : private JukeboxListener {
     JukeboxHistory& operator=(const JukeboxHistory&) = delete;
 
     // Does the changes in order, as one step of that name ("Cut Folder"). What was undone before
-    // can no longer be done again.
-    EditResult Do(std::string name, Changes changes);
-    EditResult Do(std::string name, std::unique_ptr<JukeboxChange> change);
+    // can no longer be redone. `undone` is the sentence that tells of its undoing, if it has one of
+    // its own.
+    EditResult Do(std::string name, Changes changes, std::string undone = {});
+    EditResult Do(std::string name, std::unique_ptr<JukeboxChange> change, std::string undone = {});
 
     bool CanUndo() const { return !m_done.empty(); }
     bool CanRedo() const { return !m_undone.empty(); }
     // The name of the step that would be next; CHECK that there is one.
     const std::string& UndoName() const;
     const std::string& RedoName() const;
-    // Why the next step can't be undone or done again, for the person; empty when it can.
+    // What to tell when the next step is undone: "Undone: Move Songs." or its own sentence.
+    std::string UndoneText() const;
+    // Why the next step can't be undone or redone, for the person; empty when it can.
     std::string WhyNotUndo() const;
     std::string WhyNotRedo() const;
     // CHECK that there is a step and nothing is in its way.
@@ -44,7 +47,7 @@ class JukeboxHistory : private JukeboxListener {
     void Clear();
 
     // Makes the last steps of two jukeboxes one, which moved something from the one to the other.
-    // It is undone and done again in both or in neither, so as long as it is the next one in both.
+    // It is undone and redone in both or in neither, so as long as it is the next one in both.
     // Of two steps whose other jukebox was closed, the one that took something out can be undone.
     static void Join(JukeboxHistory& from, JukeboxHistory& to);
 
@@ -55,6 +58,7 @@ class JukeboxHistory : private JukeboxListener {
     };
     struct Step {
         std::string name;
+        std::string undone;
         Changes changes;
         std::shared_ptr<Pair> maybePair;  // shared with the other jukebox's step
         bool changesJukebox = false;

@@ -234,14 +234,14 @@ void PlayerPanel::CheckFirstSong() {
     if (m_playList.UpperBound() < 1)
         return;
     m_firstPath = m_songPathOf(m_playList.Song(1));
-    std::string problem = ProblemOf(m_firstPath);
-    if (m_firstPath.empty() && !m_playList.FirstName().empty())
-        problem = "the file of \"" + m_playList.FirstName() + "\" is not there";
-    if (!problem.empty())
-        m_environment.statusLine.Say("Nothing is played, as the first song can't be: " + problem +
-                                     ".");
-    else
+    const std::string problem = ProblemOf(m_firstPath);
+    if (problem.empty()) {
         m_stage = Stage::SendStop;
+        return;
+    }
+    const std::string name = m_firstPath.empty() ? m_playList.FirstName() : m_firstPath;
+    m_environment.statusLine.Say("Nothing played: \"" + name + "\", the first song, " + problem +
+                                 ".");
 }
 
 void PlayerPanel::AddSongs() {
@@ -250,12 +250,12 @@ void PlayerPanel::AddSongs() {
         return;
     }
     const std::string path = m_songPathOf(m_playList.Song(m_place++));
-    std::string problem = ProblemOf(path);
+    const std::string problem = ProblemOf(path);
     if (problem.empty()) {
         m_control.AddFileToPlaylist(path);
         m_added += m_control.IsAnswering() && !m_control.IsGone() ? 1 : 0;
     } else if (m_leftOut++ == 0) {
-        m_whyLeftOut = std::move(problem);
+        m_whyLeftOut = (path.empty() ? "its file" : "\"" + path + "\"") + " " + problem;
     }
 }
 
@@ -273,23 +273,19 @@ void PlayerPanel::FinishPlaystuff(const std::string& line) {
     if (!line.empty())
         m_environment.statusLine.Say(line);
     else if (m_leftOut > 0)
-        m_environment.statusLine.Say(
-            Counted(m_leftOut, "song") +
-            (m_leftOut == 1 ? " was left out: " : " were left out. The first: ") + m_whyLeftOut +
-            ".");
+        m_environment.statusLine.Say(Counted(m_leftOut, "song") +
+                                     (m_leftOut == 1 ? " skipped: " : " skipped. The first: ") +
+                                     m_whyLeftOut + ".");
 }
 
-// Why the player can't be given a file, as the end of a sentence; empty when it can.
+// Why the player can't be given a file, as the predicate of a sentence; empty when it can.
 std::string PlayerPanel::ProblemOf(const std::string& path) {
     if (path.empty())
-        return "its file is not there";
+        return "is missing";
     const std::size_t failures = m_failures;
     if (!m_control.FileExists(path, m_failures))
-        return "the file \"" + path + "\" " +
-               (m_failures == failures ? "is not there" : "can't be looked at");
-    if (!m_control.MaybePathForPlayer(path))
-        return "the player can't be told the name \"" + path + "\"";
-    return {};
+        return m_failures == failures ? "is missing" : "can't be looked at";
+    return m_control.MaybePathForPlayer(path) ? "" : "has a name that the player can't be told";
 }
 
 void PlayerPanel::Close() {

@@ -47,7 +47,10 @@ void PlayerPanel::OnBalance(std::int32_t balance) {
 
 void PlayerPanel::OnStopAdding() {
     if (m_stage == Stage::AddSongs)
-        FinishPlaystuff();
+        FinishPlaystuff("Stopped after " + GroupedNumber(static_cast<std::size_t>(m_place - 1)) +
+                        " of " +
+                        Counted(static_cast<std::size_t>(m_playList.UpperBound()), "song") +
+                        "; those that the player has go on playing.");
 }
 
 void PlayerPanel::OnChoosePlayer() {

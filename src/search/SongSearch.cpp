@@ -15,11 +15,14 @@ constexpr int kYieldsBeforeADrive = 2000;
 // The recycle bin on the drives of the systems of then and now. Its songs are deleted ones.
 constexpr const char* kRecycleBins[] = {":\\RECYCLED", ":\\RECYCLER", ":\\$RECYCLE.BIN"};
 
-// Whether songs in this folder are left out: half-loaded ones and those in a recycle bin. Only the
-// folder counts, never the file's own name.
+// Songs in these folders and in recycle bins are left out. Only the folder counts, never the file's
+// own name.
+bool IsIncomplete(const SystemText& text, const std::string& folder) {
+    return text.ToLower(folder).find("incomplete") != std::string::npos;
+}
+
 bool IsSkippedFolder(const SystemText& text, const std::string& folder) {
-    return text.ToLower(folder).find("incomplete") != std::string::npos ||
-           IsInRecycleBin(text, folder);
+    return IsIncomplete(text, folder) || IsInRecycleBin(text, folder);
 }
 
 // The songs among what a listing holds.
@@ -84,21 +87,48 @@ std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
     return std::hash<std::uint64_t>()(id.index * 0x9E3779B97F4A7C15U ^ id.volume);
 }
 
-bool SongSearch::SearchHardDrives() {
+std::string DriveSearch::Words() const {
+    if (drives.all == 0)
+        return "Only fixed drives are searched, and there is none.  Songs from other drives can be "
+               "dropped on a folder.";
+    std::string stopped, notSearched;
+    if (drives.done < drives.all)
+        stopped = "Stopped after " + GroupedNumber(drives.done) + " of " +
+                  Counted(drives.all, "drive") +
+                  "; \"Bring In New Songs (Search my whole computer)\" starts over.";
+    for (const std::string& root : otherDrives)
+        notSearched += (notSearched.empty() ? "" : ", ") + root;
+    if (!otherDrives.empty())
+        notSearched += otherDrives.size() == 1 ? " (not a fixed drive)" : " (not fixed drives)";
+    if (incompleteFolders > 0)
+        notSearched += (notSearched.empty() ? "" : ", ") + Counted(incompleteFolders, "folder") +
+                       " with \"incomplete\" in the path";
+    return Sentences({stopped, notSearched.empty() ? "" : "Not searched: " + notSearched + "."});
+}
+
+DriveSearch SongSearch::SearchHardDrives() {
     m_entered.clear();
-    bool searched = false;
-    for (const std::string& root : m_environment.drives.Roots()) {
+    m_incompleteFolders = 0;
+    DriveSearch search;
+    const std::vector<std::string> roots = m_environment.drives.Roots();
+    for (const std::string& root : roots)
+        if (IsHardDrive(m_environment, root))
+            ++search.drives.all;
+        else
+            search.otherDrives.push_back(root);
+    for (const std::string& root : roots) {
         for (int i = 0; i < kYieldsBeforeADrive; ++i)
             m_environment.events.LetEventsThrough();
         m_progress.Show("Looking for Mp3s in " + root);
-        if (IsHardDrive(m_environment, root)) {
-            searched = true;
+        const bool isHardDrive = IsHardDrive(m_environment, root);
+        if (isHardDrive)
             WalkTree(root);
-        }
         if (m_progress.StopRequested())
             break;
+        search.drives.done += isHardDrive ? 1 : 0;
     }
-    return searched;
+    search.incompleteFolders = m_incompleteFolders;
+    return search;
 }
 
 void SongSearch::SearchFolder(const std::string& folder, const FolderListing& listing) {
@@ -119,8 +149,10 @@ void SongSearch::WalkTree(const std::string& root) {
         m_environment.events.LetEventsThrough();
         // All that lies below has the same words in its path. Not entering it leaves what a link in
         // there leads to for another path.
-        if (IsSkippedFolder(m_environment.text, folder))
+        if (IsSkippedFolder(m_environment.text, folder)) {
+            m_incompleteFolders += IsIncomplete(m_environment.text, folder) ? 1 : 0;
             continue;
+        }
         FolderListing listing;
         if (!m_environment.disk.List(folder, {true, volume}, listing).Ok())
             continue;

@@ -38,6 +38,16 @@ bool IsSongName(std::string_view name);
 // Whether a full path leads into the recycle bin of a drive.
 bool IsInRecycleBin(const SystemText& text, const std::string& path);
 
+// How a search of the drives went.
+struct DriveSearch {
+    StepsDone drives;                      // fixed ones; done are those that were searched through
+    std::vector<std::string> otherDrives;  // the roots that were not searched
+    std::size_t incompleteFolders = 0;     // left out for "incomplete" in their path
+
+    // What was left out, and where the search was stopped, for the person; may be empty.
+    std::string Words() const;
+};
+
 // Finds MP3 files and hands each to the sink; its texts go to the progress window. A folder that
 // can't be listed is passed over.
 class SongSearch {
@@ -45,8 +55,8 @@ class SongSearch {
     SongSearch(Environment& environment, Progress& progress, SongSink& sink);
 
     // Searches every hard drive with all folders. A stop request ends the search; what was found
-    // so far has been handed over. Returns whether there was a drive to be searched.
-    bool SearchHardDrives();
+    // so far has been handed over.
+    DriveSearch SearchHardDrives();
 
     // Searches one folder (ending in "\"), as it was listed, without the folders in it.
     void SearchFolder(const std::string& folder, const FolderListing& listing);
@@ -60,10 +70,12 @@ class SongSearch {
     };
 
     void WalkTree(const std::string& root);
+
     Environment& m_environment;
     Progress& m_progress;
     SongSink& m_sink;
     std::unordered_set<FolderId, FolderIdHash> m_entered;  // each folder is entered once at most
+    std::size_t m_incompleteFolders = 0;
 };
 
 }  // namespace tobbin

@@ -2,7 +2,9 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "jukebox/SpecialFolders.h"
 #include "search/PlayerDiscovery.h"
 #include "search/SilentProgress.h"
 #include "shell/CataloguePass.h"
@@ -10,6 +12,18 @@
 #include "util/Text.h"
 
 namespace tobbin {
+namespace {
+
+std::string WhereNewSongsAre(Application& application) {
+    for (const std::string_view folder : {kNew, kAllSongs})
+        for (std::size_t i = 0; i < application.Count(); ++i)
+            if (const Folder* const there = application.At(i).MaybeFind(folder);
+                there != nullptr && there->Level() == 0)
+                return "See the folder \"" + std::string(folder) + "\".";
+    return "They are added to each jukebox when you open it.";
+}
+
+}  // namespace
 
 void NewSongs::LookInKnownFolders() {
     Search(false);
@@ -55,21 +69,14 @@ void NewSongs::Search(bool wholeComputer) {
     window->Close();
     if (!saved)
         return;
-    const std::int32_t found = catalogue.LastSearch().added;
-    std::string line = "No new songs were found.";
-    if (found == 0 && !catalogue.SearchRemark().empty())
-        line += "  " + catalogue.SearchRemark();
-    if (found > 0)
-        line = Counted(static_cast<std::size_t>(found), "new song") +
-               (found == 1 ? " was found." : " were found.");
-    if (const std::int32_t back = catalogue.LastSearch().cameBack; back > 0)
-        line += "  " + Counted(static_cast<std::size_t>(back), "song") +
-                (back == 1 ? " was found again." : " were found again.");
-    if (!leftOut.empty())
-        line += "  " + leftOut;
-    if (window->StopRequested() && !m_application.Groups().StoppedText().empty())
-        line += "  " + m_application.Groups().StoppedText();
-    m_application.TheEnvironment().statusLine.Say(line);
+    const auto found = static_cast<std::size_t>(catalogue.LastSearch().added);
+    const auto back = static_cast<std::size_t>(catalogue.LastSearch().cameBack);
+    m_application.TheEnvironment().statusLine.Say(
+        Sentences({found == 0 ? "No new songs found." : Counted(found, "new song") + " found.",
+                   found == 0 ? "" : WhereNewSongsAre(m_application),
+                   back == 0 ? "" : Counted(back, "song") + " found again.", leftOut,
+                   catalogue.SearchRemark(),
+                   window->StopRequested() ? m_application.Groups().StoppedText() : ""}));
 }
 
 void InstallPlayer(Application& application, SearchingWindow& window) {

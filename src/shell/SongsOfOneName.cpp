@@ -89,9 +89,8 @@ std::string SettleSongsOfOneName(Application& application, bool askAgain) {
     const std::size_t leftOut = catalogue.LastSearch().leftOut.size();
     if (leftOut == 0)
         return {};
-    return Counted(leftOut, "file") + (leftOut == 1
-                                           ? " was left out, since another song has its name."
-                                           : " were left out, since other songs have their names.");
+    return Counted(leftOut, "file") + (leftOut == 1 ? " was" : " were") +
+           " left out, as only one song of each file name is kept.";
 }
 
 }  // namespace tobbin

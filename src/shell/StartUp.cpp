@@ -295,11 +295,12 @@ void StartUp::ShowWork(const std::string& text) {
 void StartUp::SearchForSongs() {
     m_view.ShowProgressArea(true);
     m_application.Catalogue().SearchHardDrives();
-    if (const std::string& remark = m_application.Catalogue().SearchRemark(); !remark.empty())
-        m_environment.statusLine.Say(remark);
     m_view.ShowProgressArea(false);
-    if (const std::string line = SettleSongsOfOneName(m_application, false); !line.empty())
-        m_environment.statusLine.Say(line);
+    const clsMain& catalogue = m_application.Catalogue();
+    const std::string leftOut = SettleSongsOfOneName(m_application, false);
+    m_environment.statusLine.Say(Sentences(
+        {Counted(static_cast<std::size_t>(catalogue.LastSearch().added), "song") + " found.",
+         leftOut, catalogue.SearchRemark()}));
 }
 
 void StartUp::OpenFirstJukebox() {

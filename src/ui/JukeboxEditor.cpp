@@ -77,8 +77,7 @@ EditResult JukeboxEditor::CutFolder(Folder& folder) {
     if (!MayTakeFolder(folder))
         return {};
     HoldFolder(folder);
-    const std::string line = "Cut " + NameAndSongsOf(m_jukebox, folder) + ".";
-    return Said(line, WayBack::BringsItBack, m_history.Do("Cut Folder", TakeFolder(folder)));
+    return TakeOut("Cut", "Cut Folder", folder);
 }
 
 void JukeboxEditor::CopyFolder(const Folder& folder) {
@@ -114,8 +113,7 @@ EditResult JukeboxEditor::DeleteFolder(Folder& folder) {
             "Are you sure you want to delete this folder and all it's contents?",
             Buttons::YesNoCancel, BoxIcon::Question) != Answer::Yes)
         return {};
-    const std::string line = "Deleted " + NameAndSongsOf(m_jukebox, folder) + ".";
-    return Said(line, WayBack::BringsItBack, m_history.Do("Delete Folder", TakeFolder(folder)));
+    return TakeOut("Deleted", "Delete Folder", folder);
 }
 
 EditResult JukeboxEditor::Paste(Folder& into, std::optional<std::size_t> maybeBefore) {
@@ -185,12 +183,18 @@ EditResult JukeboxEditor::CutSongs(Folder& folder, const std::vector<std::size_t
     return TakeOut("Cut", "Cut Songs", folder, rows);
 }
 
+EditResult JukeboxEditor::TakeOut(const char* did, const char* name, Folder& folder) {
+    const std::string what = NameAndSongsOf(m_jukebox, folder);
+    return Said(std::string(did) + " " + what + ".", WayBack::BringsItBack,
+                m_history.Do(name, TakeFolder(folder), what + " put back."));
+}
+
 EditResult JukeboxEditor::TakeOut(const char* did, const char* name, Folder& folder,
                                   const std::vector<std::size_t>& rows) {
-    return Said(
-        std::string(did) + " " + Counted(rows.size(), "song") + " from " + NameOf(&folder) + ".",
-        rows.size() == 1 ? WayBack::BringsItBack : WayBack::BringsThemBack,
-        m_history.Do(name, TakeSongs(folder, rows)));
+    const std::string what = Counted(rows.size(), "song");
+    return Said(std::string(did) + " " + what + " from " + NameOf(&folder) + ".",
+                rows.size() == 1 ? WayBack::BringsItBack : WayBack::BringsThemBack,
+                m_history.Do(name, TakeSongs(folder, rows), what + " put back."));
 }
 
 EditResult JukeboxEditor::DeleteSongs(Folder& folder, const std::vector<std::size_t>& rows) {
@@ -238,10 +242,7 @@ EditResult JukeboxEditor::FillAnew() {
     std::optional<FillingAnew> anew = m_tools.groups.FillAnew(m_jukebox);
     if (!anew)
         return {};
-    std::string line = WordsOnFilling(*anew);
-    if (const std::string stopped = m_tools.groups.StoppedText("F5 reads the others, too.");
-        !stopped.empty())
-        line += "  " + stopped;
+    const std::string line = Sentences({WordsOnFilling(*anew), m_tools.groups.StoppedText("F5")});
     if (auto change = anew->TakeChange(); change != nullptr)
         return Said(line, WayBack::TakesItBack,
                     m_history.Do("Fill Folders Anew", std::move(change)));

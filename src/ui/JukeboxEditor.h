@@ -78,6 +78,7 @@ class JukeboxEditor {
     bool MayTakeSongs(const Folder& folder);
     EditResult Said(const std::string& line, WayBack way, EditResult result);
     bool MakesSecond(const Folder* parent, const std::string& text, const Folder& content);
+    EditResult TakeOut(const char* did, const char* name, Folder& folder);
     EditResult TakeOut(const char* did, const char* name, Folder& folder,
                        const std::vector<std::size_t>& rows);
     // The songs that a folder takes in: "All Songs" holds each only once.

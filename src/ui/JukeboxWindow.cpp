@@ -291,8 +291,7 @@ std::string JukeboxWindow::RedoText() const {
 void JukeboxWindow::Undo() {
     JukeboxHistory& history = m_editor.History();
     if (CanUndo())
-        Step(history.WhyNotUndo(),
-             "Undone: " + history.UndoName() + ". Alt+Shift+Backspace does it again.",
+        Step(history.WhyNotUndo(), history.UndoneText() + " Alt+Shift+Backspace redoes it.",
              &JukeboxHistory::Undo);
 }
 
@@ -300,7 +299,7 @@ void JukeboxWindow::Redo() {
     JukeboxHistory& history = m_editor.History();
     if (CanRedo())
         Step(history.WhyNotRedo(),
-             WithWayBack("Done again: " + history.RedoName() + ".", WayBack::TakesItBack),
+             WithWayBack("Redone: " + history.RedoName() + ".", WayBack::TakesItBack),
              &JukeboxHistory::Redo);
 }
 

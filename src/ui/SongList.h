@@ -23,8 +23,7 @@ class SongList {
     std::string RowText(std::size_t row, int column) const;
     // The rank, 2 to 7; 0 for a song whose file is missing.
     int RowImage(std::size_t row) const;
-    // The rank as it is spoken and read: "rank 1 of 6", which is the best one; "missing" for a
-    // song whose file is missing.
+    // The rank as it is spoken and read: "rank: best"; "missing" for a song whose file is missing.
     std::string RankText(std::size_t row) const;
     // The row as a screen reader says it: name, rank and place.
     std::string AccessibleRowText(std::size_t row) const;

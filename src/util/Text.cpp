@@ -98,6 +98,14 @@ std::string Counted(std::size_t number, std::string_view noun) {
     return GroupedNumber(number) + " " + std::string(noun) + (number == 1 ? "" : "s");
 }
 
+std::string Sentences(std::initializer_list<std::string_view> sentences) {
+    std::string text;
+    for (const std::string_view sentence : sentences)
+        if (!sentence.empty())
+            text += (text.empty() ? "" : "  ") + std::string(sentence);
+    return text;
+}
+
 std::string TimeText(std::int64_t milliseconds) {
     if (milliseconds < 0)
         return "--:--";

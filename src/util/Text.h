@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,9 @@ std::string GroupedNumber(std::size_t number);
 
 // A number of things: "1 song", "12,345 songs".
 std::string Counted(std::size_t number, std::string_view noun);
+
+// The sentences that are not empty, with two blanks between them.
+std::string Sentences(std::initializer_list<std::string_view> sentences);
 
 // Minutes and seconds: "03:05"; "--:--" for a negative time.
 std::string TimeText(std::int64_t milliseconds);

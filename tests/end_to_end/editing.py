@@ -65,14 +65,14 @@ class Editing(Case):
         answer("Juke Box Files*", "Save")
         self.until(lambda: driver("titles"), [name.upper()])
 
-    def undo(self, *steps):
+    def undo(self, *steps, line="Undone: {}."):
         keys(*["alt+BackSpace"] * len(steps))
-        self.until(status, f"Undone: {steps[-1]}. Alt+Shift+Backspace does it again.")
+        self.until(status, f"{line.format(steps[-1])} Alt+Shift+Backspace redoes it.")
 
     def delete_marked(self, name):
         answer("Are you sure you want to delete*", "Yes")
         self.says(f'Deleted "{name}" (0 songs). Alt+Backspace brings it back.')
-        self.undo("Delete Folder")
+        self.undo(name, line='"{}" (0 songs) put back.')
 
     def drag(self, start, to, *held):
         """Drags over a folder, with keys held, until it is marked."""
@@ -186,7 +186,7 @@ class Editing(Case):
             self.save("back")
             self.assertEqual((GROUPING / "back.juk").read_bytes(), (GROUPING / "dragged.juk").read_bytes())
             keys(*["alt+shift+BackSpace"] * 5)
-            self.until(status, "Done again: Move Folder. Alt+Backspace takes it back.")
+            self.until(status, "Redone: Move Folder. Alt+Backspace takes it back.")
             self.save("again")
             self.assertEqual((GROUPING / "again.juk").read_bytes(), (GROUPING / "edited.juk").read_bytes())
 

@@ -108,13 +108,13 @@ class SameSong(Case):
     def test_2_a_folder_high_up_is_renamed(self):
         (DISKS / "one/Old").rename(DISKS / "one/New")
         songs = self.session(r"N:\New\A\a.mp3", r"N:\New\B\b.mp3", r"O:\Far\far.mp3", search=(),
-                             found="No new songs were found.  2 songs were found again.")
+                             found="No new songs found.  2 songs found again.")
         self.assertEqual(songs, 3)
 
     def test_3_two_drives_swap_their_letters_and_a_file_its_case(self):
         map_drives(n="two", o="one")
         self.session(r"O:\New\A\a.mp3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3", search=(),
-                     found="No new songs were found.  3 songs were found again.")
+                     found="No new songs found.  3 songs found again.")
         (DISKS / "one/New/A/a.mp3").rename(DISKS / "one/New/A/A.MP3")
         songs = self.session(r"O:\New\A\A.MP3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3")
         self.assertEqual(songs, 3)
@@ -125,9 +125,9 @@ class SameSong(Case):
         places = (r"O:\New\A\A.MP3", r"O:\New\B\b.mp3", r"N:\Far\far.mp3")
         question = "3 files have the names of other songs*"
         self.session(*places, search=((question, "No"),),
-                     found="1 new song was found.  3 files were left out")
+                     found='1 new song found.  See the folder "New".  3 files were left out')
         self.assertEqual(self.session(*places, search=((question, "Yes"),),
-                                      found="3 new songs were found."), 7)
+                                      found='3 new songs found.  See the folder "New".'), 7)
         self.assertEqual([path for path, _, _ in records()[3:]],
                          [rf"N:\Album {album}\01.mp3" for album in range(4)])
 

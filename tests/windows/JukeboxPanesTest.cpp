@@ -92,8 +92,8 @@ TEST_F(JukeboxPanesTest, SelectingAFolderListsItsSongs) {
     const ComPtr<IAccessible> rows(static_cast<IAccessible*>(spoken));
     VARIANT row = {};
     row.vt = VT_I4;
-    for (const wchar_t* text :
-         {L"Songs", L"song 1.mp3, rank 5 of 6, 1 of 3", L"song 2.mp3, rank 4 of 6, 2 of 3"}) {
+    for (const wchar_t* text : {L"Songs", L"song 1.mp3, rank: second-worst, 1 of 3",
+                                L"song 2.mp3, rank: third-worst, 2 of 3"}) {
         BSTR name = nullptr;
         EXPECT_EQ(rows->get_accName(row, &name), S_OK);
         EXPECT_STREQ(name, text);

@@ -126,13 +126,12 @@ TEST_F(Panel, TheFirstSongDecidesAndLaterMissingOnesAreSkipped) {
                               "1024 1 105", "copy 100 C:\\M\\4.mp3|"}));
     fake.disk.AddFile("C:\\M\\\xE6\xBC\xA2.mp3");  // has no name that the player understands
     Play({1, kNoAnsiName});
-    const std::string nothing = "Nothing is played, as the first song can't be: ";
     EXPECT_EQ(fake.statusLine.lines,
-              (Log{nothing + "the file \"C:\\M\\11.mp3\" is not there.",
-                   nothing + "the file of \"Blue Skies\" is not there.",
-                   "2 songs were left out. The first: the file \"C:\\M\\11.mp3\" is not there.",
-                   "1 song was left out: the player can't be told the name "
-                   "\"C:\\M\\\xE6\xBC\xA2.mp3\"."}));
+              (Log{"Nothing played: \"C:\\M\\11.mp3\", the first song, is missing.",
+                   "Nothing played: \"Blue Skies\", the first song, is missing.",
+                   "2 songs skipped. The first: \"C:\\M\\11.mp3\" is missing.",
+                   "1 song skipped: \"C:\\M\\\xE6\xBC\xA2.mp3\" has a name that the player can't "
+                   "be told."}));
 }
 
 TEST_F(Panel, WaitsForALatePlayerButNotForever) {
@@ -293,8 +292,7 @@ TEST_F(Panel, TellsOfAPlayerThatEndsAndOnceOfFilesThatCanNotBeLookedAt) {
     EXPECT_EQ(fake.dialogs.boxes.size(), 1U);
     EXPECT_EQ(fake.statusLine.lines,
               (Log{"The player ended before it had all songs: it had got 2 of 4 songs.",
-                   "3 songs were left out. The first: the file \"C:\\M\\2.mp3\" can't be looked "
-                   "at."}));
+                   "3 songs skipped. The first: \"C:\\M\\2.mp3\" can't be looked at."}));
 }
 
 TEST_F(Panel, ChangesOverToThePlayerThatIsChosen) {

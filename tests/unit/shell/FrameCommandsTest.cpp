@@ -94,9 +94,16 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     fake.disk.AddFile("C:\\M\\d.mp3", "no tag");
     fake.disk.AddFile("C:\\Elsewhere\\e.mp3", "no tag");
     commands.Do(Command::NewSongsNormalLocations);
-    EXPECT_EQ(LastLine(), "1 new song was found.");
+    EXPECT_EQ(LastLine(), "1 new song found.  See the folder \"New\".");
+    fake.disk.AddFile("C:\\Incomplete\\h.mp3");
+    fake.drives.drives.emplace_back("R:\\", 2);
     commands.ClickButton(15);
-    EXPECT_EQ(LastLine(), "1 new song was found.");
+    EXPECT_EQ(
+        LastLine(),
+        "1 new song found.  See the folder \"New\".  Not searched: R:\\ (not a fixed drive), 1 "
+        "folder with \"incomplete\" in the path.");
+    fake.drives.drives.pop_back();
+    fake.disk.Erase("C:\\Incomplete");
     for (const FakeFrame::Child& child : frame.children)
         EXPECT_EQ(child.window->Model().MaybeFind("All Songs")->Songs().size(), 5U);
     EXPECT_EQ(frame.searchTexts.at(1), "Searching to add new songs  . . . ");
@@ -108,11 +115,11 @@ TEST_F(FrameCommandsTest, NewSongsFindTheirWayIntoEveryOpenJukebox) {
     fake.events.onEvents = [&] { frame.stopsSearch = application.Groups().IsBuilding(); };
     const auto& songs = frame.children.back().window->Model().MaybeFind("All Songs")->Songs();
     for (const auto& [line, count] : std::vector<std::pair<std::string, std::size_t>>{
-             {"2 new songs were found.  Stopped: the tags of 1 of 2 songs are read.  \"Bring In "
-              "New "
-              "Songs\" goes on with the others.",
+             {"2 new songs found.  See the folder \"New\".  Stopped after the tags of 1 of 2 "
+              "songs; "
+              "\"Bring In New Songs\" reads the rest.",
               6},
-             {"No new songs were found.", 7}}) {
+             {"No new songs found.", 7}}) {
         commands.Do(Command::NewSongsWholeComputer);
         EXPECT_EQ(LastLine(), line);
         EXPECT_EQ(songs.size(), count);
@@ -144,7 +151,7 @@ TEST_F(FrameCommandsTest, StatusTextsCountAndGroupTheirDigits) {
     frame.children[0].view->rows = {0, 1};
     EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 2 selected");
     frame.children[0].view->rows = {1};
-    EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 1 selected, rank 6 of 6");
+    EXPECT_EQ(SelectionText(window), "All Songs: 3 songs, 1 selected, rank: worst");
 }
 
 TEST(LoadedWindows, AreKnownByNameInAnyCase) {

@@ -123,7 +123,7 @@ TEST_F(SameSong, GoneAtOneStartAndBackLaterItIsOneSong) {
         fake.disk.AddFile("C:\\M\\b.mp3");
         if (withinASession) {
             BringIn(true);
-            EXPECT_EQ(LastLine(), "No new songs were found.  2 songs were found again.");
+            EXPECT_EQ(LastLine(), "No new songs found.  2 songs found again.");
         } else {
             Start();
             BringIn(true);
@@ -242,7 +242,9 @@ TEST_F(SameSong, DifferentSongsOfOneNameAreAskedAboutOnce) {
                 std::string(static_cast<std::size_t>(10 * album + track), 'x'));
     StartWith({});  // The answer is No.
     EXPECT_EQ(Records().size(), 11U);
-    EXPECT_EQ(LastLine(), "90 files were left out, since other songs have their names.");
+    EXPECT_EQ(
+        LastLine(),
+        "11 songs found.  90 files were left out, as only one song of each file name is kept.");
     ASSERT_EQ(fake.dialogs.boxes.size(), 1U);
     EXPECT_EQ(
         fake.dialogs.boxes[0].text,
@@ -256,7 +258,7 @@ TEST_F(SameSong, DifferentSongsOfOneNameAreAskedAboutOnce) {
 
     fake.dialogs.answers = {Answer::Yes};
     BringIn(true);
-    EXPECT_EQ(LastLine(), "90 new songs were found.");
+    EXPECT_EQ(LastLine(), "90 new songs found.  See the folder \"New\".");
     EXPECT_EQ(Records().size(), 101U);
     EXPECT_EQ(TheJukebox().MaybeFind("All Songs")->Songs().size(), 101U);
     for (std::int32_t record = 1; record <= 101; ++record)

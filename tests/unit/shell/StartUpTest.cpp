@@ -310,6 +310,8 @@ TEST_F(StartUpTest, ADriveThatIsAwayCostsNoSongNoRankNoPlayerAndNoBox) {
     ASSERT_TRUE(application->Catalogue().Save());
     SaveJukebox();
     fake.drives.treeFinds.clear();
+    EXPECT_EQ(fake.statusLine.lines, std::vector<std::string>{"3 songs found."});
+    fake.statusLine.lines.clear();
     const auto before = fake.disk.Everything();
     const auto expectNothingLost = [&](const char* when) {
         SCOPED_TRACE(when);

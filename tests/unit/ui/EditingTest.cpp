@@ -293,7 +293,7 @@ TEST_F(EditingTest, DropsInOneStepAlsoBetweenWindows) {
     Window(0).Undo();  // only brings back
     EXPECT_EQ(Tree(), kStart);
     Window(0).Redo();
-    EXPECT_EQ(LastLine(), "\"Move Folder\" can't be done again: the other jukebox was closed.");
+    EXPECT_EQ(LastLine(), "\"Move Folder\" can't be redone: the other jukebox was closed.");
     OpenJukebox("THIRD");
     drop(1, "By Mood/Happy", {}, 0, "", DropMode::Move);
     EXPECT_EQ(LastLine(),

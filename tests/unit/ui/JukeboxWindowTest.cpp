@@ -30,7 +30,7 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowText(1, 1), "2");
     application.Catalogue().Mp3Info(clsMain::kRank, 2, "7");
     EXPECT_EQ(window.RowImage(1), 7);
-    EXPECT_EQ(window.AccessibleRowText(1), "b, rank 1 of 6, 2 of 3");
+    EXPECT_EQ(window.AccessibleRowText(1), "b, rank: best, 2 of 3");
     EXPECT_EQ(window.FocusedSongDetails(), "");
     view.FocusRow(1);
     EXPECT_EQ(window.FocusedSongDetails(), "C:\\M\\b.mp3");
