@@ -96,13 +96,17 @@ class Programs {
 
     // Starts a program by its full path, quoted, with the arguments as given, and does not wait for
     // it. Returns whether it was started. Only one that is shown normally may ask for administrator
-    // rights, if it wants them.
+    // rights, if it wants them; any other gets none, even where this program has them.
     virtual bool Start(const std::string& programPath, const std::string& arguments,
                        ShowProgram show) = 0;
 
     // The full path of the program of this file name that an installer has registered; nothing
     // where none is.
     virtual std::optional<std::string> MaybeRegistered(const std::string& fileName) = 0;
+
+    // The folders for installed programs, which only an administrator can write: "C:\Program
+    // Files\" and the like.
+    virtual std::vector<std::string> InstallFolders() = 0;
 
     // Opens a document by its full path in the program that the person has for it. Returns whether
     // there was one to be started.

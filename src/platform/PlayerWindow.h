@@ -29,6 +29,9 @@ class PlayerWindow {
     // The window of the player's class, whatever its title; 0 when there is none.
     virtual Handle Find() = 0;
 
+    // The full path of the program that the window belongs to; empty where it can't be told.
+    virtual std::string Program(Handle window) = 0;
+
     // The window's caption, without asking its program; empty when there is no window.
     virtual std::string Caption(Handle window) = 0;
 

@@ -2,10 +2,15 @@
 
 #include <windows.h>
 
+#include <vector>
+
+#include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
 namespace {
+
+constexpr std::size_t kLongestPath = 32'768;  // units
 
 PlayerReply SendWithin(PlayerWindow::Handle window, UINT message, WPARAM wParam, LPARAM lParam,
                        int limitMilliseconds) {
@@ -34,6 +39,17 @@ PlayerReply SendWithin(PlayerWindow::Handle window, UINT message, WPARAM wParam,
 
 PlayerWindow::Handle SystemPlayerWindow::Find() {
     return reinterpret_cast<Handle>(FindWindowW(L"Winamp v1.x", nullptr));
+}
+
+std::string SystemPlayerWindow::Program(Handle window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(reinterpret_cast<HWND>(window), &process);
+    const UniqueKernelObject handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    std::vector<wchar_t> path(kLongestPath);
+    auto length = static_cast<DWORD>(path.size());
+    if (!handle || !QueryFullProcessImageNameW(handle.Get(), 0, path.data(), &length))
+        return {};
+    return Utf8({path.data(), length});
 }
 
 std::string SystemPlayerWindow::Caption(Handle window) {

@@ -9,6 +9,7 @@ namespace tobbin {
 class SystemPlayerWindow : public PlayerWindow {
  public:
     Handle Find() override;
+    std::string Program(Handle window) override;
     std::string Caption(Handle window) override;
     std::uint32_t Registered(const wchar_t* name) override;
     PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam, std::int32_t lParam,

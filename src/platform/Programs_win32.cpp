@@ -3,7 +3,12 @@
 #include <windows.h>
 
 #include <shellapi.h>
+#include <shlobj.h>
 
+#include <cstddef>
+#include <vector>
+
+#include "platform/ComPtr_win32.h"
 #include "platform/RegisteredPrograms_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
@@ -13,6 +18,53 @@ namespace tobbin {
 namespace {
 
 constexpr DWORD kElevationRequired = 740;  // The compiler's headers lack it.
+
+using UniqueAttributes =
+    UniqueHandle<NullHandleTraits<LPPROC_THREAD_ATTRIBUTE_LIST, &::DeleteProcThreadAttributeList>>;
+
+bool IsElevated() {
+    HANDLE handle = nullptr;
+    OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &handle);
+    const UniqueKernelObject token(handle);
+    TOKEN_ELEVATION_TYPE type = TokenElevationTypeDefault;
+    DWORD bytes = 0;
+    return GetTokenInformation(token.Get(), TokenElevationType, &type, sizeof(type), &bytes) &&
+           type == TokenElevationTypeFull;
+}
+
+// Makes the desktop the parent of a program that is to be started, so that it gets the desktop's
+// rights, not those of an administrator that this program may have.
+class DesktopAsParent {
+ public:
+    // False when the system refuses. Without a desktop there are no other rights to be had.
+    bool AddTo(STARTUPINFOEXW& startup, DWORD& flags) {
+        const HWND shell = GetShellWindow();
+        if (shell == nullptr || !IsElevated())
+            return true;
+        DWORD process = 0;
+        GetWindowThreadProcessId(shell, &process);
+        m_parent = UniqueKernelObject(OpenProcess(PROCESS_CREATE_PROCESS, FALSE, process));
+        m_handle = m_parent.Get();
+        SIZE_T bytes = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &bytes);
+        m_room.resize(bytes);
+        const auto list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(m_room.data());
+        if (!m_parent || !InitializeProcThreadAttributeList(list, 1, 0, &bytes))
+            return false;
+        m_attributes.Reset(list);
+        startup.lpAttributeList = list;
+        startup.StartupInfo.cb = sizeof(startup);
+        flags |= EXTENDED_STARTUPINFO_PRESENT;
+        return UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_PARENT_PROCESS, &m_handle,
+                                         sizeof(m_handle), nullptr, nullptr) != FALSE;
+    }
+
+ private:
+    UniqueKernelObject m_parent;
+    HANDLE m_handle = nullptr;  // has to outlive the list
+    std::vector<std::byte> m_room;
+    UniqueAttributes m_attributes;
+};
 
 bool IsFullPath(const std::string& path) {
     const bool onDrive = path.size() > 3 && path[1] == ':' && path[2] == '\\';
@@ -46,16 +98,22 @@ bool SystemPrograms::Start(const std::string& programPath, const std::string& ar
     if (!arguments.empty())
         commandLine += L" " + wideArguments;
 
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof(startup);
-    startup.dwFlags = STARTF_USESHOWWINDOW;
-    startup.wShowWindow = show == ShowProgram::Normal ? SW_SHOWNORMAL : SW_SHOWMINNOACTIVE;
-    PROCESS_INFORMATION process = {};
+    STARTUPINFOEXW startup = {};
+    startup.StartupInfo.cb = sizeof(startup.StartupInfo);
+    startup.StartupInfo.dwFlags = STARTF_USESHOWWINDOW;
+    startup.StartupInfo.wShowWindow =
+        show == ShowProgram::Normal ? SW_SHOWNORMAL : SW_SHOWMINNOACTIVE;
     // The default error mode: the program must not inherit that ours shows no error boxes.
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                        CREATE_DEFAULT_ERROR_MODE, nullptr, folder.c_str(), &startup, &process))
+    DWORD flags = CREATE_DEFAULT_ERROR_MODE;
+    DesktopAsParent parent;
+    if (show != ShowProgram::Normal && !parent.AddTo(startup, flags))
+        return false;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, flags,
+                        nullptr, folder.c_str(), &startup.StartupInfo, &process))
         return GetLastError() == kElevationRequired && show == ShowProgram::Normal &&
-               ShellStart(L"runas", program, wideArguments, folder, startup.wShowWindow);
+               ShellStart(L"runas", program, wideArguments, folder,
+                          startup.StartupInfo.wShowWindow);
     UniqueKernelObject(process.hThread).Reset();
     UniqueKernelObject(process.hProcess).Reset();
     return true;
@@ -63,6 +121,19 @@ bool SystemPrograms::Start(const std::string& programPath, const std::string& ar
 
 std::optional<std::string> SystemPrograms::MaybeRegistered(const std::string& fileName) {
     return MaybeRegisteredProgram(fileName);
+}
+
+std::vector<std::string> SystemPrograms::InstallFolders() {
+    std::vector<std::string> folders;
+    for (const KNOWNFOLDERID& id :
+         {FOLDERID_ProgramFiles, FOLDERID_ProgramFilesX64, FOLDERID_ProgramFilesX86}) {
+        wchar_t* path = nullptr;
+        const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &path);
+        const ComText owned(path);
+        if (SUCCEEDED(result))
+            folders.push_back(FolderWithSeparator(Utf8(path)));
+    }
+    return folders;
 }
 
 bool SystemPrograms::Open(const std::string& documentPath) {

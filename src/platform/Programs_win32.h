@@ -14,6 +14,7 @@ class SystemPrograms : public Programs {
     bool Start(const std::string& programPath, const std::string& arguments,
                ShowProgram show) override;
     std::optional<std::string> MaybeRegistered(const std::string& fileName) override;
+    std::vector<std::string> InstallFolders() override;
     bool Open(const std::string& documentPath) override;
 };
 

@@ -8,6 +8,13 @@
 namespace tobbin {
 namespace {
 
+// Some installers write short names.
+std::string InLongNames(const std::string& path) {
+    wchar_t longPath[1024];
+    const DWORD length = GetLongPathNameW(Wide(path).c_str(), longPath, 1024);
+    return length == 0 || length >= 1024 ? path : Utf8({longPath, length});
+}
+
 // "C:\Player\player.exe" out of a text such as "\"C:\Player\player.exe\" \"%1\"" or
 // "C:\Player\player.exe,0"; nothing when it is no full path of a program of that file name.
 std::optional<std::string> MaybeProgramIn(const std::string& text, const std::string& fileName) {
@@ -17,7 +24,7 @@ std::optional<std::string> MaybeProgramIn(const std::string& text, const std::st
             path.resize(at + fileName.size());
             if (!RootOfPath(path).empty() &&
                 EqualsIgnoringAsciiCase(FileNameOfPath(path), fileName))
-                return path;
+                return InLongNames(path);
             break;
         }
     return std::nullopt;

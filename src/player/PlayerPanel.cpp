@@ -69,14 +69,33 @@ void PlayerPanel::Playstuff() {
 
 void PlayerPanel::StartAndAwaitWindow(Stage stage) {
     OfferNoStop();
+    m_stage = Stage::Idle;
+    if (!MayRunPlayer())
+        return;
     if (!m_control.StartPlayer()) {
-        m_stage = Stage::Idle;
         m_environment.dialogs.Tell(kNoStart);
         return;
     }
     m_deadline = m_environment.clock.Milliseconds() + kWindowPatience;
     m_stage = stage;
     Work();
+}
+
+// No to a player that was found means ours.
+bool PlayerPanel::MayRunPlayer() {
+    const std::string path = m_control.PlayerProgramPath();
+    if (path.empty() || m_discovery.MayRun(path))
+        return true;
+    if (!m_discovery.HasOwnPlayer()) {
+        m_environment.statusLine.Say(
+            "The player \"" + path +
+            "\" was not run, as you wished.  A button in the player panel chooses another one.");
+        return false;
+    }
+    m_discovery.UseOwnPlayer();
+    m_control.PlayerProgramPath(m_discovery.PlayerPath());
+    ShowChoice();
+    return true;
 }
 
 void PlayerPanel::Work() {
@@ -133,6 +152,14 @@ int PlayerPanel::Advance() {
 
 int PlayerPanel::AwaitWindow() {
     if (m_control.FindPlayerWindow()) {
+        if (!m_control.IsWindowKnown() && m_discovery.MayGetSongs(m_control.Stranger()))
+            return kAtOnce;
+        if (!m_control.IsWindowKnown()) {
+            EndWith("");
+            m_environment.statusLine.Say("Nothing was sent to the player \"" +
+                                         m_control.Stranger() + "\", as you wished.  Close it.");
+            return kAtOnce;
+        }
         m_stage = m_stage == Stage::AwaitWindowToLoad ? Stage::AskVersion : Stage::CheckFirstSong;
         return kAtOnce;
     }

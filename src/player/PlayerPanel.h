@@ -80,6 +80,7 @@ class PlayerPanel {
     };
 
     void StartAndAwaitWindow(Stage stage);
+    bool MayRunPlayer();
     int Advance();  // milliseconds to wait before the next step
     int AwaitWindow();
     int AwaitOldPlayersEnd();

@@ -69,7 +69,7 @@ void PlayerPanel::OnChoosePlayer() {
     ShowChoice();
     m_control.PlayerProgramPath(m_discovery.PlayerPath());
     EndWith("");
-    if (m_control.FindPlayerWindow())
+    if (m_control.FindPlayerWindow() && m_control.IsWindowKnown())
         m_control.StopAndClose();
     m_deadline = m_environment.clock.Milliseconds() + kEndPatience;
     m_stage = Stage::AwaitOldPlayersEnd;

@@ -59,7 +59,12 @@ bool WinAMP_Control::FindPlayerWindow() {
     }
     m_denied = m_gone = false;
     m_window = found;
-    return m_window != 0;
+    if (found == 0)
+        return false;
+    m_stranger = m_environment.player.Program(found);
+    if (!m_discovery.IsAllowed(m_stranger))
+        m_window = 0;
+    return true;
 }
 
 bool WinAMP_Control::StartPlayer() {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/Environment.h"
+#include "search/PlayerDiscovery.h"
 
 namespace tobbin {
 
@@ -35,14 +36,19 @@ enum class PlayerCommand : std::int32_t {
 // anew.
 class WinAMP_Control {
  public:
-    explicit WinAMP_Control(Environment& environment) : m_environment(environment) {}
+    // `discovery` knows which programs may be sent anything.
+    WinAMP_Control(Environment& environment, const PlayerDiscovery& discovery)
+        : m_environment(environment), m_discovery(discovery) {}
 
     // The player program's full path; empty when no player is known.
     const std::string& PlayerProgramPath() const { return m_programPath; }
     void PlayerProgramPath(std::string path) { m_programPath = std::move(path); }
 
-    // Looks for the player's window and keeps it; forgets the one known before.
+    // Looks for the player's window and keeps it; forgets the one known before. Returns whether
+    // there is one. That of a program that may not be used doesn't get known; `Stranger` is that
+    // program's path.
     bool FindPlayerWindow();
+    const std::string& Stranger() const { return m_stranger; }
     bool IsWindowKnown() const { return m_window != 0; }
 
     // Whether it is our own player: AskWhoseItIs asks, once for each window.
@@ -114,7 +120,8 @@ class WinAMP_Control {
     void Note(const PlayerReply& reply);
 
     Environment& m_environment;
-    std::string m_programPath;
+    const PlayerDiscovery& m_discovery;
+    std::string m_programPath, m_stranger;
     PlayerWindow::Handle m_window = 0;
     std::int32_t m_lastAddResult = 0;
     std::optional<bool> m_ours;

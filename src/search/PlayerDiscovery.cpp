@@ -1,6 +1,6 @@
 #include "search/PlayerDiscovery.h"
 
-#include <optional>
+#include <algorithm>
 
 #include "search/SilentProgress.h"
 #include "search/SongSearch.h"
@@ -15,12 +15,15 @@ constexpr char kPlayerFile[] = "winamp.exe";
 // The per-user setting by which our own player stays the one that is used, if it is "Own".
 constexpr char kChoiceKey[] = "Chosen Player";
 
+// The per-user settings that say whether a program may be used: this and its path in lower case.
+constexpr char kAnswerKey[] = "Use ";
+
 }  // namespace
 
 PlayerDiscovery::Outcome PlayerDiscovery::Search(Progress& progress) {
     m_searchPending = false;
     Outcome outcome = SearchDrives(progress);
-    if (outcome == Outcome::NotFound && FileExists(m_environment.disk, m_ownPlayer)) {
+    if (outcome == Outcome::NotFound && HasOwnPlayer()) {
         m_location.OnPlayerFound(m_environment.text.ToLower(m_ownPlayer));
         outcome = Outcome::Found;
     }
@@ -63,7 +66,7 @@ bool PlayerDiscovery::LookWhereRegistered() {
     // The program's folder may have been moved, or copied with its settings.
     const SystemText& text = m_environment.text;
     if (text.ToLower(FileNameOfPath(PlayerPath())) != text.ToLower(FileNameOfPath(m_ownPlayer)) ||
-        !FileExists(m_environment.disk, m_ownPlayer))
+        !HasOwnPlayer())
         return false;
     if (!IsOwnPlayer(PlayerPath()))
         m_location.OnPlayerFound(text.ToLower(m_ownPlayer));
@@ -75,7 +78,7 @@ bool PlayerDiscovery::LookWhereRegistered() {
 }
 
 bool PlayerDiscovery::OffersOwnPlayer() const {
-    return !IsOwnPlayer(PlayerPath()) && FileExists(m_environment.disk, m_ownPlayer);
+    return !IsOwnPlayer(PlayerPath()) && HasOwnPlayer();
 }
 
 void PlayerDiscovery::UseOwnPlayer() {
@@ -85,7 +88,66 @@ void PlayerDiscovery::UseOwnPlayer() {
 
 void PlayerDiscovery::UsePlayer(const std::string& path) {
     m_environment.userSettings.Write(kChoiceKey, IsOwnPlayer(path) ? "Own" : "Other");
+    KeepAnswer(path, true);
     m_location.OnPlayerFound(m_environment.text.ToLower(path));
+}
+
+// A path that climbs out of a folder again is none that an installer or the system gives.
+bool PlayerDiscovery::IsInstalled(const std::string& program) const {
+    const SystemText& text = m_environment.text;
+    const std::string path = text.ToLower(program);
+    if (FileNameOfPath(path) != kPlayerFile || path.find("\\..") != std::string::npos)
+        return false;
+    const std::vector<std::string> folders = m_environment.programs.InstallFolders();
+    const auto registered = m_environment.programs.MaybeRegistered(kPlayerFile);
+    return std::ranges::any_of(
+               folders,
+               [&](const std::string& folder) { return path.starts_with(text.ToLower(folder)); }) ||
+           (registered && text.ToLower(*registered) == path);
+}
+
+std::optional<std::string> PlayerDiscovery::MaybeAnswer(const std::string& program) const {
+    const std::string key = kAnswerKey + m_environment.text.ToLower(program);
+    const auto answer = m_answers.find(key);
+    return answer != m_answers.end() ? answer->second : m_environment.userSettings.MaybeRead(key);
+}
+
+void PlayerDiscovery::KeepAnswer(const std::string& program, bool allowed) {
+    const std::string key = kAnswerKey + m_environment.text.ToLower(program);
+    const std::string answer = allowed ? "Yes" : "No";
+    m_answers[key] = answer;
+    if (!program.empty())
+        m_environment.userSettings.Write(key, answer);
+}
+
+bool PlayerDiscovery::IsAllowed(const std::string& program) const {
+    return IsOwnPlayer(program) || IsInstalled(program) || MaybeAnswer(program) == "Yes";
+}
+
+// Asks only where nothing is settled yet.
+bool PlayerDiscovery::Ask(const std::string& program,
+                          const std::function<std::string()>& question) {
+    if (!IsAllowed(program) && !MaybeAnswer(program))
+        KeepAnswer(program, m_environment.dialogs.Ask(question(), Buttons::YesNoPreferNo,
+                                                      BoxIcon::Question) == Answer::Yes);
+    return IsAllowed(program);
+}
+
+bool PlayerDiscovery::MayRun(const std::string& program) {
+    return Ask(program, [&] {
+        return "Tobbin has found this player:\n\n" + program +
+               "\n\nIt isn't registered as installed and doesn't lie in a Program Files folder, so "
+               "anybody who uses this computer may have put it there.  Do you want to run it?" +
+               (HasOwnPlayer() ? "  With No, Tobbin's own player is used." : "");
+    });
+}
+
+bool PlayerDiscovery::MayGetSongs(const std::string& program) {
+    return Ask(program, [&] {
+        return "The player that is open isn't one that Tobbin knows.  It is this program:\n\n" +
+               (program.empty() ? "(Windows doesn't tell which)" : program) +
+               "\n\nDo you want to play your songs with it?";
+    });
 }
 
 bool PlayerDiscovery::RunInstaller(const std::string& applicationFolder) {

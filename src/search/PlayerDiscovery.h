@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -55,6 +57,15 @@ class PlayerDiscovery {
     void UseOwnPlayer();
     void UsePlayer(const std::string& path);
 
+    // Whether a program may be run as the player, or be sent songs because its window is open.
+    // Anybody who uses the computer can put a "winamp.exe" on its disks, and a copied settings file
+    // can name any program. Ours may, and one that is installed; any other once the person has said
+    // so. `IsAllowed` doesn't ask. Each program is asked about once, and the answer is kept.
+    bool IsAllowed(const std::string& program) const;
+    bool MayRun(const std::string& program);
+    bool MayGetSongs(const std::string& program);
+    bool HasOwnPlayer() const { return FileExists(m_environment.disk, m_ownPlayer); }
+
     // Starts the installer that lies in the application folder (which ends in "\"), and goes on at
     // once. When it can't be started, a box gives its full name and the reason.
     bool RunInstaller(const std::string& applicationFolder);
@@ -66,11 +77,16 @@ class PlayerDiscovery {
  private:
     Outcome SearchDrives(Progress& progress);
     bool IsOwnPlayer(const std::string& path) const;
+    bool IsInstalled(const std::string& program) const;
+    std::optional<std::string> MaybeAnswer(const std::string& program) const;
+    void KeepAnswer(const std::string& program, bool allowed);
+    bool Ask(const std::string& program, const std::function<std::string()>& question);
 
     Environment& m_environment;
     PlayerLocation& m_location;
     std::string m_ownPlayer;
     bool m_searchPending = false;
+    std::map<std::string, std::string> m_answers;  // of this session, by the settings' keys
 };
 
 }  // namespace tobbin

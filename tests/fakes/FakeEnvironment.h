@@ -149,6 +149,7 @@ class FakePrograms : public Programs {
     std::optional<std::string> MaybeRegistered(const std::string& /*fileName*/) override {
         return registered;
     }
+    std::vector<std::string> InstallFolders() override { return {"C:\\Program Files\\"}; }
     bool Open(const std::string& documentPath) override {
         opened.push_back(documentPath);
         return true;
@@ -217,11 +218,12 @@ class FakePlayerWindow : public PlayerWindow {
     // none of these.
     bool isOurs = false;
     std::int32_t track = 0, tracks = 0;
-    std::string caption;
+    std::string caption, program = "C:\\Program Files\\Winamp.exe";
     std::vector<std::string> log;                           // messages that reached the player
     std::vector<int> limits;                                // of every attempt, in milliseconds
     std::function<void(int limit)> onMessage = [](int) {};  // while it is waited for
     Handle Find() override;
+    std::string Program(Handle /*window*/) override { return program; }
     std::string Caption(Handle /*window*/) override { return caption; }
     std::uint32_t Registered(const wchar_t* name) override;
     PlayerReply Send(Handle window, std::uint32_t message, std::int32_t wParam, std::int32_t lParam,

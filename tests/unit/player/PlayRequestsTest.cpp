@@ -44,7 +44,7 @@ class Requests : public testing::Test {
     FakePlayerLocation location;
     FakeHost host;
     PlayerDiscovery discovery{fake.environment, location, "C:\\none"};
-    WinAMP_Control control{fake.environment};
+    WinAMP_Control control{fake.environment, discovery};
     PlayList playList;
     PlayRequests requests{fake.environment, location, discovery, control, playList, host};
     std::vector<ListedSong> songs;  // records 10 to 1; 9, 4 and 2 are selected
@@ -123,7 +123,9 @@ class PlayerControl : public testing::Test {
     Log TakeLog() { return std::exchange(fake.player.log, {}); }
 
     FakeEnvironment fake;
-    WinAMP_Control control{fake.environment};
+    FakePlayerLocation location;
+    PlayerDiscovery discovery{fake.environment, location, "C:\\none"};
+    WinAMP_Control control{fake.environment, discovery};
 };
 
 TEST_F(PlayerControl, SendsShortPathsAndOnlyValuesInRange) {

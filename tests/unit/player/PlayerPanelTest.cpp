@@ -39,7 +39,7 @@ class FakePanelView : public PlayerPanelView {
 class Panel : public testing::Test {
  protected:
     Panel() {
-        control.PlayerProgramPath("c:\\winamp.exe");
+        control.PlayerProgramPath("c:\\program files\\winamp.exe");
         for (int record = 1; record <= 10; ++record)
             fake.disk.AddFile(PathOf(record));
     }
@@ -76,11 +76,11 @@ class Panel : public testing::Test {
     }
 
     FakeEnvironment fake;
-    WinAMP_Control control{fake.environment};
-    PlayList playList;
-    FakePanelView view;
     FakePlayerLocation location;
     PlayerDiscovery discovery{fake.environment, location, "C:\\Tobbin\\Player\\TobbinPlayer.exe"};
+    WinAMP_Control control{fake.environment, discovery};
+    PlayList playList;
+    FakePanelView view;
     PlayerPanel panel{fake.environment, control, playList, PathOf, discovery, view};
 };
 
@@ -107,7 +107,7 @@ TEST_F(Panel, LoadsAndPlaysExactlyTheSongsInTheirOrder) {
     EXPECT_TRUE(view.buttonEnabled && view.timer && !view.stopOffered);
     EXPECT_EQ(fake.statusLine.progress.back(), "");
     ASSERT_EQ(fake.programs.started.size(), 2U);  // by the load and by Playstuff
-    EXPECT_EQ(fake.programs.started[0].program, "c:\\winamp.exe");
+    EXPECT_EQ(fake.programs.started[0].program, "c:\\program files\\winamp.exe");
     EXPECT_EQ(fake.programs.started[0].arguments, "");
     EXPECT_EQ(fake.programs.started[0].show, ShowProgram::MinimizedInactive);
     EXPECT_TRUE(fake.dialogs.boxes.empty());
@@ -317,6 +317,40 @@ TEST_F(Panel, ChangesOverToThePlayerThatIsChosen) {
     fake.dialogs.files = {"D:\\Other\\Play.exe"};
     panel.OnChoosePlayer();
     EXPECT_EQ(location.path, "d:\\other\\play.exe");
+}
+
+// Where any user of the PC may have put it. No to running it means ours; and the window of a
+// program that was not agreed to gets nothing, whichever was to be run.
+TEST_F(Panel, AsksOnceBeforeAStrangePlayerIsRunOrSentAnything) {
+    const std::string own = "C:\\Tobbin\\Player\\TobbinPlayer.exe";
+    fake.disk.AddFile(own);
+    fake.programs.registered = "C:\\W\\Winamp.exe";
+    fake.dialogs.answers = {Answer::Yes, Answer::No, Answer::No,
+                            Answer::No,  Answer::No, Answer::No};
+    const auto run = [&](const std::string& stored, const std::string& open) {
+        const std::size_t before = fake.dialogs.boxes.size();
+        control.PlayerProgramPath(stored);
+        fake.player.program = open;
+        fake.programs.started.clear();
+        LoadAndPlay({1});
+        return fake.programs.started.at(0).program + (view.timer ? "" : " unsent") + " " +
+               std::to_string(fake.dialogs.boxes.size() - before);
+    };
+    const std::string ours = "c:\\tobbin\\player\\tobbinplayer.exe";
+    EXPECT_EQ(run("c:\\w\\winamp.exe", own), "c:\\w\\winamp.exe 0");
+    EXPECT_EQ(run("c:\\aaa\\winamp.exe", "C:\\AAA\\winamp.exe"), "c:\\aaa\\winamp.exe 1");
+    EXPECT_NE(fake.dialogs.boxes.at(0).text.find("\n\nc:\\aaa\\winamp.exe\n\n"),
+              Log::value_type::npos);
+    EXPECT_EQ(run("c:\\aaa\\winamp.exe", "C:\\AAA\\winamp.exe"), "c:\\aaa\\winamp.exe 0");
+    for (const std::string path : {"c:\\bbb\\winamp.exe", "c:\\program files\\cmd.exe",
+                                   "c:\\program files\\..\\bbb\\winamp.exe"}) {
+        EXPECT_EQ(run(path, own), ours + " 1");
+        EXPECT_EQ(run(path, own), ours + " 0");
+    }
+    EXPECT_EQ(run(ours, "C:\\CCC\\winamp.exe"), ours + " unsent 1");
+    EXPECT_EQ(run(ours, "C:\\CCC\\winamp.exe"), ours + " unsent 0");
+    EXPECT_EQ(run(ours, ""), ours + " unsent 1");
+    EXPECT_TRUE(fake.player.limits.size() > 0 && TakeLog().empty());
 }
 
 // Whichever message the player hangs at: it is told so, nothing is sent until it answers, and then
