@@ -1,5 +1,6 @@
 #include "platform/Dialogs_win32.h"
 
+#include <commctrl.h>
 #include <shobjidl.h>
 
 #include <algorithm>
@@ -126,6 +127,22 @@ Answer SystemDialogs::Ask(const std::string& text, Buttons buttons, BoxIcon icon
         flags |= MB_DEFBUTTON2;
     const std::wstring caption = title.empty() ? kProgramName : Wide(title);
     return AnswerOf(MessageBoxW(owner, Wide(text).c_str(), caption.c_str(), flags));
+}
+
+bool SystemDialogs::TellWithTick(const std::string& text, const std::string& tick) {
+    const std::wstring content = Wide(text), toTick = Wide(tick);
+    TASKDIALOGCONFIG config = {};
+    config.cbSize = sizeof(config);
+    config.hwndParent = Owner();
+    config.dwFlags = TDF_ALLOW_DIALOG_CANCELLATION | TDF_SIZE_TO_CONTENT;
+    config.dwCommonButtons = TDCBF_OK_BUTTON;
+    config.pszWindowTitle = kProgramName;
+    config.pszContent = content.c_str();
+    config.pszVerificationText = toTick.c_str();
+    BOOL isTicked = FALSE;
+    if (FAILED(TaskDialogIndirect(&config, nullptr, nullptr, &isTicked)))
+        Tell(text);
+    return isTicked != FALSE;
 }
 
 std::optional<std::string> SystemDialogs::MaybeFileToOpen(const std::string& filter,

@@ -21,6 +21,8 @@ class SystemDialogs : public Dialogs {
     Answer Ask(const std::string& text, Buttons buttons, BoxIcon icon,
                const std::string& title) override;
 
+    bool TellWithTick(const std::string& text, const std::string& tick) override;
+
     // Neither dialog asks whether to replace an existing file or appends an extension: both are
     // the program's.
     std::optional<std::string> MaybeFileToOpen(const std::string& filter,

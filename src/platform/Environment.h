@@ -69,6 +69,9 @@ class Dialogs {
         Ask(text, Buttons::Ok, icon, title);
     }
 
+    // A box with the plain OK button and a text to tick. Returns whether it was ticked.
+    virtual bool TellWithTick(const std::string& text, const std::string& tick) = 0;
+
     // The system's Open and Save dialogs. `filter` is a caption and a pattern with "|" between
     // them. Returns the full path; nothing when the person cancels.
     virtual std::optional<std::string> MaybeFileToOpen(const std::string& filter,

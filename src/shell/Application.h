@@ -22,12 +22,14 @@
 
 namespace tobbin {
 
-// Where the program lies, where the system does, and where the program may keep what is the
-// person's own (empty when that is not known; it need not be there). Each ends in "\".
+// Where the program lies, where the system does, where the program may keep what is the person's
+// own (it need not be there), and where a 64-bit system has the libraries of 32-bit programs; the
+// last two are empty when there is none. Each ends in "\".
 struct ProgramFolders {
     std::string application;
     std::string system;
     std::string personal = {};
+    std::string systemOf32Bit = {};
 };
 
 // The objects that live as long as the program. The program's main creates the one instance and

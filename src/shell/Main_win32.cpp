@@ -49,7 +49,7 @@ int Run() {
         return 1;
     }
     Application application(environment.Interfaces(),
-                            {folder, SystemFolder(), PersonalDataFolder()});
+                            {folder, SystemFolder(), PersonalDataFolder(), SystemFolderOf32Bit()});
     MainFrame frame(application, environment);
     if (!frame.Open())
         return 1;

@@ -75,6 +75,7 @@ bool StartUp::Run() {
         PrepareCatalogue();
         OpenFirstJukebox();
         ForgetMissingPlayer();
+        TellOfCrash();
     }
     m_application.LongWork().Window(nullptr);
     // The frame first: once no window of the program is shown, Windows no longer lets it come to
@@ -87,12 +88,25 @@ bool StartUp::Run() {
     return canWork;
 }
 
+// Once: what was told of gets another name.
+void StartUp::TellOfCrash() {
+    const std::string dump = m_application.Folders().personal + "Tobbin.dmp";
+    const std::string toldOf = m_application.Folders().personal + "Tobbin (last crash).dmp";
+    if (m_environment.disk.Replace(dump, toldOf).Ok())
+        m_environment.statusLine.Say(
+            "Tobbin ended by a fault of its own the last time.  What it knows of that is in \"" +
+            toldOf + "\", on this PC only.");
+}
+
 void StartUp::CheckRuntimeLibrary() {
     const ProgramFolders& folders = m_application.Folders();
-    if (m_environment.userSettings.MaybeRead(kRuntimeCheckKey) == "0" ||
-        FileExists(m_environment.disk, folders.system + kRuntimeLibrary))
+    if (m_environment.userSettings.MaybeRead(kRuntimeCheckKey) == "0")
         return;
-    m_environment.dialogs.Tell(kRuntimeMessage);
+    for (const std::string& folder : {folders.system, folders.systemOf32Bit})
+        if (!folder.empty() && FileExists(m_environment.disk, folder + kRuntimeLibrary))
+            return;
+    if (m_environment.dialogs.TellWithTick(kRuntimeMessage, "Don't look for it again"))
+        m_environment.userSettings.Write(kRuntimeCheckKey, "0");
     m_environment.programs.Start(folders.system + "notepad.exe",
                                  "\"" + folders.application + "readme.txt\"", ShowProgram::Normal);
 }

@@ -44,6 +44,7 @@ class StartUp {
     bool Run();
 
  private:
+    void TellOfCrash();
     void CheckRuntimeLibrary();
     bool PrepareDataFolders();
     bool PrepareSettings();

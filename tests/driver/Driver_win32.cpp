@@ -29,6 +29,7 @@
 //   clipboard                   the lines of text on the clipboard, then "files" and their paths
 //   move LEFT TOP WIDTH HEIGHT  puts the frame there
 //   end CLASS                   ends the program of such a window, if there is one
+//   crash CLASS                 the same by a thread in it that begins where there is no code
 //   freeze CLASS TEXT [SECONDS] waits as "wait" does, then stops the program; thaw CLASS lets it go
 //   on player WORD...              see PlayerCommands_win32.cpp
 #include <windows.h>
@@ -232,13 +233,16 @@ void Halt(HWND window, bool stop) {
     }
 }
 
-void EndProgramOf(HWND window) {
+void EndProgramOf(HWND window, bool byCrash) {
     if (window == nullptr)
         return;
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
-    const UniqueKernelObject process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
-    if (!TerminateProcess(process.Get(), 1))
+    const UniqueKernelObject process(OpenProcess(PROCESS_ALL_ACCESS, FALSE, id));
+    const auto nowhere = reinterpret_cast<LPTHREAD_START_ROUTINE>(std::uintptr_t{16});
+    if (byCrash ? !UniqueKernelObject(
+                      CreateRemoteThread(process.Get(), nullptr, 0, nowhere, nullptr, 0, nullptr))
+                : !TerminateProcess(process.Get(), 1))
         throw std::runtime_error("the program can't be ended");
     WaitForSingleObject(process.Get(), 10'000);
 }
@@ -346,8 +350,8 @@ void Run(const std::wstring& command, const Words& words) {
     } else if (command == L"move") {
         SetWindowPos(frame(), nullptr, number(0, 0), number(1, 0), number(2, 0), number(3, 0),
                      SWP_NOZORDER);
-    } else if (command == L"end") {
-        EndProgramOf(MaybeWindow(word(0), L""));
+    } else if (command == L"end" || command == L"crash") {
+        EndProgramOf(MaybeWindow(word(0), L""), command == L"crash");
     } else if (command == L"freeze" || command == L"thaw") {
         Halt(Wait(word(0), word(1), number(2, defaultLimit)), command == L"freeze");
     } else {

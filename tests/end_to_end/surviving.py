@@ -88,7 +88,7 @@ class Surviving(Case):
             for plant in plants:
                 plant.unlink(missing_ok=True)
 
-    def test_3_a_drive_that_is_unplugged_between_two_starts(self):
+    def test_3_a_drive_that_is_unplugged_between_two_starts_and_a_crash(self):
         rank = b"\x01\x00%d" + bytes(14)
         CATALOGUE.write_bytes(CATALOGUE.read_bytes().replace(rank % 2, rank % 7))
         before = data()
@@ -105,7 +105,13 @@ class Surviving(Case):
             link.symlink_to(drive)
         with Program() as program:
             rows = program.rows("All Songs")
+            driver("crash", "frmMDIForm1")
+            self.assertNotEqual(program.process.wait(60), 0)
         self.assertEqual(data(), before)
+        with Program():
+            self.says("this PC only")
+        dump, = (PREFIX / "drive_c/users").rglob("Tobbin (last crash).dmp")
+        self.assertEqual(dump.read_bytes()[:4], b"MDMP")
         songs = [record for record in data_files.catalogue(CATALOGUE) if record["present"] == "1"]
         self.assertEqual({record["rank"] for record in songs}, {"7"})
         self.assertEqual(sorted(rows), sorted(record["name"] for record in songs))

@@ -23,7 +23,7 @@ WINE = os.environ.get("WINE", "wine")
 
 
 # The driver's commands that must not be given twice.
-ONCE = ("press", "close", "command", "freeze", "thaw")
+ONCE = ("press", "close", "command", "crash", "freeze", "thaw")
 
 
 def run_driver(words):

@@ -97,6 +97,10 @@ class FakeDialogs : public Dialogs {
         boxes.push_back({text, buttons, icon, title});
         return buttons == Buttons::Ok ? Answer::Ok : Next(answers, Answer::No);
     }
+    bool TellWithTick(const std::string& text, const std::string& tick) override {
+        Tell(text, BoxIcon::None, tick);
+        return Next(answers, Answer::No) == Answer::Yes;
+    }
     std::optional<std::string> MaybeFileToOpen(const std::string& filter,
                                                const std::string& folder) override {
         fileDialogs.push_back(filter + " in " + folder);

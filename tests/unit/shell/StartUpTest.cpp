@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "fakes/FakeEnvironment.h"
@@ -62,7 +63,8 @@ class StartUpTest : public testing::Test {
     bool Run() {
         view.seen.clear();
         application.emplace(fake.environment,
-                            ProgramFolders{"C:\\App\\", "C:\\Windows\\System32\\"});
+                            ProgramFolders{"C:\\App\\", "C:\\Windows\\System32\\", "C:\\Own\\",
+                                           "C:\\Windows\\SysWOW64\\"});
         return StartUp(*application, view).Run();
     }
     std::string Songs(const std::string& folder, const std::string& child = "") const {
@@ -169,9 +171,28 @@ TEST_F(StartUpTest, AMissingRuntimeLibraryIsToldUnlessTurnedOff) {
     EXPECT_TRUE(Box().starts_with("You are missing a file Tobbin needs to run correctly.  "));
     EXPECT_EQ(fake.programs.started.at(0).program, "C:\\Windows\\System32\\notepad.exe");
     EXPECT_EQ(fake.programs.started[0].arguments, "\"C:\\App\\readme.txt\"");
-    fake.userSettings.values["Runtime Library Check"] = "0";
+    fake.dialogs.answers = {Answer::Yes};  // ticked
+    Run();
+    Box();
     Run();
     EXPECT_TRUE(fake.dialogs.boxes.empty());
+    fake.userSettings.values.clear();
+    fake.disk.AddFile("C:\\Windows\\SysWOW64\\msvbvm50.dll");
+    Run();
+    EXPECT_TRUE(fake.dialogs.boxes.empty());
+}
+
+TEST_F(StartUpTest, ACrashIsToldOnce) {
+    fake.disk.AddFile("C:\\Own\\Tobbin.dmp", "MDMP");
+    ASSERT_TRUE(Run());
+    const auto told = [&] {
+        return std::ranges::count_if(fake.statusLine.lines, [](const std::string& line) {
+            return line.find("\"C:\\Own\\Tobbin (last crash).dmp\"") != std::string::npos;
+        });
+    };
+    EXPECT_EQ(told(), 1);
+    Run();
+    EXPECT_EQ(told(), 1);
 }
 
 TEST_F(StartUpTest, AFolderThatCanNotBeWrittenEndsTheProgram) {
