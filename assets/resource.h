@@ -12,6 +12,8 @@
 
 #define IDD_ABOUT 300
 #define IDC_ABOUT_VERSION 301
+#define IDC_ABOUT_OPEN 302
+#define IDC_ABOUT_FOLDER 303
 
 #define IDD_TIP 310
 #define IDC_TIP_TEXT 311

@@ -193,7 +193,7 @@ Section Uninstall
         ClearErrors
         ${GetOptions} $0 "/DATA" $1
         ${If} ${Errors}
-            MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONQUESTION "Remove your catalogue, ranks, settings and the jukeboxes in$\r$\n$INSTDIR\Grouping, too?$\r$\n$\r$\nThey can't be brought back. Your music is not touched." /SD IDNO IDNO kept
+            MessageBox MB_YESNO|MB_DEFBUTTON2|MB_ICONQUESTION "Remove your catalog, ranks, settings, and the jukeboxes in$\r$\n$INSTDIR\Grouping, too?$\r$\n$\r$\nThey can't be brought back. Your music is not touched." /SD IDNO IDNO kept
         ${EndIf}
         System::Call 'kernel32::GetFileAttributesW(w "$INSTDIR\Grouping") i .r0'
         IntOp $0 $0 & 0x400

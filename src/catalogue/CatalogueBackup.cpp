@@ -20,7 +20,7 @@ bool CatalogueBackup::Keep() {
     const DiskStatus status = CopyWhereWanted();
     if (!status.Ok())
         m_environment.statusLine.Say("The copy \"" + Path() +
-                                     "\" of the song catalogue was not made: " + status.Reason() +
+                                     "\" of the song catalog was not made: " + status.Reason() +
                                      ".");
     return status.Ok();
 }

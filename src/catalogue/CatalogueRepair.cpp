@@ -117,7 +117,7 @@ class CatalogueRepair {
     }
 
     std::string Sentence(const std::string& what) const {
-        return "The song catalogue \"" + m_path + "\" " + what + ".";
+        return "The song catalog \"" + m_path + "\" " + what + ".";
     }
 
     Environment& m_environment;

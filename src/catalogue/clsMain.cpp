@@ -106,7 +106,7 @@ bool clsMain::SaveTable() {
             return SayNotSaved("the old one could not be kept aside, " + status.Reason());
     }
     StatusLineProgress progress(m_environment.statusLine);
-    progress.Show("Saving the song catalogue . . .");
+    progress.Show("Saving the song catalog . . .");
     if (const DiskStatus status = SaveWholeFileIfChanged(m_environment.disk, CataloguePath(), file);
         !status.Ok())
         return SayNotSaved(status.Reason());
@@ -172,7 +172,7 @@ bool clsMain::MakeFile(std::string& file) {
 }
 
 bool clsMain::SayNotSaved(const std::string& why) {
-    m_environment.statusLine.Say("The song catalogue \"" + CataloguePath() +
+    m_environment.statusLine.Say("The song catalog \"" + CataloguePath() +
                                  "\" was not saved: " + why + ".");
     return false;
 }
@@ -182,9 +182,9 @@ bool clsMain::LoadMain() {
     if (!status.Ok()) {
         ClearTable();
         const bool notThere = status.Error() == DiskError::NotFound;
-        m_lastLoad = {notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
-                      "The song catalogue \"" + CataloguePath() +
-                          "\" can't be read: " + status.Reason() + "."};
+        m_lastLoad = {
+            notThere ? LoadOutcome::NotThere : LoadOutcome::Unreadable,
+            "The song catalog \"" + CataloguePath() + "\" can't be read: " + status.Reason() + "."};
         m_fileState = notThere ? FileState::Unknown : FileState::Unreadable;
     }
     const bool loaded = m_lastLoad.outcome == LoadOutcome::Loaded;
@@ -233,11 +233,11 @@ LoadResult clsMain::ReadRecords(std::string_view file) {
     const RecordsTaken taken = TakeRecords(file, m_environment.text, m_table);
     if (taken.tooMany)
         return {LoadOutcome::Damaged,
-                "The song catalogue \"" + CataloguePath() + "\" holds more than the " +
+                "The song catalog \"" + CataloguePath() + "\" holds more than the " +
                     std::to_string(m_table.Size()) + " records that the settings count."};
     if (taken.damage)
         return {LoadOutcome::Damaged,
-                "The song catalogue \"" + CataloguePath() + "\" is " + taken.damage->Words() + "."};
+                "The song catalog \"" + CataloguePath() + "\" is " + taken.damage->Words() + "."};
     return {};
 }
 

@@ -152,6 +152,8 @@ class clsMain {
     // What there is to say of the last search besides what it found: what it left out, where it was
     // stopped, or where the person may look instead. May be empty.
     const std::string& SearchRemark() const { return m_searchRemark; }
+    // The roots of the drives that the last search of the drives looked at.
+    const std::vector<std::string>& DrivesSearched() const { return m_drivesSearched; }
 
     // Where the songs lie, as it was found since the last BeginPass, after which every drive is
     // asked anew. The passes above begin by themselves.
@@ -192,6 +194,7 @@ class clsMain {
     bool m_dirty = false;
     LoadResult m_lastLoad;
     std::string m_searchRemark;
+    std::vector<std::string> m_drivesSearched;
     FileState m_fileState = FileState::Unknown;
     std::int32_t m_recordsInFile = 0;  // as last loaded or saved
     PathInfo m_fileInfo;               // likewise; a path that names nothing when it is not known

@@ -134,7 +134,9 @@ bool clsMain::SearchHardDrives() {
     RenumberBasedOnArrayNumber();  // Of two equal songs the older one has the smaller number.
     BeginPass();
     FoundSongs found(m_environment, *this);
-    m_searchRemark = SongSearch(m_environment, m_progress, found).SearchHardDrives().Words();
+    const DriveSearch search = SongSearch(m_environment, m_progress, found).SearchHardDrives();
+    m_searchRemark = search.Words();
+    m_drivesSearched = search.fixedDrives;
     Settle(found);
     m_environment.events.PumpWithoutInput();
     m_drives.EndPass(SongFoldersOf(m_table));

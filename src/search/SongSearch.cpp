@@ -88,13 +88,13 @@ std::size_t SongSearch::FolderIdHash::operator()(const FolderId& id) const {
 }
 
 std::string DriveSearch::Words() const {
-    if (drives.all == 0)
+    if (fixedDrives.empty())
         return "Only fixed drives are searched, and there is none.  Songs from other drives can be "
                "dropped on a folder.";
     std::string stopped, notSearched;
-    if (drives.done < drives.all)
-        stopped = "Stopped after " + GroupedNumber(drives.done) + " of " +
-                  Counted(drives.all, "drive") +
+    if (drivesDone < fixedDrives.size())
+        stopped = "Stopped after " + GroupedNumber(drivesDone) + " of " +
+                  Counted(fixedDrives.size(), "drive") +
                   "; \"Bring In New Songs (Search my whole computer)\" starts over.";
     for (const std::string& root : otherDrives)
         notSearched += (notSearched.empty() ? "" : ", ") + root;
@@ -112,10 +112,8 @@ DriveSearch SongSearch::SearchHardDrives() {
     DriveSearch search;
     const std::vector<std::string> roots = m_environment.drives.Roots();
     for (const std::string& root : roots)
-        if (IsHardDrive(m_environment, root))
-            ++search.drives.all;
-        else
-            search.otherDrives.push_back(root);
+        (IsHardDrive(m_environment, root) ? search.fixedDrives : search.otherDrives)
+            .push_back(root);
     for (const std::string& root : roots) {
         for (int i = 0; i < kYieldsBeforeADrive; ++i)
             m_environment.events.LetEventsThrough();
@@ -125,7 +123,7 @@ DriveSearch SongSearch::SearchHardDrives() {
             WalkTree(root);
         if (m_progress.StopRequested())
             break;
-        search.drives.done += isHardDrive ? 1 : 0;
+        search.drivesDone += isHardDrive ? 1 : 0;
     }
     search.incompleteFolders = m_incompleteFolders;
     return search;

@@ -40,7 +40,8 @@ bool IsInRecycleBin(const SystemText& text, const std::string& path);
 
 // How a search of the drives went.
 struct DriveSearch {
-    StepsDone drives;                      // fixed ones; done are those that were searched through
+    std::vector<std::string> fixedDrives;  // roots
+    std::size_t drivesDone = 0;            // how many of these were searched through
     std::vector<std::string> otherDrives;  // the roots that were not searched
     std::size_t incompleteFolders = 0;     // left out for "incomplete" in their path
 

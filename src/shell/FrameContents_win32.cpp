@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/DialogBase_win32.h"
-#include "resource.h"
+#include "platform/HintText_win32.h"
+#include "shell/AboutDialog_win32.h"
 #include "shell/Searching_win32.h"
 #include "shell/TipDialog_win32.h"
 #include "shell/Tips.h"
@@ -12,6 +12,11 @@
 #include "ui/PictureDialog_win32.h"
 
 namespace tobbin {
+namespace {
+
+constexpr char kNoJukebox[] = "No jukebox is open.\nCtrl+O opens one, Ctrl+N makes one.";
+
+}  // namespace
 
 FrameContents::FrameContents(Application& application)
     : m_application(application),
@@ -29,7 +34,23 @@ bool FrameContents::CreateIn(HWND frame, HMENU windowList) {
         WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0,
         0, 0, frame, nullptr, GetModuleHandleW(nullptr), &creation);
     m_player.SetWindows(frame, m_client);
+    if (m_client != nullptr)
+        m_clientMessages.Attach(m_client);
     return m_client != nullptr;
+}
+
+// With no window in it, it says how to come to one.
+LRESULT FrameContents::OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = m_clientMessages.Default(message, wParam, lParam);
+    if (m_clientIsEmpty && message == WM_SIZE)
+        InvalidateRect(m_client, nullptr, TRUE);
+    if (m_clientIsEmpty && message == WM_ERASEBKGND) {
+        RECT place = {};
+        GetClientRect(m_client, &place);
+        PaintHint(reinterpret_cast<HDC>(wParam), m_client, place, kNoJukebox,
+                  GetSysColor(COLOR_WINDOWTEXT));
+    }
+    return result;
 }
 
 void FrameContents::UseLook(int oldDpi, int dpi) {
@@ -48,6 +69,9 @@ void FrameContents::UseLook(int oldDpi, int dpi) {
 }
 
 void FrameContents::ReleaseClosed() {
+    const bool isEmpty = GetWindow(m_client, GW_CHILD) == nullptr;
+    if (std::exchange(m_clientIsEmpty, isEmpty) != isEmpty)
+        InvalidateRect(m_client, nullptr, TRUE);
     m_children.ReleaseClosed();
     m_player.ReleaseClosed();
 }
@@ -134,7 +158,9 @@ void FrameContents::Arrange(Arrangement arrangement) {
 }
 
 void FrameContents::ShowAbout() {
-    DialogBase().ShowModal(m_frame, IDD_ABOUT);
+    AboutDialog(m_application.TheEnvironment().programs,
+                m_application.Settings().LocOfGroupingDir())
+        .Show(m_frame);
 }
 
 void FrameContents::ShowTips() {

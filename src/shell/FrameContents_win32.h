@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/WindowSubclass_win32.h"
 #include "shell/Application.h"
 #include "shell/FrameChildren_win32.h"
 #include "shell/FrameCommands.h"
@@ -73,12 +74,18 @@ class FrameContents : private FrameView, private JukeboxWindowHost {
     void PrepareToClose(JukeboxWindow& window, bool save) override;
     void OnSelectionChanged(JukeboxWindow& window) override;
 
+    LRESULT OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
     Application& m_application;
     FramePlayer m_player;
     FrameCommands m_commands;
     FrameChildren m_children;
     HWND m_frame = nullptr;
     HWND m_client = nullptr;
+    bool m_clientIsEmpty = true;
+    WindowSubclass m_clientMessages{[this](UINT message, WPARAM wParam, LPARAM lParam) {
+        return OnClientMessage(message, wParam, lParam);
+    }};
     std::vector<std::string> m_filesToOpen;
 };
 

@@ -253,7 +253,7 @@ void StartUp::ForgetMissingPlayer() {
 
 void StartUp::PrepareCatalogue() {
     clsMain& catalogue = m_application.Catalogue();
-    ShowWork("Opening the song catalogue . . .");
+    ShowWork("Opening the song catalog . . .");
     const CatalogueStart start =
         LoadCatalogueAtStart(m_environment, m_application.Settings(), catalogue);
     m_view.ShowProgressArea(false);

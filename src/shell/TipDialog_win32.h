@@ -24,6 +24,7 @@ class TipDialog : public DialogBase, private TipView {
 
  private:
     void ShowTip(const std::string& text) override;
+    void MakeRoomFor(const std::wstring& text);
     void TickTipsAtStartUp(bool ticked) override;
 
     Tips& m_tips;

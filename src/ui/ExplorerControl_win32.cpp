@@ -97,6 +97,12 @@ LRESULT ExplorerControl::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
                 answer != 0)
                 return answer;
             break;
+        case WM_MEASUREITEM:
+            PopUpMenu::OnMeasure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam), Handle());
+            return TRUE;
+        case WM_DRAWITEM:
+            PopUpMenu::OnDraw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam), Handle());
+            return TRUE;
         case WM_COMMAND:
             onCommand(LOWORD(wParam));
             return 0;

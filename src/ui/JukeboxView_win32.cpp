@@ -180,7 +180,7 @@ void JukeboxMdiChild::OnMenu(HWND pane, POINT screen, bool byMouse) {
 }
 
 void JukeboxMdiChild::ShowPopUpMenu(Pane pane, POINT screen) {
-    PopUpMenu menu(pane == Pane::Tree ? Menu::FolderPopUp : Menu::SongPopUp, Handle());
+    PopUpMenu menu(pane == Pane::Tree ? Menu::FolderPopUp : Menu::SongPopUp);
     if (pane == Pane::List && !m_controller.Picture().Pictures().IsEmpty())
         menu.AddControlCommands();
     menu.EnableEntries([&](Command command) {
@@ -324,6 +324,14 @@ std::string JukeboxMdiChild::AccessibleRowText(std::size_t row) const {
 
 std::string JukeboxMdiChild::EmptyText() const {
     return m_controller.EmptyText();
+}
+
+std::string JukeboxMdiChild::WhyMissing(std::size_t row) const {
+    return m_controller.WhyMissing(row);
+}
+
+std::int32_t JukeboxMdiChild::LargestNumber() const {
+    return m_controller.LargestKey();
 }
 
 void JukeboxMdiChild::OnRowsSelected() {

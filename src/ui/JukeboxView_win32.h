@@ -93,6 +93,8 @@ class JukeboxMdiChild : public WindowBase,
                                                      std::size_t start) const override;
     std::string AccessibleRowText(std::size_t row) const override;
     std::string EmptyText() const override;
+    std::string WhyMissing(std::size_t row) const override;
+    std::int32_t LargestNumber() const override;
     void OnRowsSelected() override;
     void OnListFocused() override;
     void OnColumnClicked(int column) override;

@@ -174,6 +174,8 @@ class JukeboxWindow : private JukeboxListener {
     // What is known of the focused song besides; empty without one.
     std::string FocusedSongDetails() const;
     std::string EmptyText() const { return List().EmptyText(); }
+    std::string WhyMissing(std::size_t row) const { return List().WhyMissing(row); }
+    std::int32_t LargestKey() const { return m_tools.catalogue.UBoundOfMp3Array(); }
     std::optional<std::size_t> MaybeRowBeginningWith(std::string_view text,
                                                      std::size_t start) const {
         return List().MaybeRowBeginningWith(m_tools.environment.text, text, start);

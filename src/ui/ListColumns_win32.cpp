@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <iterator>
+#include <string>
 
 #include "platform/Dpi_win32.h"
 #include "platform/Wide_win32.h"
@@ -9,8 +11,8 @@
 namespace tobbin {
 namespace {
 
-constexpr int kNumberColumnWidth = 72;  // pixels at 96 to the inch
-constexpr int kSmallestNameWidth = 120;
+constexpr int kSmallestNameWidth = 120;  // pixels at 96 to the inch
+constexpr int kNumberMargin = 16;        // beside a number
 
 }  // namespace
 
@@ -31,7 +33,7 @@ void ListPane::SetColumns(const std::vector<std::string>& headings) {
             continue;
         }
         column.mask |= LVCF_WIDTH | LVCF_SUBITEM;
-        column.cx = ScalePixels(isNumber ? kNumberColumnWidth : kSmallestNameWidth, m_handle);
+        column.cx = isNumber ? NumberWidth(text) : ScalePixels(kSmallestNameWidth, m_handle);
         column.iSubItem = i;
         SendMessageW(m_handle, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
                      reinterpret_cast<LPARAM>(&column));
@@ -39,6 +41,13 @@ void ListPane::SetColumns(const std::vector<std::string>& headings) {
     while (m_columns > count)
         ListView_DeleteColumn(m_handle, --m_columns);
     m_columns = count;
+}
+
+int ListPane::NumberWidth(const std::wstring& heading) const {
+    const std::wstring number = std::to_wstring(m_delegate.LargestNumber());
+    return std::max(ListView_GetStringWidth(m_handle, heading.c_str()),
+                    ListView_GetStringWidth(m_handle, number.c_str())) +
+           ScalePixels(kNumberMargin, m_handle);
 }
 
 void ListPane::ShowArrow(int direction) {
@@ -68,6 +77,14 @@ std::vector<int> ListPane::ColumnWidths() const {
 }
 
 void ListPane::FitColumns() {
+    wchar_t heading[32] = L"";
+    LVCOLUMNW column = {};
+    column.mask = LVCF_TEXT;
+    column.pszText = heading;
+    column.cchTextMax = static_cast<int>(std::size(heading));
+    if (m_columns > 1 && SendMessageW(m_handle, LVM_GETCOLUMNW, static_cast<WPARAM>(m_columns - 1),
+                                      reinterpret_cast<LPARAM>(&column)))
+        ListView_SetColumnWidth(m_handle, m_columns - 1, NumberWidth(heading));
     RECT window;
     GetWindowRect(m_handle, &window);
     const auto dpi = GetDpiForWindow(m_handle);

@@ -13,13 +13,11 @@
 #include "platform/ImageStrip_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
-#include "ui/PaneColors_win32.h"
 
 namespace tobbin {
 namespace {
 
 constexpr wchar_t kName[] = L"Songs";
-constexpr int kEmptyTextMargin = 12;   // pixels at 96 to the inch
 constexpr std::size_t kFewRows = 100;  // that are selected
 
 }  // namespace
@@ -227,6 +225,9 @@ LRESULT ListPane::OnNotify(NMHDR& header) {
         case LVN_GETDISPINFOW:
             OnGetInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
+        case LVN_GETINFOTIPW:
+            OnGetTip(reinterpret_cast<NMLVGETINFOTIPW&>(header));
+            return 0;
         case LVN_ODFINDITEMW:
             return OnFind(reinterpret_cast<const NMLVFINDITEMW&>(header));
         case NM_CUSTOMDRAW:
@@ -318,6 +319,14 @@ void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {
         info.item.iImage = m_delegate.RowImage(row);
 }
 
+void ListPane::OnGetTip(NMLVGETINFOTIPW& info) const {
+    const auto row = static_cast<std::size_t>(info.iItem);
+    const std::string why = row < m_delegate.RowCount() ? m_delegate.WhyMissing(row) : "";
+    if (!why.empty() && info.cchTextMax > 0)
+        lstrcpynW(info.pszText, Wide(m_delegate.RowText(row, 0) + "\r\n" + why).c_str(),
+                  info.cchTextMax);
+}
+
 // What the person types.
 LRESULT ListPane::OnFind(const NMLVFINDITEMW& find) const {
     if ((find.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0)
@@ -325,51 +334,6 @@ LRESULT ListPane::OnFind(const NMLVFINDITEMW& find) const {
     const auto start = static_cast<std::size_t>(std::max(find.iStart, 0));
     const auto row = m_delegate.MaybeRowBeginningWith(Utf8(find.lvfi.psz), start);
     return row ? static_cast<LRESULT>(*row) : -1;
-}
-
-// The picture comes under the rows, and the empty text over an empty pane. The text is not handed
-// over with LVN_GETEMPTYMARKUP: the control asks for it once, and it changes.
-LRESULT ListPane::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
-    const bool isEmpty = m_delegate.RowCount() == 0;
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
-        if (m_background.IsShown())
-            m_background.Paint(draw.nmcd.hdc);
-        const bool drawsRows = m_background.IsShown() || GetFocus() != m_handle;
-        return (drawsRows ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT) |
-               (isEmpty || m_mark.IsShown() ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT);
-    }
-    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
-        const auto row = static_cast<int>(draw.nmcd.dwItemSpec);
-        if (m_background.IsShown())
-            m_background.PaintRow(draw.nmcd.hdc, row);
-        if (GetFocus() != m_handle && ListView_GetItemState(m_handle, row, LVIS_SELECTED) != 0) {
-            draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // or its colors would win
-            draw.clrTextBk = QuietSelectionColor();
-            draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
-        }
-    } else if (draw.nmcd.dwDrawStage == CDDS_POSTPAINT) {
-        if (isEmpty)
-            PaintEmptyText(draw.nmcd.hdc);
-        m_mark.Paint(draw.nmcd.hdc);
-    }
-    return CDRF_DODEFAULT;
-}
-
-void ListPane::PaintEmptyText(HDC dc) const {
-    RECT place = {};
-    GetClientRect(m_handle, &place);
-    RECT heading = {};
-    GetWindowRect(ListView_GetHeader(m_handle), &heading);
-    const int margin = ScalePixels(kEmptyTextMargin, m_handle);
-    place.top += heading.bottom - heading.top + margin;
-    InflateRect(&place, -margin, 0);
-    const int saved = SaveDC(dc);
-    SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(m_handle, WM_GETFONT, 0, 0)));
-    SetTextColor(dc, m_background.IsShown() ? GetSysColor(COLOR_WINDOWTEXT) : QuietTextColor());
-    SetBkMode(dc, TRANSPARENT);
-    DrawTextW(dc, Wide(m_delegate.EmptyText()).c_str(), -1, &place,
-              DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-    RestoreDC(dc, saved);
 }
 
 }  // namespace tobbin

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,10 @@ class ListPaneDelegate {
     virtual std::string AccessibleRowText(std::size_t row) const { return RowText(row, 0); }
     // What stands in the pane while it has no row.
     virtual std::string EmptyText() const { return {}; }
+    // Why a row is gray, for its tip; empty for one that isn't.
+    virtual std::string WhyMissing(std::size_t /*row*/) const { return {}; }
+    // The largest number that may stand in the column of numbers.
+    virtual std::int32_t LargestNumber() const { return 0; }
 
     virtual void OnRowsSelected() {}
     virtual void OnListFocused() {}
@@ -74,7 +79,8 @@ class ListPane {
     // In pixels at 96 to the inch; 0 leaves a column as it is.
     void SetColumnWidths(const std::vector<int>& widths);
     std::vector<int> ColumnWidths() const;
-    // Gives the first column the room that the others leave.
+    // Makes the column of numbers as wide as its numbers, and gives the first one the room that is
+    // left.
     void FitColumns();
 
     // The rows are other ones now: none is selected, the first is in view.
@@ -107,11 +113,15 @@ class ListPane {
     void SelectFromNone(const std::vector<std::size_t>& rows);
     void ScrollTo(int topRow);
     void SetState(int row, UINT state, UINT mask);
+    int NumberWidth(const std::wstring& heading) const;
     LRESULT OnGetObject(WPARAM wParam);
     bool OnKey(UINT key);
     void OnGetInfo(NMLVDISPINFOW& info) const;
     LRESULT OnFind(const NMLVFINDITEMW& find) const;
+    void OnGetTip(NMLVGETINFOTIPW& info) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+    void UseColors(NMLVCUSTOMDRAW& draw, int column) const;
+    void PaintIcon(HDC dc, int row) const;
     void PaintEmptyText(HDC dc) const;
     bool OnMouse(UINT message, WPARAM keys, POINT at);
 

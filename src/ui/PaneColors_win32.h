@@ -30,4 +30,9 @@ inline COLORREF QuietTextColor() {
     return MixedColor(COLOR_WINDOWTEXT, 2, COLOR_WINDOW, 1);
 }
 
+// For a song that can't be played now; still readable.
+inline COLORREF MissingTextColor() {
+    return MixedColor(COLOR_WINDOWTEXT, 5, COLOR_WINDOW, 4);
+}
+
 }  // namespace tobbin

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/AccessibleNames_win32.h"
+#include "platform/Dpi_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -11,30 +12,19 @@
 namespace tobbin {
 namespace {
 
-// One picture of a list on the menu's own color, and some room before the text: not every system
-// blends pictures with alpha into its menus.
-UniqueBitmap BitmapOf(HIMAGELIST list, int index) {
-    RECT place = {};
-    int width = 0;
-    int height = 0;
-    ImageList_GetIconSize(list, &width, &height);
-    width += height / 4;
-    SetRect(&place, 0, 0, width, height);
-    const HDC screen = GetDC(nullptr);
-    UniqueBitmap bitmap(CreateCompatibleBitmap(screen, width, height));
-    const UniqueMemoryDc dc(CreateCompatibleDC(screen));
-    ReleaseDC(nullptr, screen);
-    const HGDIOBJ old = SelectObject(dc.Get(), bitmap.Get());
-    FillRect(dc.Get(), &place, GetSysColorBrush(COLOR_MENU));
-    ImageList_Draw(list, index, dc.Get(), 0, 0, ILD_TRANSPARENT);
-    SelectObject(dc.Get(), old);
-    return bitmap;
+// Pixels at 96 to the inch, between a picture and a text. Some systems take three of them for a
+// margin on the left.
+constexpr int kAir = 7;
+
+const RankRow* MaybeRankOf(UINT item) {
+    const CommandRow* const row = MaybeRowOf(static_cast<int>(item));
+    return row != nullptr ? row->acts.maybeRank : nullptr;
 }
 
 }  // namespace
 
-PopUpMenu::PopUpMenu(Menu which, HWND window) : m_which(which), m_menu(MakePopUpMenu(which)) {
-    AddRankPictures(window);
+PopUpMenu::PopUpMenu(Menu which) : m_which(which), m_menu(MakePopUpMenu(which)) {
+    AddRankPictures();
     MENUINFO pictures = {};
     pictures.cbSize = sizeof(pictures);
     pictures.fMask = MIM_STYLE;
@@ -57,17 +47,37 @@ void PopUpMenu::ForEachRank(Call call) const {
 }
 
 // The ranks between best and worst have nothing but their pictures.
-void PopUpMenu::AddRankPictures(HWND window) {
-    const UniqueImageList ranks = LoadImageStrip(IDB_RANKS, window);
+void PopUpMenu::AddRankPictures() {
     ForEachRank([&](int place, const CommandRow& row) {
         MENUITEMINFOW info = {};
         info.cbSize = sizeof(info);
         info.fMask = MIIM_BITMAP;
-        info.hbmpItem =
-            m_pictures.emplace_back(BitmapOf(ranks.Get(), row.acts.maybeRank->shown)).Get();
+        info.hbmpItem = HBMMENU_CALLBACK;
         SetMenuItemInfoW(Handle(), static_cast<UINT>(place), TRUE, &info);
         NameMenuItem(Handle(), place, Wide(row.acts.maybeRank->menuName).c_str());
     });
+}
+
+void PopUpMenu::OnMeasure(MEASUREITEMSTRUCT& item, HWND window) {
+    int width = 0;
+    int height = 0;
+    if (item.CtlType != ODT_MENU || MaybeRankOf(item.itemID) == nullptr ||
+        !ImageList_GetIconSize(LoadImageStrip(IDB_RANKS, window).Get(), &width, &height))
+        return;
+    item.itemWidth = static_cast<UINT>(width + ScalePixels(kAir, window));
+    item.itemHeight = static_cast<UINT>(height);
+}
+
+void PopUpMenu::OnDraw(const DRAWITEMSTRUCT& item, HWND window) {
+    const RankRow* const rank = MaybeRankOf(item.itemID);
+    if (item.CtlType != ODT_MENU || rank == nullptr)
+        return;
+    const UniqueImageList pictures = LoadImageStrip(IDB_RANKS, window);
+    int width = 0;
+    int height = 0;
+    ImageList_GetIconSize(pictures.Get(), &width, &height);
+    ImageList_Draw(pictures.Get(), rank->shown, item.hDC, item.rcItem.left,
+                   (item.rcItem.top + item.rcItem.bottom - height) / 2, ILD_TRANSPARENT);
 }
 
 LRESULT PopUpMenu::OnKey(HMENU menu, wchar_t key) {

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <functional>
-#include <vector>
 
 #include "platform/UniqueHandle_win32.h"
 #include "ui/Commands.h"
@@ -13,8 +12,8 @@ namespace tobbin {
 // A pop-up menu of the jukebox window, made anew for each showing.
 class PopUpMenu {
  public:
-    // `which` is that of the folders or that of the songs; `window` gives the screen's measures.
-    PopUpMenu(Menu which, HWND window);
+    // `which` is that of the folders or that of the songs.
+    explicit PopUpMenu(Menu which);
     PopUpMenu(const PopUpMenu&) = delete;
     PopUpMenu& operator=(const PopUpMenu&) = delete;
     ~PopUpMenu();
@@ -32,17 +31,21 @@ class PopUpMenu {
     // Returns the answer to WM_MENUCHAR; 0 for a key that means nothing.
     static LRESULT OnKey(HMENU menu, wchar_t key);
 
+    // The window that shows the menu measures and draws the ranks' pictures: the system would
+    // invert them, or give them a ground of their own, where an entry is selected.
+    static void OnMeasure(MEASUREITEMSTRUCT& item, HWND window);
+    static void OnDraw(const DRAWITEMSTRUCT& item, HWND window);
+
     HMENU Handle() const { return m_menu.Get(); }
 
  private:
     template <typename Call>
     void ForEachRank(Call call) const;
-    void AddRankPictures(HWND window);
+    void AddRankPictures();
     void GrayEmptySubMenus() const;
 
     Menu m_which;
     UniqueMenu m_menu;
-    std::vector<UniqueBitmap> m_pictures;  // as long as the menu shows them
 };
 
 }  // namespace tobbin

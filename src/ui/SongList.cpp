@@ -51,17 +51,26 @@ std::string SongList::AccessibleRowText(std::size_t row) const {
            GroupedNumber(RowCount());
 }
 
-std::string SongList::DetailsOf(std::size_t row, Environment& environment) const {
+std::string SongList::WhyMissing(std::size_t row) const {
     const SongItem& song = m_maybeFolder->Songs()[row];
     if (RowImage(row) == kMissingImage) {
         const MissingSong was = m_jukebox.MissingSongOf(song);
-        return RowText(row, 0) + " is not found." +
-               (was.folder.empty() ? "" : "  It was in " + std::string(was.folder));
+        return was.folder.empty() ? "Not found" : "Not found; it was in " + std::string(was.folder);
     }
     const std::string path = m_catalogue.SongPath(song.recordNumber);
+    if (m_catalogue.Drives().MaybeDriveOf(path) != SongDrives::Finding::Away)
+        return {};
+    std::string root = RootOfPath(path);
+    root.resize(std::max<std::size_t>(root.size(), 1) - 1);
+    return "Its drive " + root + " is away";
+}
+
+std::string SongList::DetailsOf(std::size_t row, Environment& environment) const {
+    const SongItem& song = m_maybeFolder->Songs()[row];
+    if (const std::string why = WhyMissing(row); !why.empty())
+        return RowText(row, 0) + ":  " + why;
+    const std::string path = m_catalogue.SongPath(song.recordNumber);
     const std::string root = RootOfPath(path);
-    if (m_catalogue.Drives().MaybeDriveOf(path) == SongDrives::Finding::Away)
-        return "The drive " + root + " is away:  " + path;
     constexpr TagField shown[] = {TagField::Title, TagField::Artist, TagField::Album,
                                   TagField::Year};
     TagTexts texts;
@@ -78,17 +87,23 @@ std::string SongList::EmptyText() const {
     if (m_maybeFolder == nullptr)
         return m_jukebox.RootCount() > 0
                    ? "Select a folder on the left to see its songs."
-                   : "This jukebox has no folders. Open or make another one in the File menu.";
+                   : "This jukebox has no folders.\nOpen or make another one in the File menu.";
     if (m_maybeFolder->ChildCount() > 0)
-        return "This folder holds no songs of its own. Open one of the folders in it.";
-    if (!IsSpecialFolder(*m_maybeFolder))
-        return "There are no songs in this folder yet. Copy songs from another folder and paste "
-               "them here, or drop MP3 files on it.";
-    return m_maybeFolder->Text() == kAllSongs
-               ? "No songs were found yet. Choose one of the two \"Bring In New Songs\" in the "
-                 "Songs menu, or drop MP3 files here."
-               : "There are no songs in this folder. It is filled when new songs are brought in: "
-                 "see the Songs menu.";
+        return "This folder has no songs of its own.\nSelect one of the folders in it.";
+    if (!IsInSpecialFolder(*m_maybeFolder))
+        return "This folder is empty.\nDrag songs here from the list of another folder, or drop "
+               "MP3 "
+               "files from File Explorer.";
+    if (!IsAllSongs(*m_maybeFolder))
+        return "This folder is empty.\nTobbin fills it when new songs are brought in (Songs menu).";
+    std::string drives;
+    for (const std::string& root : m_catalogue.DrivesSearched())
+        drives += (drives.empty() ? "" : ", ") + root;
+    return (drives.empty() ? "There are no songs yet.\n"
+                           : "No MP3 files were found on " + drives + ".\n") +
+           "Drop MP3 files or song lists (.m3u, .m3u8, .pls) here, or choose \"Bring In New "
+           "Songs\" "
+           "in the Songs menu.";
 }
 
 std::optional<std::size_t> SongList::MaybeRowBeginningWith(const SystemText& system,

@@ -27,11 +27,14 @@ class SongList {
     std::string RankText(std::size_t row) const;
     // The row as a screen reader says it: name, rank and place.
     std::string AccessibleRowText(std::size_t row) const;
+    // Why a song can't be played: "Not found" or "Its drive E: is away"; empty when it is there as
+    // far as is known.
+    std::string WhyMissing(std::size_t row) const;
     // What is known of a song besides: title, artist, album and year as far as its tags tell, and
     // its path; for a song that can't be found, why. Tags are read on fixed drives only, since
     // others may take long to answer.
     std::string DetailsOf(std::size_t row, Environment& environment) const;
-    // What is said while there is no song, and what can be done about it.
+    // What is said while there is no song, and what can be done about it: lines with LF.
     std::string EmptyText() const;
 
     // The next row from `start` on, and round once, whose name begins with a text, whatever the

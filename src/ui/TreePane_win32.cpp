@@ -19,9 +19,10 @@ Folder* Sibling(const Jukebox& jukebox, const Folder& folder, std::size_t index)
     return folder.Parent() != nullptr ? &folder.Parent()->Child(index) : &jukebox.Root(index);
 }
 
-// The folders that the program fills have the pictures behind those of the others.
+// The folders that the program fills have the pictures behind those of the others, and the folders
+// in them the ones behind these.
 int KindOffset(const Folder& folder) {
-    return IsSpecialFolder(folder) ? 2 : 0;
+    return IsSpecialFolder(folder) ? 2 : IsInSpecialFolder(folder) ? 4 : 0;
 }
 
 // The folder that follows one and all that is in it, in the order of the tree; null for none.
@@ -117,16 +118,21 @@ void TreePane::OnFolderRemoving(Folder& folder) {
     TreeView_DeleteItem(m_handle, item);  // which tells of each item below
 }
 
+// Its text may make it, or may have made it, one that the program fills; so the pictures of the
+// folders in it may change, too.
 void TreePane::OnFolderTextChanged(Folder& folder) {
-    std::wstring text = Wide(folder.Text());
-    TVITEMW item = {};
-    item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-    item.hItem = ItemOf(&folder);
-    item.pszText = text.data();
-    item.iImage = folder.Image() + KindOffset(folder);
-    item.iSelectedImage = folder.SelectedImage() + KindOffset(folder);
-    if (item.hItem != nullptr)
-        SendMessageW(m_handle, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    for (const Folder* at = &folder; at != nullptr && at->IsInside(folder);
+         at = m_jukebox.Next(at)) {
+        std::wstring text = Wide(at->Text());
+        TVITEMW item = {};
+        item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+        item.hItem = ItemOf(at);
+        item.pszText = text.data();
+        item.iImage = at->Image() + KindOffset(*at);
+        item.iSelectedImage = at->SelectedImage() + KindOffset(*at);
+        if (item.hItem != nullptr)
+            SendMessageW(m_handle, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    }
 }
 
 void TreePane::OnChildrenReordered(Folder* parent) {

@@ -68,7 +68,7 @@ TEST_F(CatalogueFileTest, DamageIsToldAndSoAreCountsThatDisagree) {
     damaged[kFirstEnd + 1] = '\x7F';  // the high byte of record 2's first length
     EXPECT_FALSE(Load(damaged, 3));
     EXPECT_EQ(catalogue.LastLoad().message,
-              "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is damaged at byte 39 "
+              "The song catalog \"C:\\T\\Grouping\\FileLocNames.lmz\" is damaged at byte 39 "
               "(record 2): a text there is longer than the rest of the file.");
     EXPECT_EQ(catalogue.LastLoad().outcome, LoadOutcome::Damaged);
     EXPECT_EQ(Rows(), (Texts{"C:\\M\\|a.mp3|1|1|7", "||||", "||||"}));
@@ -178,7 +178,7 @@ TEST_F(Repair, KnowsAFirstRunFromALostFile) {
     EXPECT_EQ(start.finding, CatalogueFinding::Gone);
     EXPECT_EQ(
         start.message,
-        "The song catalogue \"C:\\T\\Grouping\\FileLocNames.lmz\" is not there any more.  Its "
+        "The song catalog \"C:\\T\\Grouping\\FileLocNames.lmz\" is not there any more.  Its "
         "earlier copy \"C:\\T\\Grouping\\FileLocNames.bak\" has taken its place, with the songs "
         "and ranks that it knows.");
     const Texts all{"C:\\M\\|a.mp3|1|1|2", "C:\\M\\|b.mp3|1|2|7", "0|0|0|3|4"};

@@ -103,13 +103,12 @@ TEST_F(StartUpTest, AFirstRunDoesEverythingInOrder) {
     application->LongWork().Show("what comes after the start is not shown here");
     const std::string building =
         "No saved Jukebox found, building initial Jukebox - may take a while. . . |";
-    EXPECT_EQ(
-        view.seen,
-        "splash|area|Looking for WinAmp in C:\\|no area|area|Opening the song catalogue . . .|"
-        "no area|area|Looking for Mp3s in C:\\|Found 1 Mp3s|Found 2 Mp3s|no area|area|" +
-            building + building +
-            "no area|window Jukebox One  (sample Jukebox you can use as a starting point)|"
-            "frame|splash gone|tips|");
+    EXPECT_EQ(view.seen,
+              "splash|area|Looking for WinAmp in C:\\|no area|area|Opening the song catalog . . .|"
+              "no area|area|Looking for Mp3s in C:\\|Found 1 Mp3s|Found 2 Mp3s|no area|area|" +
+                  building + building +
+                  "no area|window Jukebox One  (sample Jukebox you can use as a starting point)|"
+                  "frame|splash gone|tips|");
     EXPECT_TRUE(fake.dialogs.boxes.empty());
     EXPECT_EQ(Songs("All Songs"), "b.mp3 a.mp3 ");
     EXPECT_EQ(Songs("Artist", "Abba"), "b.mp3 a.mp3 ");
@@ -129,13 +128,12 @@ TEST_F(StartUpTest, ASecondStartOpensTheLastJukeboxAndAddsOnlyWhatIsNew) {
     SaveJukebox();
     const std::string catalogue = fake.disk.Content(kSongs);
     ASSERT_TRUE(Run());
-    EXPECT_EQ(
-        view.seen,
-        "splash|area|Looking for WinAmp in C:\\|no area|area|Opening the song catalogue . . .|"
-        "no area|area|Looking at the folders of your songs . . .|"
-        "Looking at the folders of your songs . . .|no area|area|Opening "
-        "C:\\App\\Grouping\\mix.juk . . .|no area|area|Filling the folders of MIX . . .|"
-        "no area|window MIX|frame|splash gone|tips|");
+    EXPECT_EQ(view.seen,
+              "splash|area|Looking for WinAmp in C:\\|no area|area|Opening the song catalog . . .|"
+              "no area|area|Looking at the folders of your songs . . .|"
+              "Looking at the folders of your songs . . .|no area|area|Opening "
+              "C:\\App\\Grouping\\mix.juk . . .|no area|area|Filling the folders of MIX . . .|"
+              "no area|window MIX|frame|splash gone|tips|");
     EXPECT_EQ(fake.disk.Content(kSongs), catalogue);
     EXPECT_EQ(Songs("All Songs") + Songs("New") + Songs("Mine"), "b.mp3 b.mp3 b.mp3 ");
     EXPECT_EQ(view.jukebox->FileLocation(), "C:\\App\\Grouping\\");

@@ -46,7 +46,7 @@ TEST_F(JukeboxWindowTest, ListsTheSongsOfTheSelectedFolder) {
     EXPECT_EQ(window.RowImage(0), 0);
     EXPECT_EQ(window.RowImage(1), 0);
     EXPECT_EQ(window.RowText(1, 1), "");
-    EXPECT_EQ(window.List().DetailsOf(1, fake.environment), "lost.mp3 is not found.");
+    EXPECT_EQ(window.List().DetailsOf(1, fake.environment), "lost.mp3:  Not found");
     view.rows = {0, 1};
     window.ActOnPopUpClick(9, 2, &songs);  // there is nothing to rank
     EXPECT_FALSE(window.CanUndo());
