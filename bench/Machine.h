@@ -20,7 +20,7 @@ class Machine : private OpenJukeboxes {
     PosixDisk disk;
     Environment environment{fake.text,         disk,          fake.drives,    fake.dialogs,
                             fake.userSettings, fake.programs, fake.events,    fake.clock,
-                            fake.statusLine,   fake.player,   fake.clipboard, kTagReaders};
+                            fake.statusLine,   fake.player,   fake.clipboard, kDiskReaders};
     SortCity sorter{fake.text};
     Progress progress;
     clsINI settings{environment, "C:\\Tobbin\\"};

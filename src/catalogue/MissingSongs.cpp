@@ -27,14 +27,38 @@ std::vector<std::int32_t> MissingSongs::Find() {
     StepsDone steps{0, 0};
     for (std::size_t i = 0; i < songs.size(); ++i)
         steps.all += i == 0 || songs[i].folder != songs[i - 1].folder ? 1 : 0;
-    for (const Song* first = songs.data();
-         first != songs.data() + songs.size() && !m_progress.StopRequested();) {
+    const Song* const end = songs.data() + songs.size();
+    const auto endOfFolder = [end](const Song* song) {
+        return std::find_if(song, end,
+                            [song](const Song& other) { return other.folder != song->folder; });
+    };
+    constexpr std::size_t kFoldersForAThread = 8;
+    const auto threads = static_cast<unsigned>(
+        std::min<std::size_t>(m_environment.diskReaders, steps.all / kFoldersForAThread));
+    const Song* named = songs.data();
+    ReadAhead<Listed> folders(
+        threads,
+        [&](Listed& next) {
+            if (named == end)
+                return false;
+            next.folder = m_table.TextOf(named->folder);
+            next.isAhead = threads > 0 && m_drives.IsOnLocalDrive(next.folder);
+            named = endOfFolder(named);
+            return true;
+        },
+        [&disk = m_environment.disk] {
+            return [&disk](Listed& next) {
+                if (next.isAhead)
+                    next.status = disk.List(next.folder, next.listing);
+            };
+        });
+    Listed listed;
+    for (const Song* first = songs.data(); first != end && WaitForNext(folders);) {
         m_progress.ShowSteps(kLookingAtFolders, steps);
         ++steps.done;
-        const Song* last = first;
-        while (last != songs.data() + songs.size() && last->folder == first->folder)
-            ++last;
-        JudgeFolder(m_table.TextOf(first->folder), first, last);
+        const Song* const last = endOfFolder(first);
+        folders.Take(listed);
+        JudgeFolder(listed, first, last);
         m_environment.events.LetEventsThrough();
         first = last;
     }
@@ -44,13 +68,24 @@ std::vector<std::int32_t> MissingSongs::Find() {
     return std::move(m_missing);
 }
 
-void MissingSongs::JudgeFolder(const std::string& folder, const Song* first, const Song* last) {
+// False once the person wants to stop.
+bool MissingSongs::WaitForNext(ReadAhead<Listed>& folders) {
+    while (!m_progress.StopRequested()) {
+        if (folders.WaitForNext())
+            return true;
+        m_environment.events.LetEventsThrough();
+    }
+    return false;
+}
+
+void MissingSongs::JudgeFolder(Listed& judged, const Song* first, const Song* last) {
+    const auto& [folder, isAhead, status, listing] = judged;
     const std::string root = RootOfPath(folder);
     if (m_drives.DriveOf(folder) == SongDrives::Finding::Away)
         return;
-    FolderListing listing;
-    const DiskStatus status =
-        root.empty() ? DiskStatus(DiskError::NotFound) : m_drives.List(folder, listing);
+    if (!isAhead)
+        judged.status =
+            root.empty() ? DiskStatus(DiskError::NotFound) : m_drives.List(folder, judged.listing);
     const bool listed = status.Ok();
     // Nobody is asked for each file of a drive that went away meanwhile.
     if (!listed && status.Error() != DiskError::NotFound &&

@@ -8,6 +8,7 @@
 #include "catalogue/RecordTable.h"
 #include "platform/Environment.h"
 #include "search/SongDrives.h"
+#include "util/ReadAhead.h"
 #include "util/TextHash.h"
 
 namespace tobbin {
@@ -49,7 +50,14 @@ class MissingSongs {
         RecordTable::CellId folder;
         std::int32_t record;
     };
-    void JudgeFolder(const std::string& folder, const Song* first, const Song* last);
+    struct Listed {
+        std::string folder;
+        bool isAhead = false;  // listed on another thread
+        DiskStatus status;
+        FolderListing listing;
+    };
+    bool WaitForNext(ReadAhead<Listed>& folders);
+    void JudgeFolder(Listed& judged, const Song* first, const Song* last);
     bool IsGone(const std::string& path);
 
     struct Seen {

@@ -179,7 +179,7 @@ bool AutomaticGroups::ReadTags(const std::vector<bool>& selection, TagsRead& tag
         return true;
     };
     const auto threads =
-        static_cast<unsigned>(std::min<std::size_t>(m_environment.tagReaders, records.size()));
+        static_cast<unsigned>(std::min<std::size_t>(m_environment.diskReaders, records.size()));
     auto readers = std::make_unique<TagReaders>(m_environment.disk, m_environment.text,
                                                 TagFields::ForFiling(), threads, nextPath);
     const auto isToStop = [&] {

@@ -196,7 +196,7 @@ class Progress {
 };
 
 // How many threads read tags side by side in the program: with more a disk gains little.
-constexpr unsigned kTagReaders = 12;
+constexpr unsigned kDiskReaders = 12;
 
 // Everything outside the program that its core may touch, handed down by reference.
 struct Environment {
@@ -212,7 +212,7 @@ struct Environment {
     PlayerWindow& player;
     SystemClipboard& clipboard;
 
-    unsigned tagReaders = 0;  // threads; 0 reads tags on the caller's own
+    unsigned diskReaders = 0;  // threads; 0 reads on the caller's own
 };
 
 }  // namespace tobbin

@@ -46,7 +46,7 @@ class WindowsEnvironment {
     WindowsClipboard m_clipboard;
     Environment m_environment{m_text,         m_disk,     m_drives,    m_dialogs,
                               m_userSettings, m_programs, m_events,    m_clock,
-                              m_statusLine,   m_player,   m_clipboard, kTagReaders};
+                              m_statusLine,   m_player,   m_clipboard, kDiskReaders};
 };
 
 }  // namespace tobbin

@@ -136,9 +136,17 @@ bool SongDrives::LeadsNowhere(const std::string& folder) {
     return m_leadsNowhere[folder] = nowhere;
 }
 
-DiskStatus SongDrives::List(const std::string& folder, FolderListing& listing) {
+bool SongDrives::IsOnLocalDrive(const std::string& folder) {
     const std::string root = RootOfPath(folder);
-    if (!root.starts_with('\\') && m_environment.drives.Type(root) != kNetworkDrive)
+    return !root.empty() && !IsOnNetwork(root) && DriveOf(folder) != Finding::Away;
+}
+
+bool SongDrives::IsOnNetwork(const std::string& root) const {
+    return root.starts_with('\\') || m_environment.drives.Type(root) == kNetworkDrive;
+}
+
+DiskStatus SongDrives::List(const std::string& folder, FolderListing& listing) {
+    if (!IsOnNetwork(RootOfPath(folder)))
         return m_environment.disk.List(folder, listing);
     struct Listed {
         DiskStatus status;

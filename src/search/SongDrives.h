@@ -46,6 +46,9 @@ class SongDrives {
     // Asks the drive of a path once more, since something on it could not be read.
     Finding AskAgain(const std::string& path);
 
+    // Whether a folder is on a drive that is there and that may be asked on any thread.
+    bool IsOnLocalDrive(const std::string& folder);
+
     // Lists a folder, aside from the window's thread where it lies on a network.
     DiskStatus List(const std::string& folder, FolderListing& listing);
 
@@ -64,6 +67,7 @@ class SongDrives {
     const Drive& Ask(const std::string& root);
     Drive Look(const std::string& root);
     void ReadMemory();
+    bool IsOnNetwork(const std::string& root) const;
 
     Environment& m_environment;
     std::function<bool()> m_keepOn = [] { return true; };

@@ -209,6 +209,7 @@ DiskStatus FakeDisk::Stat(const std::string& path, PathInfo& info) {
 
 DiskStatus FakeDisk::List(const std::string& folder, const ListOptions& wish,
                           FolderListing& listing) {
+    const std::scoped_lock lock(*m_mutex);
     listing = {};
     if (DiskStatus status = Step("list " + folder); !status.Ok())
         return status;

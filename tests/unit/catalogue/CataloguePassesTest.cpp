@@ -48,6 +48,7 @@ TEST_F(Passes, CheckClearsWhatIsGoneAndListsEachFolderOnce) {
 // folders, or mounted in a folder that leads nowhere: the songs stay. Gone they are when the folder
 // is there on the disk that was seen last, without them.
 TEST_F(Passes, CheckLeavesSongsThatAreAwayAlone) {
+    fake.environment.diskReaders = 4;
     fake.drives.drives = {{"C:\\", 3}, {"E:\\", 3}, {"N:\\", 4}};
     fake.drives.volumes = {{"E:\\", 1}, {"N:\\", 2}};
     for (const char* folder :
