@@ -27,7 +27,7 @@ unsigned SystemDrives::Type(const std::string& root) {
 }
 
 bool SystemDrives::IsReachable(const std::string& root) {
-    // The root itself is asked. The volume's name would prove nothing: some systems remember that
+    // The root itself is asked. The volume's name would prove nothing: Wine 8 remembers that
     // of a drive that is away, and some network drives tell none.
     return GetFileAttributesW(Wide(root).c_str()) != INVALID_FILE_ATTRIBUTES ||
            GetLastError() == ERROR_ACCESS_DENIED;

@@ -17,7 +17,7 @@
 namespace tobbin {
 namespace {
 
-// The longest path there is; some systems write the path they are at into the result as they go.
+// The longest path there is; Wine 8 writes the path that it is at into the result as it goes.
 constexpr std::size_t kResultUnits = 0x10000;
 
 // The compiler's headers lack it.

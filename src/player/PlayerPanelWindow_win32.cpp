@@ -311,7 +311,7 @@ void PlayerPanelWindow::SetButton(const std::string& caption, bool enabled) {
     EnableWindow(Item(cmdPlayPause), enabled);
     if (enabled && std::exchange(m_focusIsLent, false) && GetFocus() == Item(hscrlVolume)) {
         SetFocus(Item(cmdPlayPause));
-        InvalidateRect(Item(hscrlVolume), nullptr, TRUE);  // some systems leave the focus' mark
+        InvalidateRect(Item(hscrlVolume), nullptr, TRUE);  // Wine 8 leaves the focus' mark
     }
 }
 

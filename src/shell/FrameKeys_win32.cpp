@@ -22,7 +22,7 @@ bool IsEditing() {
     return IsOfClass(GetFocus(), WC_EDITW);
 }
 
-// The tree control of some systems keeps Alt+F4 and Shift+F10 from the windows above it.
+// The tree control of Wine 8 keeps Alt+F4 and Shift+F10 from the windows above it.
 bool PassSystemKey(const MSG& message) {
     if (message.message != WM_SYSKEYDOWN || !IsOfClass(message.hwnd, WC_TREEVIEWW))
         return false;
@@ -90,7 +90,7 @@ bool TranslateFrameKeys(HWND frame, HWND mdiClient, HWND maybePanel, HACCEL keys
         return true;
     if (TranslateAcceleratorW(frame, keys, &message) == 0)
         return PassSystemKey(message);
-    // Some systems open the menu when Alt goes up and they have seen no other key.
+    // Wine 8 opens the menu when Alt goes up and it has seen no other key.
     if (message.message == WM_SYSKEYDOWN)
         DefWindowProcW(frame, message.message, message.wParam, message.lParam);
     return true;

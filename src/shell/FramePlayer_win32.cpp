@@ -78,7 +78,7 @@ std::vector<HWND> FramePlayer::JukeboxWindows() const {
     std::vector<HWND> windows;
     for (HWND child = GetWindow(m_mdiClient, GW_CHILD); child != nullptr;
          child = GetWindow(child, GW_HWNDNEXT))
-        if (GetWindow(child, GW_OWNER) == nullptr)  // Some systems give icons a title of their own.
+        if (GetWindow(child, GW_OWNER) == nullptr)  // Wine 8 gives icons a title of their own.
             windows.push_back(child);
     return windows;
 }

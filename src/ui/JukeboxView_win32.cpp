@@ -71,7 +71,15 @@ LRESULT JukeboxMdiChild::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
             return 0;
         case WM_CLOSE:
             m_controller.AskBeforeClosing();
-            m_lastState = State();  // Some systems restore a maximized child before it goes.
+            m_lastState = State();  // Wine 8 restores a maximized child before it goes.
+            break;
+        case WM_SYSCOMMAND:
+            // Ctrl+Tab and Ctrl+F6. Where there is no other window, Wine 8 restores a maximized one
+            // and leaves its old picture behind it.
+            if (((wParam & 0xFFF0) == SC_NEXTWINDOW || (wParam & 0xFFF0) == SC_PREVWINDOW) &&
+                GetWindow(Handle(), GW_HWNDNEXT) == nullptr &&
+                GetWindow(Handle(), GW_HWNDPREV) == nullptr)
+                return 0;
             break;
         case kFilesDropped:
             OnFilesDropped();

@@ -121,7 +121,7 @@ void ListPane::SetState(int row, UINT state, UINT mask) {
                  reinterpret_cast<LPARAM>(&item));
 }
 
-// To take away a large selection row by row costs the square of its rows on some systems; a list
+// To take away a large selection row by row costs the square of its rows under Wine 8; a list
 // that is emptied and filled again has none at once.
 void ListPane::ClearSelection() {
     if (SelectedCount() <= kFewRows) {

@@ -64,7 +64,7 @@ class ListPane {
 
     LRESULT OnNotify(NMHDR& header);
     void OnDpiChanged();
-    // A key or a click is about to come that selects a range, if Shift is held: some systems redraw
+    // A key or a click is about to come that selects a range, if Shift is held: Wine 8 redraws
     // each row of it, even one that is not in view. What the parent gets when it has been dealt
     // with, and hands on.
     void OnBeforeRange();

@@ -12,7 +12,7 @@
 namespace tobbin {
 namespace {
 
-// Pixels at 96 to the inch, between a picture and a text. Some systems take three of them for a
+// Pixels at 96 to the inch, between a picture and a text. Wine 8 takes three of them for a
 // margin on the left.
 constexpr int kAir = 7;
 

@@ -235,7 +235,7 @@ void TreePane::ExpandFolder(Folder& folder, bool open) {
         TreeView_Expand(m_handle, item, open ? TVE_EXPAND : TVE_COLLAPSE);
 }
 
-// A folder that closes is about to hide the selected one. Some systems' control marks it then
+// A folder that closes is about to hide the selected one. The control of Wine 8 marks it then
 // without telling its parent.
 void TreePane::SelectOver(Folder* closing) {
     const Folder* const selected = SelectedFolder();
