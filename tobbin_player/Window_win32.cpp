@@ -5,6 +5,7 @@
 
 #include "platform/AccessibleNames_win32.h"
 #include "platform/Dpi_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -322,7 +323,7 @@ void Window::OnTextWanted(NMLVDISPINFOW& info) {
     if ((info.item.mask & LVIF_TEXT) == 0 || info.item.iItem < 0)
         return;
     const auto track = static_cast<std::size_t>(info.item.iItem);
-    const std::wstring text = info.item.iSubItem == 1  ? Wide(m_player.NameOf(track))
+    const std::wstring text = info.item.iSubItem == 1  ? WideShown(m_player.NameOf(track))
                               : m_shown.track == track ? L"\u25BA"
                                                        : L"";
     lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
@@ -349,8 +350,8 @@ void Window::RemoveSelected() {
 }
 
 void Window::SetText(int control, const std::string& text) {
-    if (WindowText(Item(control)) != text)
-        SetWindowTextW(Item(control), Wide(text).c_str());
+    if (const std::string shown = ShownText(text); WindowText(Item(control)) != shown)
+        SetWindowTextW(Item(control), Wide(shown).c_str());
 }
 
 void Window::Refresh() {
@@ -358,7 +359,7 @@ void Window::Refresh() {
     const bool stopped = now.status == Status::Stopped;
     const std::string caption = stopped ? "Tobbin Player" : now.name + kCaptionEnd;
     if (caption != m_caption)
-        SetWindowTextW(Handle(), Wide(caption).c_str());
+        SetWindowTextW(Handle(), WideShown(caption).c_str());
     m_caption = caption;
     SetText(kName, now.name);
     SetText(kStatus, StatusText(now));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/ComPtr_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
@@ -125,8 +126,9 @@ Answer SystemDialogs::Ask(const std::string& text, Buttons buttons, BoxIcon icon
         flags |= MB_TASKMODAL | MB_SETFOREGROUND;
     if (buttons != Buttons::Ok && icon == BoxIcon::Warning)
         flags |= MB_DEFBUTTON2;
-    const std::wstring caption = title.empty() ? kProgramName : Wide(title);
-    return AnswerOf(MessageBoxW(owner, Wide(text).c_str(), caption.c_str(), flags));
+    const std::wstring caption = title.empty() ? kProgramName : WideShown(title);
+    return AnswerOf(
+        MessageBoxW(owner, WideShown(text, ShownIn::Box).c_str(), caption.c_str(), flags));
 }
 
 bool SystemDialogs::TellWithTick(const std::string& text, const std::string& tick) {

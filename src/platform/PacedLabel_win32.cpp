@@ -1,6 +1,7 @@
 #include "platform/PacedLabel_win32.h"
 
 #include "platform/ProgressBar_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
@@ -29,7 +30,7 @@ void PacedLabel::OnTimer(HWND parent) {
 
 void PacedLabel::Paint(HWND parent) {
     const HWND label = GetDlgItem(parent, m_label);
-    SetWindowTextW(label, Wide(m_text).c_str());
+    SetWindowTextW(label, WideShown(m_text).c_str());
     UpdateWindow(label);
     ShowStepsIn(GetDlgItem(parent, m_bar), m_steps);
     m_lastShown = GetTickCount64();

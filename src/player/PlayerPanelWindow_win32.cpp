@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Dpi_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "player/ScrollBar_win32.h"
@@ -295,7 +296,7 @@ void PlayerPanelWindow::LeavePlayer() {
 }
 
 void PlayerPanelWindow::SetCaption(const std::string& caption) {
-    SetWindowTextW(Handle(), Wide(caption).c_str());
+    SetWindowTextW(Handle(), WideShown(caption).c_str());
 }
 
 void PlayerPanelWindow::SetOuterSize(int widthTwips, int heightTwips) {
@@ -317,8 +318,8 @@ void PlayerPanelWindow::SetButton(const std::string& caption, bool enabled) {
 
 // Texts that come anew with each tick are only shown when they change, so that they don't flicker.
 void PlayerPanelWindow::SetText(int control, const std::string& text) {
-    if (WindowText(Item(control)) != text)
-        SetWindowTextW(Item(control), Wide(text).c_str());
+    if (const std::string shown = ShownText(text); WindowText(Item(control)) != shown)
+        SetWindowTextW(Item(control), Wide(shown).c_str());
 }
 
 void PlayerPanelWindow::SetStatus(const std::string& text) {

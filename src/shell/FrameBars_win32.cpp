@@ -9,6 +9,7 @@
 #include "platform/Dpi_win32.h"
 #include "platform/ImageStrip_win32.h"
 #include "platform/ProgressBar_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/SystemFont_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
@@ -158,7 +159,7 @@ int FrameStatusBar::WidthOfBar() const {
 }
 
 void FrameStatusBar::ShowPart(Part part, const std::string& text) {
-    std::wstring wide = Wide(text);
+    std::wstring wide = WideShown(text);
     if (m_handle == nullptr || wide == m_texts[part])
         return;
     m_texts[part] = std::move(wide);

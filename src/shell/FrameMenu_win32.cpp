@@ -1,6 +1,6 @@
 #include "shell/FrameMenu_win32.h"
 
-#include "platform/Wide_win32.h"
+#include "platform/ShownText_win32.h"
 #include "shell/RecentMenu.h"
 #include "ui/CommandMenus_win32.h"
 
@@ -10,7 +10,7 @@ namespace {
 // A menu takes "&" for the mark of an access key; those behind the first one are a path's own and
 // are doubled.
 std::wstring MenuText(const std::string& caption) {
-    std::wstring text = Wide(caption);
+    std::wstring text = WideShown(caption);
     for (std::size_t at = 1; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
         text.insert(at, 1, L'&');
     return text;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 
@@ -31,7 +32,7 @@ bool TipDialog::OnCommand(int control, int notification) {
 }
 
 void TipDialog::ShowTip(const std::string& text) {
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = WideShown(text, ShownIn::Box);
     MakeRoomFor(wide);
     SetDlgItemTextW(Handle(), IDC_TIP_TEXT, wide.c_str());
 }

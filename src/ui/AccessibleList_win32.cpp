@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/AccessibleObjects_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
@@ -54,7 +55,7 @@ HRESULT AccessibleList::get_accName(VARIANT child, BSTR* name) {
         return Give(m_name, name);
     if (child.vt != VT_I4 || child.lVal < 1 || static_cast<std::size_t>(child.lVal) > RowCount())
         return m_system->get_accName(child, name);
-    return Give(Wide(m_texts.row(static_cast<std::size_t>(child.lVal - 1))), name);
+    return Give(WideShown(m_texts.row(static_cast<std::size_t>(child.lVal - 1))), name);
 }
 
 HRESULT AccessibleList::get_accDescription(VARIANT child, BSTR* text) {

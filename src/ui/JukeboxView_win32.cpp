@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Dpi_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PopUpMenus_win32.h"
@@ -222,7 +223,7 @@ void JukeboxMdiChild::OnColumnsChanged() {
 }
 
 void JukeboxMdiChild::OnCaptionChanged() {
-    SetWindowTextW(Handle(), Wide(m_controller.DaCaption()).c_str());
+    SetWindowTextW(Handle(), WideShown(m_controller.DaCaption()).c_str());
 }
 
 void JukeboxMdiChild::SelectFolder(Folder* folder) {

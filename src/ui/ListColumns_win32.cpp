@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/Dpi_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "ui/ListPane_win32.h"
 
@@ -21,7 +22,7 @@ void ListPane::SetColumns(const std::vector<std::string>& headings) {
         return;
     const int count = static_cast<int>(headings.size());
     for (int i = 0; i < count; ++i) {
-        std::wstring text = Wide(headings[static_cast<std::size_t>(i)]);
+        std::wstring text = WideShown(headings[static_cast<std::size_t>(i)]);
         LVCOLUMNW column = {};
         const bool isNumber = i > 0 && i == count - 1;
         column.mask = LVCF_TEXT | LVCF_FMT;

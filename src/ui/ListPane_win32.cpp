@@ -11,6 +11,7 @@
 #include "platform/AccessibleObjects_win32.h"
 #include "platform/Dpi_win32.h"
 #include "platform/ImageStrip_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 
@@ -312,7 +313,7 @@ void ListPane::OnGetInfo(NMLVDISPINFOW& info) const {
     if (row >= m_delegate.RowCount())
         return;
     if ((info.item.mask & LVIF_TEXT) != 0 && info.item.cchTextMax > 0) {
-        const std::wstring text = Wide(m_delegate.RowText(row, info.item.iSubItem));
+        const std::wstring text = WideShown(m_delegate.RowText(row, info.item.iSubItem));
         lstrcpynW(info.item.pszText, text.c_str(), info.item.cchTextMax);
     }
     if ((info.item.mask & LVIF_IMAGE) != 0)

@@ -1,6 +1,7 @@
 #include "ui/PictureDialog_win32.h"
 
 #include "platform/Dpi_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PicturePixels_win32.h"
@@ -74,7 +75,7 @@ bool PictureDialog::IsPictureTicked() const {
 
 void PictureDialog::ShowPath(const std::string& path) {
     m_path = path;
-    SetDlgItemTextW(Handle(), IDC_PICTURE_PATH, Wide(path).c_str());
+    SetDlgItemTextW(Handle(), IDC_PICTURE_PATH, WideShown(path).c_str());
     RequestPreview();
 }
 
@@ -104,7 +105,7 @@ void PictureDialog::DrawPreview(const DRAWITEMSTRUCT& draw) const {
         InflateRect(&inside, -margin, -margin);
         SetTextColor(draw.hDC, GetSysColor(COLOR_WINDOWTEXT));
         SetBkMode(draw.hDC, TRANSPARENT);
-        DrawTextW(draw.hDC, Wide(text).c_str(), -1, &inside, DT_WORDBREAK | DT_NOPREFIX);
+        DrawTextW(draw.hDC, WideShown(text).c_str(), -1, &inside, DT_WORDBREAK | DT_NOPREFIX);
     } else {
         const PicturePixels& pixels = m_preview->pixels;
         const BITMAPINFO info = LayoutOf(pixels);

@@ -8,6 +8,7 @@
 #include "platform/AccessibleNames_win32.h"
 #include "platform/DrawingPause_win32.h"
 #include "platform/ImageStrip_win32.h"
+#include "platform/ShownText_win32.h"
 #include "platform/Wide_win32.h"
 #include "resource.h"
 #include "ui/PaneColors_win32.h"
@@ -90,7 +91,7 @@ void TreePane::Insert(Folder& first, const Folder* end) {
 }
 
 void TreePane::InsertItem(Folder& folder) {
-    std::wstring text = Wide(folder.Text());
+    std::wstring text = WideShown(folder.Text());
     TVINSERTSTRUCTW insert = {};
     insert.hParent = folder.Parent() != nullptr ? ItemOf(folder.Parent()) : TVI_ROOT;
     insert.hInsertAfter =
@@ -123,7 +124,7 @@ void TreePane::OnFolderRemoving(Folder& folder) {
 void TreePane::OnFolderTextChanged(Folder& folder) {
     for (const Folder* at = &folder; at != nullptr && at->IsInside(folder);
          at = m_jukebox.Next(at)) {
-        std::wstring text = Wide(at->Text());
+        std::wstring text = WideShown(at->Text());
         TVITEMW item = {};
         item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
         item.hItem = ItemOf(at);

@@ -13,6 +13,7 @@
 #include "util/Crc32c.h"
 #include "util/DataText.h"
 #include "util/Errors.h"
+#include "util/ShownText.h"
 #include "util/SortCity.h"
 #include "util/StringTable.h"
 #include "util/TextHash.h"
@@ -42,6 +43,12 @@ TEST(Text, FoldersOfPathsAndLinesOfTexts) {
               (std::vector<std::string>{"a", "", "b", "c", "d"}));
     EXPECT_EQ(SplitLines("a\r\n").size(), 1U);
     EXPECT_TRUE(SplitLines("").empty());
+}
+
+TEST(Text, IsShownWithoutWhatHidesOrTurnsIt) {
+    EXPECT_EQ(ShownText("a\x01\t\nb\x7F\u202Egpj.exe\u2066\u200F\xC2\x85 c\u00E9\xED\xA0\x80"),
+              "abgpj.exe c\u00E9\xED\xA0\x80");
+    EXPECT_EQ(ShownText("1\r\n2\x1B", ShownIn::Box), "1\r\n2");
 }
 
 TEST(Convert, RoundsHalfToEvenAndRaisesWhatItMust) {
