@@ -37,6 +37,9 @@ bool DialogBase::OnCommand(int control, int /*notification*/) {
 }
 
 INT_PTR CALLBACK DialogBase::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool isNew = GetWindowLongPtrW(window, GWLP_USERDATA) == 0;
+    if (message == WM_INITDIALOG && !isNew)
+        return FALSE;  // another program's
     WindowBase* const creator =
         message == WM_INITDIALOG ? reinterpret_cast<WindowBase*>(lParam) : nullptr;
     auto* const self = static_cast<DialogBase*>(MaybeOwner(window, creator));

@@ -46,6 +46,12 @@ class DataMemory {
     STGMEDIUM m_medium = {};
 };
 
+// The one drag of the program's own that runs, if any. A thread drags one thing at a time.
+OwnDrag*& RunningDrag() {
+    thread_local OwnDrag* drag = nullptr;
+    return drag;
+}
+
 }  // namespace
 
 OwnDrag* MaybeOwnDrag(IDataObject& data) {
@@ -55,7 +61,9 @@ OwnDrag* MaybeOwnDrag(IDataObject& data) {
         return nullptr;
     std::memcpy(&mark, GlobalLock(memory.Get()), sizeof(mark));
     GlobalUnlock(memory.Get());
-    return mark.process == GetCurrentProcessId() ? mark.drag : nullptr;
+    // Any program can offer such data: what it holds is compared, and never an address to go to.
+    return mark.process == GetCurrentProcessId() && mark.drag == RunningDrag() ? RunningDrag()
+                                                                               : nullptr;
 }
 
 std::vector<std::string> FilesIn(IDataObject& data) {
@@ -65,9 +73,12 @@ std::vector<std::string> FilesIn(IDataObject& data) {
 }
 
 DragData::DragData(OwnDrag& drag, std::function<std::vector<std::string>()> files)
-    : m_drag(&drag), m_askForFiles(std::move(files)) {}
+    : m_drag(&drag), m_askForFiles(std::move(files)) {
+    RunningDrag() = &drag;
+}
 
 void DragData::EndDrag() {
+    RunningDrag() = nullptr;
     m_drag = nullptr;
     m_askForFiles = nullptr;
 }

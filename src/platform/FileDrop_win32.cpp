@@ -2,21 +2,48 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "platform/Wide_win32.h"
 
 namespace tobbin {
+namespace {
 
+std::wstring FromSystemPage(std::string_view bytes) {
+    const auto count = static_cast<int>(std::min<std::size_t>(bytes.size(), INT_MAX));
+    std::wstring text(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), count, nullptr, 0)),
+        L'\0');
+    MultiByteToWideChar(CP_ACP, 0, bytes.data(), count, text.data(), static_cast<int>(text.size()));
+    return text;
+}
+
+}  // namespace
+
+// The data comes from any program, so that nothing in it is taken at its word: the system's own
+// function would read on where the last name has no end.
 std::vector<std::string> FilesOf(HDROP drop) {
     std::vector<std::string> paths;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-    paths.reserve(count);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-        paths.push_back(Utf8(path));
+    DROPFILES head = {};
+    const std::size_t size = GlobalSize(drop);
+    const auto* const data = static_cast<const char*>(GlobalLock(drop));
+    if (data != nullptr && size >= sizeof(head)) {
+        std::memcpy(&head, data, sizeof(head));
+        const std::size_t begin = std::min<std::size_t>(head.pFiles, size);
+        std::wstring names((size - begin) / sizeof(wchar_t), L'\0');
+        std::memcpy(names.data(), data + begin, names.size() * sizeof(wchar_t));
+        if (!head.fWide)
+            names = FromSystemPage({data + begin, size - begin});
+        for (std::wstring_view rest = names; !rest.empty() && rest.front() != L'\0';) {
+            const std::size_t end = std::min(rest.find(L'\0'), rest.size());
+            paths.push_back(Utf8(rest.substr(0, end)));
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
     }
+    if (data != nullptr)
+        GlobalUnlock(drop);
     return paths;
 }
 

@@ -18,6 +18,15 @@ WindowBase* CreatorOf(LPARAM lParam) {
     return reinterpret_cast<WindowBase*>(child->lParam);
 }
 
+// Whether a message leads to memory that is not there: it is another program's. The system carries
+// over, or refuses, all other messages with an address, but this one it lets through as it is.
+bool HasForeignAddress(UINT message, LPARAM lParam) {
+    RECT place;
+    return message == WM_DPICHANGED &&
+           !ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<const void*>(lParam), &place,
+                              sizeof(place), nullptr);
+}
+
 }  // namespace
 
 void StopOnException() noexcept {
@@ -96,7 +105,9 @@ HWND WindowBase::AddControl(const wchar_t* windowClass, const wchar_t* text, DWO
 }
 
 WindowBase* WindowBase::MaybeOwner(HWND window, WindowBase* creator) {
-    if (creator != nullptr) {
+    // Another program can send what it likes, but not before the window has its owner.
+    const bool isNew = GetWindowLongPtrW(window, GWLP_USERDATA) == 0;
+    if (creator != nullptr && isNew) {
         creator->m_handle = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creator));
     }
@@ -118,7 +129,7 @@ bool WindowBase::MustWait(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT WindowBase::TakeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (MustWait(message, wParam, lParam))
+    if (MustWait(message, wParam, lParam) || HasForeignAddress(message, lParam))
         return FALSE;
     const LRESULT result = GuardedHandler([&] { return HandleMessage(message, wParam, lParam); });
     if (message == WM_NCDESTROY) {

@@ -2,9 +2,11 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 #include <memory>
 
 #include "fakes/FakeEnvironment.h"
+#include "platform/DragDrop_win32.h"
 #include "platform/EventPump_win32.h"
 #include "platform/Process_win32.h"
 #include "platform/ProgressTexts.h"
@@ -186,6 +188,7 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_FALSE(IsWindowVisible(label) || IsWindowVisible(button));
     splash.ShowProgressArea(true);
     EXPECT_TRUE(IsWindowVisible(label) && IsWindowVisible(button));
+    PostMessageW(splash.Handle(), WM_DPICHANGED, MAKEWPARAM(96, 96), 8);  // by another program
     for (int i = 1; i <= 1000; ++i)
         splash.Show("Found " + std::to_string(i) + " Mp3s");
     EXPECT_TRUE(WaitFor([&] { return WindowText(label) == "Found 1000 Mp3s"; }));
@@ -204,6 +207,35 @@ TEST(Splash, AndTheStatusBarShowHowFarWorkIs) {
     EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 70'000);
     status.ShowLine("", {});
     EXPECT_FALSE(IsWindowVisible(bar));
+}
+
+// Whatever another program puts there: names are found inside of the data only, and a drag is our
+// own only while just that one runs.
+TEST(DraggedData, OfOthersIsNotTakenAtItsWord) {
+    const std::vector<std::string> files = {"C:\\a.mp3", "D:\\b.mp3"};
+    std::string bytes(reinterpret_cast<const char*>(GlobalLock(MakeFileDrop(files))),
+                      sizeof(DROPFILES) + 2 * 19);
+    const auto filesIn = [](const std::string& data) {
+        const HGLOBAL memory = MakeMemory(data.data(), data.size());
+        const auto found = FilesOf(static_cast<HDROP>(memory));
+        GlobalFree(memory);
+        return found;
+    };
+    EXPECT_EQ(filesIn(bytes), files);
+    EXPECT_EQ(filesIn(bytes.substr(0, sizeof(DROPFILES) + 10)), std::vector<std::string>{"C:\\a."});
+    EXPECT_TRUE(filesIn(bytes.substr(0, sizeof(DROPFILES) - 1)).empty());
+    for (const char offset : {'\x7F', '\xFF'}) {
+        bytes[3] = offset;  // the highest byte of where the names begin
+        EXPECT_TRUE(filesIn(bytes).empty());
+    }
+
+    OwnDrag first, second;
+    const ComPtr<IDataObject> data(new DragData(first, nullptr));
+    EXPECT_EQ(MaybeOwnDrag(*data), &first);
+    auto* const later = new DragData(second, nullptr);
+    const ComPtr<IDataObject> owned(later);
+    EXPECT_EQ(MaybeOwnDrag(*data), nullptr);
+    later->EndDrag();
 }
 
 TEST(FrameMenu, GraysWhatCannotActAndGrowsTheRecentList) {
