@@ -19,16 +19,23 @@ package_packages=(zip nsis binutils-mingw-w64-x86-64)
 say() { printf '\n== %s\n' "$*"; }
 fail() { printf '%s: %s\n' "${0##*/}" "$*" >&2; exit 1; }
 
-# Installs what is missing of the Debian packages named.
+# Installs what is missing of the Debian packages named. Asks before it calls sudo, where there is
+# somebody to be asked.
 need() {
-    local missing=() package
+    local missing=() package answer
     for package in "$@"; do
         dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
             missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
     local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+        if [ -t 0 ] && [ -t 2 ]; then
+            read -r -p "Install ${missing[*]} with sudo? [y/N] " answer
+            [[ $answer == [yY]* ]] || fail "missing: ${missing[*]}"
+        fi
+    fi
     say "Installing ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
