@@ -20,7 +20,8 @@ class Machine : private OpenJukeboxes {
     PosixDisk disk;
     Environment environment{fake.text,         disk,          fake.drives,    fake.dialogs,
                             fake.userSettings, fake.programs, fake.events,    fake.clock,
-                            fake.statusLine,   fake.player,   fake.clipboard, kDiskReaders};
+                            fake.statusLine,   fake.player,   fake.clipboard, fake.hosts,
+                            kDiskReaders};
     SortCity sorter{fake.text};
     Progress progress;
     clsINI settings{environment, "C:\\Tobbin\\"};

@@ -131,10 +131,17 @@ DiskStatus PosixDisk::List(const std::string& folder, const ListOptions& wish,
 }
 
 DiskStatus PosixDisk::Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) {
-    const int flags = mode == OpenMode::Create   ? O_RDWR | O_CREAT | O_TRUNC
-                      : mode == OpenMode::Update ? O_RDWR
-                                                 : O_RDONLY;
-    const int handle = open(Local(path).c_str(), flags | O_CLOEXEC, 0666);
+    const int flags = mode == OpenMode::Update ? O_RDWR : O_RDONLY;
+    const int handle = open(Local(path).c_str(), flags | O_CLOEXEC);
+    if (handle < 0)
+        return LastError();
+    file = std::make_unique<PosixFile>(handle);
+    return {};
+}
+
+DiskStatus PosixDisk::CreateNew(const std::string& path, const std::string& /*like*/,
+                                std::unique_ptr<File>& file) {
+    const int handle = open(Local(path).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (handle < 0)
         return LastError();
     file = std::make_unique<PosixFile>(handle);

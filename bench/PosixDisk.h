@@ -17,6 +17,10 @@ class PosixDisk : public Disk {
     DiskStatus List(const std::string& folder, const ListOptions& wish,
                     FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
+    DiskStatus CreateNew(const std::string& path, const std::string& like,
+                         std::unique_ptr<File>& file) override;
+    std::string NameNobodyKnows() override { return "0123456789abcdef"; }
+    bool LeadsAway(const std::string& /*link*/) override { return false; }
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
     DiskStatus Replace(const std::string& from, const std::string& to) override;

@@ -10,7 +10,7 @@
 namespace tobbin {
 namespace {
 
-constexpr std::size_t kLinesTold = 12;
+constexpr std::size_t kLinesTold = 10;
 
 // Short enough for a line of a box; the end of a path says most.
 std::string Shortened(const std::string& text) {
@@ -28,6 +28,7 @@ std::string Shortened(const std::string& text) {
 DroppedSongs::DroppedSongs(Environment& environment, const std::vector<std::string>& dropped)
     : m_environment(environment) {
     for (const std::string& path : dropped) {
+        m_environment.hosts.Trust(path);
         if (SongListFile::IsListName(path))
             TakeList(path);
         else
@@ -45,6 +46,11 @@ void DroppedSongs::TakeList(const std::string& listPath) {
     }
     const SongListFile list(m_environment.text, listPath, bytes);
     m_listed += list.Entries().size();
+    std::vector<std::string> paths;
+    for (const auto& entry : list.Entries())
+        paths.push_back(entry.path);
+    m_environment.hosts.AskFor(m_environment.dialogs, paths,
+                               "The list \"" + FileNameOfPath(listPath) + "\" names songs");
     for (const auto& [text, path] : list.Entries()) {
         std::string found = MaybeFound(path);
         if (found.empty())
@@ -60,7 +66,8 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
     const std::string root = RootOfPath(path);
     const auto [known, isNewRoot] = m_reachable.try_emplace(root, false);
     if (isNewRoot)
-        known->second = IsReachable(m_environment, root);
+        m_environment.events.RunWithoutInput(
+            [&] { known->second = IsReachable(m_environment, root); });
     if (!known->second)
         return {};
     const std::string name = FileNameOfPath(path);
@@ -80,7 +87,10 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
 DroppedSongs::Names DroppedSongs::NamesIn(const std::string& folder) {
     FolderListing listing;
     Names names;
-    if (!m_environment.disk.List(folder, listing).Ok())
+    DiskStatus status;
+    m_environment.events.RunWithoutInput(
+        [&] { status = m_environment.disk.List(folder, listing); });
+    if (!status.Ok())
         return names;
     for (const FolderEntry& entry : listing.entries) {
         names.insert_or_assign(entry.name, entry.name);

@@ -14,8 +14,10 @@
 
 namespace tobbin {
 void clsMain::BeginPass() {
+    const std::vector<std::string> folders = SongFoldersOf(m_table);
+    m_environment.hosts.AskFor(m_environment.dialogs, folders, "The song catalogue names songs");
     m_drives.BeginPass(
-        SongFoldersOf(m_table), [this] { return !m_progress.StopRequested(); },
+        folders, [this] { return !m_progress.StopRequested(); },
         FolderOfPath(m_settings.SettingsPath()) + "SongDrives.ini");
 }
 

@@ -6,10 +6,11 @@
 namespace tobbin {
 namespace {
 
-// These follow the name of the file to be: the one that shall replace a file, and one that is the
-// first of its name. Only the former can be told to be whole where the name is missing.
+// These follow the name of the file to be: a file is written as the one, behind a part that nobody
+// can guess. Once it is whole, it gets the other if it shall replace a file.
+constexpr std::string_view kWritten = ".tmp";
 constexpr std::string_view kReplacement = ".new";
-constexpr std::string_view kFirst = ".tmp";
+constexpr std::size_t kUnknownPart = 17;  // a dot and what Disk::NameNobodyKnows gives
 
 // Names that are saved here; whatever else ends so is somebody else's.
 bool IsSavedHere(std::string_view name) {
@@ -62,10 +63,10 @@ bool Holds(File& file, std::string_view bytes) {
     return true;
 }
 
-DiskStatus WriteNewFile(Disk& disk, const std::string& path, std::string_view bytes) {
+DiskStatus WriteNewFile(Disk& disk, const std::string& path, const std::string& like,
+                        std::string_view bytes) {
     std::unique_ptr<File> file;
-    const auto open = [&] { return disk.Open(path, OpenMode::Create, file); };
-    if (DiskStatus status = WithRetries(disk, open); !status.Ok())
+    if (DiskStatus status = disk.CreateNew(path, like, file); !status.Ok())
         return status;
     if (DiskStatus status = file->Write(0, bytes); !status.Ok())
         return status;
@@ -111,6 +112,8 @@ std::string DiskStatus::Reason() const {
                 return "the drive is not ready";
             case DiskError::NotHere:
                 return "it is in a cloud store and not on this computer";
+            case DiskError::UnknownHost:
+                return "it lies on a computer of the network that you have not agreed to";
             case DiskError::AlreadyExists:
                 return "it exists already";
             case DiskError::TooLarge:
@@ -155,16 +158,25 @@ DiskStatus HoldFile(Disk& disk, const std::string& path, std::unique_ptr<File>& 
 
 DiskStatus SaveWholeFile(Disk& disk, const std::string& path, std::string_view bytes) {
     const bool replaces = FileExists(disk, path);
-    const std::string newPath = path + std::string(replaces ? kReplacement : kFirst);
-    DiskStatus status = WriteNewFile(disk, newPath, bytes);
-    const bool isWhole = status.Ok();
-    if (isWhole)
-        status = WithRetries(disk, [&] { return disk.Replace(newPath, path); });
-    // The first error is the one to tell. A whole file stays where the old one went already.
+    const std::string written = path + "." + disk.NameNobodyKnows() + std::string(kWritten);
+    const std::string replacement = path + std::string(kReplacement);
+    const auto rename = [&disk](const std::string& from, const std::string& to) {
+        return WithRetries(disk, [&] { return disk.Replace(from, to); });
+    };
+    DiskStatus status = WriteNewFile(disk, written, path, bytes);
+    if (status.Ok())
+        status = rename(written, replaces ? replacement : path);
+    // The first error is the one to tell.
+    if (!status.Ok()) {
+        static_cast<void>(disk.Remove(written));
+        return status;
+    }
+    if (replaces)
+        status = rename(replacement, path);
+    // A whole file stays where the old one went already.
     PathInfo old;
-    if (!status.Ok() &&
-        !(isWhole && replaces && disk.Stat(path, old).Ok() && old.kind == PathKind::Nothing))
-        static_cast<void>(disk.Remove(newPath));
+    if (!status.Ok() && !(disk.Stat(path, old).Ok() && old.kind == PathKind::Nothing))
+        static_cast<void>(disk.Remove(replacement));
     return status;
 }
 
@@ -184,9 +196,12 @@ void FinishOrRemoveNewFiles(Disk& disk, const std::string& folder) {
         return;
     for (const FolderEntry& entry : listing.entries) {
         const bool replaces = entry.name.ends_with(kReplacement);
-        if (entry.isFolder || (!replaces && !entry.name.ends_with(kFirst)))
+        if (entry.isFolder || (!replaces && !entry.name.ends_with(kWritten)))
             continue;
-        const std::string saved = entry.name.substr(0, entry.name.size() - kReplacement.size());
+        std::string saved = entry.name.substr(0, entry.name.size() - kReplacement.size());
+        // Earlier versions of the program wrote without that part.
+        if (!replaces && !IsSavedHere(saved) && saved.size() > kUnknownPart)
+            saved.resize(saved.size() - kUnknownPart);
         PathInfo old;
         if (!IsSavedHere(saved) || !disk.Stat(folder + saved, old).Ok())
             continue;

@@ -18,8 +18,9 @@ enum class DiskError {
     SharingViolation,  // another program holds the file
     DiskFull,
     WriteProtected,
-    NotReady,  // a drive without a medium, a network that is away
-    NotHere,   // the content is in a cloud store only
+    NotReady,     // a drive without a medium, a network that is away
+    NotHere,      // the content is in a cloud store only
+    UnknownHost,  // on a computer of the network that the person has not agreed to (KnownHosts)
     AlreadyExists,
     TooLarge,     // for a file of its kind
     OutOfMemory,  // for what was read
@@ -106,7 +107,6 @@ class File {
 enum class OpenMode {
     Read,        // an existing file; others may read and write it meanwhile
     ReadIfHere,  // the same, but fails with NotHere where a cloud store would have to fetch it
-    Create,      // a new file, or an existing one emptied
     Update,      // an existing file, for reading and writing in place
     Hold,        // a file that nobody else can open meanwhile; it goes when it is closed
 };
@@ -129,6 +129,17 @@ class Disk {
     // With ReadIfHere it may be called on any thread, and what was opened so be used there.
     virtual DiskStatus Open(const std::string& path, OpenMode mode,
                             std::unique_ptr<File>& file) = 0;
+    // A new file, to be written; AlreadyExists where there is something of that name, be it a link
+    // that leads nowhere. It gets the access list of the file `like`, if there is one.
+    virtual DiskStatus CreateNew(const std::string& path, const std::string& like,
+                                 std::unique_ptr<File>& file) = 0;
+    // Sixteen digits and letters that nobody can guess, another time others.
+    virtual std::string NameNobodyKnows() = 0;
+
+    // Whether a link leads off the volumes of this computer, which is found out without entering
+    // it.
+    virtual bool LeadsAway(const std::string& link) = 0;
+
     virtual DiskStatus CreateFolder(const std::string& folder) = 0;
 
     // Removes a file.
@@ -165,8 +176,9 @@ DiskStatus HoldFile(Disk& disk, const std::string& path, std::unique_ptr<File>& 
 DiskStatus ReadWholeFile(Disk& disk, const std::string& path, std::uint64_t limit,
                          std::string& bytes);
 
-// Saves a file of the user's: writes a new file beside the old one, flushes it to the disk and puts
-// it in the old one's place in one step. At every moment the name holds the whole old content or
+// Saves a file of the user's: writes a new file beside the old one, under a name that nobody can
+// guess and with the old one's access list, flushes it to the disk and puts it in the old one's
+// place in one step. At every moment the name holds the whole old content or
 // the whole new one; on a drive that can't replace in one step (FAT) it may be missing after a
 // crash, and the new file beside it is whole. On an error the old file is as it was and the new one
 // is removed. A file that another program holds is tried again for a second or so.

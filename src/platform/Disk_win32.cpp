@@ -2,12 +2,17 @@
 
 #include <winternl.h>
 
+#include <cstddef>
+#include <cstdio>
 #include <functional>
+#include <random>
 #include <string_view>
+#include <vector>
 
 #include "platform/DiskError_win32.h"
 #include "platform/File_win32.h"
 #include "platform/FolderListing_win32.h"
+#include "platform/Links_win32.h"
 #include "platform/TreeSearch_win32.h"
 #include "platform/UniqueHandle_win32.h"
 #include "platform/Wide_win32.h"
@@ -87,6 +92,17 @@ bool IsPlaceholder(const std::wstring& path) {
     return search && (found.dwFileAttributes & kFetched) != 0;
 }
 
+// Who may do what with a file, as the system writes it down; empty where it tells nothing.
+std::vector<std::byte> AccessListOf(const std::wstring& path) {
+    DWORD bytes = 0;
+    GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &bytes);
+    std::vector<std::byte> list(bytes);
+    if (bytes == 0 ||
+        !GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.data(), bytes, &bytes))
+        return {};
+    return list;
+}
+
 // The system reports a target that another program holds as "access denied". One that can be opened
 // for deletion is no longer held.
 DiskStatus WhyNotReplaced(DWORD error, const std::wstring& target) {
@@ -161,16 +177,15 @@ DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_
             access = GENERIC_READ;
             share = kShareAll;
             break;
-        case OpenMode::Create:
-            how = CREATE_ALWAYS;
-            break;
         case OpenMode::Update:
             break;
         case OpenMode::Hold:
             access |= DELETE;
             share = 0;
             how = OPEN_ALWAYS;
-            flags = FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE;
+            // Never through a link that somebody has put there.
+            flags =
+                FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT;
             break;
     }
     UniqueFile handle(CreateFileW(longPath.c_str(), access, share, nullptr, how, flags, nullptr));
@@ -178,6 +193,38 @@ DiskStatus SystemDisk::Open(const std::string& path, OpenMode mode, std::unique_
         return LastStatus();
     file = std::make_unique<SystemFile>(std::move(handle));
     return {};
+}
+
+DiskStatus SystemDisk::CreateNew(const std::string& path, const std::string& like,
+                                 std::unique_ptr<File>& file) {
+    // A read-only file is not replaced (see Replace), and some file systems keep that in its list.
+    const std::wstring old = LongPath(like);
+    if (const DWORD attributes = like.empty() ? 0 : GetFileAttributesW(old.c_str());
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return StatusOf(ERROR_ACCESS_DENIED);
+    const std::vector<std::byte> access =
+        like.empty() ? std::vector<std::byte>() : AccessListOf(old);
+    SECURITY_ATTRIBUTES security = {};
+    security.nLength = sizeof(security);
+    security.lpSecurityDescriptor = const_cast<std::byte*>(access.data());
+    UniqueFile handle(CreateFileW(LongPath(path).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                  FILE_SHARE_READ, access.empty() ? nullptr : &security, CREATE_NEW,
+                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    if (!handle)
+        return LastStatus();
+    file = std::make_unique<SystemFile>(std::move(handle));
+    return {};
+}
+
+std::string SystemDisk::NameNobodyKnows() {
+    std::random_device device;  // the system's own source
+    char digits[17];
+    std::snprintf(digits, sizeof(digits), "%08x%08x", device(), device());
+    return digits;
+}
+
+bool SystemDisk::LeadsAway(const std::string& link) {
+    return LeadsOffThisComputer(link);
 }
 
 DiskStatus SystemDisk::CreateFolder(const std::string& folder) {

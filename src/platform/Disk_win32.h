@@ -16,6 +16,10 @@ class SystemDisk : public Disk {
     DiskStatus List(const std::string& folder, const ListOptions& wish,
                     FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
+    DiskStatus CreateNew(const std::string& path, const std::string& like,
+                         std::unique_ptr<File>& file) override;
+    std::string NameNobodyKnows() override;
+    bool LeadsAway(const std::string& link) override;
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
 

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "platform/Process_win32.h"
 #include "platform/TreeSearch_win32.h"
 #include "platform/Wide_win32.h"
@@ -31,6 +33,31 @@ bool SystemDrives::IsReachable(const std::string& root) {
     // of a drive that is away, and some network drives tell none.
     return GetFileAttributesW(Wide(root).c_str()) != INVALID_FILE_ATTRIBUTES ||
            GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+// A letter that is connected is a name for "\\Device\\...\\;Z:0000000000012345\\host\\share"; one
+// that is to be connected again stands in the registry with its "\\\\host\\share".
+std::vector<std::string> SystemDrives::MappedHosts() {
+    std::vector<std::string> hosts;
+    const auto takeUpToSeparator = [&hosts](std::wstring_view text) {
+        hosts.push_back(Utf8(text.substr(0, text.find(L'\\'))));
+    };
+    for (wchar_t letter = L'A'; letter <= L'Z'; ++letter) {
+        wchar_t text[1024];
+        DWORD bytes = sizeof(text);
+        if (QueryDosDeviceW(std::wstring{letter, L':'}.c_str(), text, 1024) != 0) {
+            const std::wstring_view device = text;
+            const std::size_t mark = device.find(std::wstring{L';', letter, L':'});
+            const std::size_t host = device.find(L'\\', std::min(mark, device.size()));
+            if (host != std::wstring_view::npos)
+                takeUpToSeparator(device.substr(host + 1));
+        }
+        if (RegGetValueW(HKEY_CURRENT_USER, (std::wstring(L"Network\\") + letter).c_str(),
+                         L"RemotePath", RRF_RT_REG_SZ, nullptr, text, &bytes) == ERROR_SUCCESS &&
+            std::wstring_view(text).starts_with(L"\\\\"))
+            takeUpToSeparator(text + 2);
+    }
+    return hosts;
 }
 
 std::string SystemDrives::SystemRoot() {

@@ -16,6 +16,7 @@ class SystemDrives : public Drives {
     std::vector<std::string> Roots() override;
     unsigned Type(const std::string& root) override;
     bool IsReachable(const std::string& root) override;
+    std::vector<std::string> MappedHosts() override;
     std::string SystemRoot() override;
     std::optional<std::uint64_t> MaybeVolume(const std::string& root) override;
     std::optional<std::string> MaybeFindBelow(const std::string& root, const std::string& fileName,

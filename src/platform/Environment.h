@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Disk.h"
+#include "platform/KnownHosts.h"
 #include "platform/PlayerWindow.h"
 #include "util/SystemText.h"
 
@@ -27,6 +28,10 @@ class Drives {
 
     // Whether the drive with this root can be read now.
     virtual bool IsReachable(const std::string& root) = 0;
+
+    // The computers of the network that drive letters of the person's lead to, connected now or
+    // not.
+    virtual std::vector<std::string> MappedHosts() = 0;
 
     // The drive that the system itself is on, such as "C:\".
     virtual std::string SystemRoot() = 0;
@@ -143,6 +148,10 @@ class EventPump {
     // command may run. As cheap.
     virtual void PumpWithoutInput() {}
 
+    // Does work that may wait long while the windows only answer, as in there. It runs on another
+    // thread; the caller waits for its end.
+    virtual void RunWithoutInput(const std::function<void()>& work) { work(); }
+
     // Does work that may wait long for the outside, such as a drive that is asleep or away, while
     // events go through. The work runs on another thread and owns all that it changes. Returns
     // false as soon as `keepOn`, which is asked every few milliseconds, does: the work then ends by
@@ -211,6 +220,7 @@ struct Environment {
     StatusLine& statusLine;
     PlayerWindow& player;
     SystemClipboard& clipboard;
+    KnownHosts& hosts;
 
     unsigned diskReaders = 0;  // threads; 0 reads on the caller's own
 };

@@ -37,6 +37,10 @@ void SystemEventPump::PumpWithoutInput() {
     m_lastLook = GetTickCount64();
 }
 
+void SystemEventPump::RunWithoutInput(const std::function<void()>& work) {
+    RunOnWorker(work);
+}
+
 bool SystemEventPump::RunAside(const std::function<void()>& work,
                                const std::function<bool()>& keepOn) {
     return tobbin::RunAside(work, [&] {

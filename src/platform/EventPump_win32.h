@@ -25,6 +25,7 @@ class SystemEventPump : public EventPump {
     // quit it stops there; the request stays in the queue for the main loop.
     void LetEventsThrough() override;
     void PumpWithoutInput() override;
+    void RunWithoutInput(const std::function<void()>& work) override;
     bool RunAside(const std::function<void()>& work, const std::function<bool()>& keepOn) override;
 
     // The main loop: handles messages until the program is asked to quit and returns the exit code.

@@ -7,6 +7,7 @@
 #include "platform/Disk_win32.h"
 #include "platform/Drives_win32.h"
 #include "platform/EventPump_win32.h"
+#include "platform/GuardedDisk.h"
 #include "platform/PlayerWindow_win32.h"
 #include "platform/Programs_win32.h"
 #include "platform/StatusLineModel.h"
@@ -36,17 +37,19 @@ class WindowsEnvironment {
     WindowsText m_text;
     SystemDisk m_disk;
     SystemDrives m_drives;
-    SystemDialogs m_dialogs;
     RegistrySettings m_userSettings;
+    KnownHosts m_hosts{m_text, m_drives, m_userSettings};
+    GuardedDisk m_guardedDisk{m_disk, m_hosts};
+    SystemDialogs m_dialogs;
     SystemPrograms m_programs;
     SystemEventPump m_events;
     SystemClockAndRandom m_clock;
     StatusLineModel m_statusLine;
     SystemPlayerWindow m_player;
     WindowsClipboard m_clipboard;
-    Environment m_environment{m_text,         m_disk,     m_drives,    m_dialogs,
-                              m_userSettings, m_programs, m_events,    m_clock,
-                              m_statusLine,   m_player,   m_clipboard, kDiskReaders};
+    Environment m_environment{m_text,      m_guardedDisk, m_drives,    m_dialogs,    m_userSettings,
+                              m_programs,  m_events,      m_clock,     m_statusLine, m_player,
+                              m_clipboard, m_hosts,       kDiskReaders};
 };
 
 }  // namespace tobbin

@@ -64,6 +64,7 @@ void PlayerPanel::OnChoosePlayer() {
             "Programs (*.exe)|*.exe", FolderOfPath(m_control.PlayerProgramPath()));
         if (!chosen)
             return;
+        m_environment.hosts.Trust(*chosen);
         m_discovery.UsePlayer(*chosen);
     }
     ShowChoice();

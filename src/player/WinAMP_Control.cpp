@@ -250,6 +250,7 @@ bool WinAMP_Control::FileExists(const std::string& path, std::size_t& failures) 
             return info.kind == PathKind::File;
         case DiskError::NotFound:
         case DiskError::NotReady:
+        case DiskError::UnknownHost:
             return false;
         default:
             break;

@@ -159,7 +159,8 @@ void SongSearch::WalkTree(const std::string& root) {
             continue;
         SearchFolder(folder, listing);
         for (auto entry = listing.entries.rbegin(); entry != listing.entries.rend(); ++entry) {
-            if (!entry->isFolder)
+            if (!entry->isFolder ||
+                (entry->isLink && m_environment.disk.LeadsAway(folder + entry->name)))
                 continue;
             const bool isOnThisVolume = listing.id && !entry->isLink;
             waiting.push_back({folder + entry->name + "\\",

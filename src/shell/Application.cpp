@@ -18,7 +18,10 @@ Application::Application(Environment& environment, ProgramFolders folders)
       m_windows(environment.text),
       m_playerPlace(m_settings),
       m_discovery(environment, m_playerPlace, m_folders.application + "Player\\TobbinPlayer.exe"),
-      m_player(environment, m_discovery) {}
+      m_player(environment, m_discovery) {
+    environment.hosts.KnowNow(m_folders.application);
+    environment.hosts.KnowNow(m_folders.personal);
+}
 
 Jukebox& Application::AddJukebox(std::unique_ptr<Jukebox> jukebox) {
     return *m_jukeboxes.emplace_back(std::move(jukebox));

@@ -55,8 +55,10 @@ bool JukeboxFiles::IsOpen(std::string_view title) const {
 void JukeboxFiles::Open() {
     const std::optional<std::string> path =
         m_application.TheEnvironment().dialogs.MaybeFileToOpen(kFilter, m_application.DataFolder());
-    if (path)
-        OpenPath(*path);
+    if (!path)
+        return;
+    m_application.TheEnvironment().hosts.Trust(*path);
+    OpenPath(*path);
 }
 
 void JukeboxFiles::OpenRecent(int number) {
@@ -91,6 +93,7 @@ bool JukeboxFiles::OpenPath(const std::string& chosen) {
         environment.dialogs.Tell(kAlreadyOpen);
         return false;
     }
+    environment.hosts.AskFor(environment.dialogs, {path}, "The jukebox lies");
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
     if (jukebox == nullptr)
         return false;
@@ -175,6 +178,7 @@ void JukeboxFiles::SaveAs() {
         environment.dialogs.MaybeFileToSave(kFilter, m_application.DataFolder());
     if (!chosen)
         return;
+    environment.hosts.Trust(*chosen);
     const std::string path = NormalPath(environment.text, *chosen);
     const std::string title = JukeboxTitle(environment.text, path);
     if (!MatchesPattern(window->DaCaption(), title) && IsOpen(title)) {

@@ -43,9 +43,9 @@ class StandingText : public Progress {
 
 // A new file can be made in the folder.
 DiskStatus TryToWriteIn(Disk& disk, const std::string& folder) {
-    const std::string path = folder + "TheOrganizer.tmp";
+    const std::string path = folder + "TheOrganizer.ini." + disk.NameNobodyKnows() + ".tmp";
     std::unique_ptr<File> file;
-    DiskStatus status = disk.Open(path, OpenMode::Create, file);
+    DiskStatus status = disk.CreateNew(path, {}, file);
     if (status.Ok())
         status = file->Close();
     file.reset();
@@ -333,6 +333,7 @@ Jukebox* StartUp::MaybeLastJukebox() {
     const std::string& path = m_application.Settings().LocOfLastSavedJukeBox();
     if (path.empty())
         return nullptr;
+    m_environment.hosts.AskFor(m_environment.dialogs, {path}, "The last jukebox lies");
     ShowWork("Opening " + path + " . . .");
     Jukebox* const jukebox = m_application.MaybeLoadJukebox(path);
     m_view.ShowProgressArea(false);

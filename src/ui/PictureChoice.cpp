@@ -33,6 +33,7 @@ void PictureChoice::OnBrowse(PictureChoiceView& view) {
                      : m_settings.ApplicationFolder() + "Grouping\\");
     if (!chosen)
         return;
+    m_environment.hosts.Trust(*chosen);
     m_settings.PictureLocation(*chosen);
     view.TickPicture(true);
     view.ShowPath(*chosen);

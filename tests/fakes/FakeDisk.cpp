@@ -254,16 +254,26 @@ DiskStatus FakeDisk::Open(const std::string& path, OpenMode mode, std::unique_pt
         file = std::make_unique<FakeFile>(*this, path, content);
         return {};
     }
-    if (mode == OpenMode::Create) {
-        if (!Find(path.substr(0, path.rfind('\\'))))
-            return DiskStatus(DiskError::NotFound);
-        node = &Add(path, false);
-        node->content = std::make_shared<std::string>();
-    }
     if (node == nullptr)
         return DiskStatus(DiskError::NotFound);
     file = std::make_unique<FakeFile>(*this, path, node->content);
     return {};
+}
+
+DiskStatus FakeDisk::CreateNew(const std::string& path, const std::string& /*like*/,
+                               std::unique_ptr<File>& file) {
+    if (DiskStatus status = Step("create " + path); !status.Ok())
+        return status;
+    if (Find(path))
+        return DiskStatus(DiskError::AlreadyExists);
+    if (!Find(path.substr(0, path.rfind('\\'))))
+        return DiskStatus(DiskError::NotFound);
+    file = std::make_unique<FakeFile>(*this, path, Add(path, false).content);
+    return {};
+}
+
+bool FakeDisk::LeadsAway(const std::string& link) {
+    return Resolve(link).starts_with("\\\\");
 }
 
 DiskStatus FakeDisk::CreateFolder(const std::string& folder) {

@@ -66,6 +66,10 @@ class FakeDisk : public Disk {
     DiskStatus List(const std::string& folder, const ListOptions& wish,
                     FolderListing& listing) override;
     DiskStatus Open(const std::string& path, OpenMode mode, std::unique_ptr<File>& file) override;
+    DiskStatus CreateNew(const std::string& path, const std::string& like,
+                         std::unique_ptr<File>& file) override;
+    std::string NameNobodyKnows() override { return std::to_string(++m_lastName); }
+    bool LeadsAway(const std::string& link) override;
     DiskStatus CreateFolder(const std::string& folder) override;
     DiskStatus Remove(const std::string& path) override;
     DiskStatus Replace(const std::string& from, const std::string& to) override;
@@ -112,7 +116,7 @@ class FakeDisk : public Disk {
     std::shared_ptr<std::set<std::string>> m_held = std::make_shared<std::set<std::string>>();
     std::map<std::string, std::string> m_links;  // their keys, and those of what they lead to
     std::map<std::string, std::uint64_t> m_claimed;
-    std::uint64_t m_nextId = 1;
+    std::uint64_t m_nextId = 1, m_lastName = 1'000'000'000'000'000;
     std::int64_t m_now = 1'000'000'000;
     std::vector<std::string> m_log;
     int m_operations = 0;

@@ -10,6 +10,7 @@
 
 #include "fakes/FakeDisk.h"
 #include "platform/Environment.h"
+#include "platform/GuardedDisk.h"
 
 namespace tobbin {
 
@@ -58,6 +59,8 @@ class FakeDrives : public Drives {
         --unplugAfter;
         return Type(root) != 1 && std::ranges::count(unreachable, root) == 0;
     }
+    std::vector<std::string> mapped;
+    std::vector<std::string> MappedHosts() override { return mapped; }
     std::map<std::string, std::uint64_t> volumes;
     std::vector<std::string> asked;  // the root of every question whether it can be reached
     std::string SystemRoot() override { return "C:\\"; }
@@ -269,8 +272,10 @@ struct FakeEnvironment {
     FakeStatusLine statusLine;
     FakePlayerWindow player;
     FakeSystemClipboard clipboard;
-    Environment environment{text,   disk,  drives,     dialogs, userSettings, programs,
-                            events, clock, statusLine, player,  clipboard};
+    KnownHosts hosts{text, drives, userSettings};
+    GuardedDisk guardedDisk{disk, hosts};
+    Environment environment{text,   guardedDisk, drives,     dialogs, userSettings, programs,
+                            events, clock,       statusLine, player,  clipboard,    hosts};
 };
 
 }  // namespace tobbin

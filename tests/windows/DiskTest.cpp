@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <sddl.h>
+
 #include <algorithm>
 #include <atomic>
 #include <thread>
@@ -115,6 +117,43 @@ TEST_F(SystemDiskTest, ASaveThatMayNotReplaceLeavesTheOldFileAlone) {
     EXPECT_EQ(Content(folder / "song"), "old");
     EXPECT_EQ(Names(folder / ""), std::vector<std::string>{"song"});
     EXPECT_TRUE(SaveWholeFile(disk, folder / "song", "new").Ok());
+}
+
+// What others may not read they may not read afterwards, and not while it is written.
+TEST_F(SystemDiskTest, ASavedFileKeepsTheAccessListOfTheOneBefore) {
+    const std::wstring path = Wide(folder / "song");
+    const auto accessList = [](const std::wstring& file) {
+        std::vector<std::byte> list(4096);
+        DWORD bytes = 0;
+        EXPECT_TRUE(
+            GetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, list.data(), 4096, &bytes));
+        wchar_t* text = nullptr;
+        ConvertSecurityDescriptorToStringSecurityDescriptorW(
+            list.data(), SDDL_REVISION_1, DACL_SECURITY_INFORMATION, &text, nullptr);
+        const std::string result = Utf8(text);
+        LocalFree(text);
+        return result;
+    };
+    constexpr char kEverybody[] = ";WD)";
+    WriteFileWith(folder / "song", "old");
+    // Without what it says of everybody; written plainly, the file would get that again.
+    std::string narrow = accessList(path);
+    ASSERT_NE(narrow.find(kEverybody), std::string::npos) << narrow;
+    narrow.erase(narrow.rfind('(', narrow.find(kEverybody)));
+    PSECURITY_DESCRIPTOR wanted = nullptr;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        Wide("D:P" + narrow.substr(narrow.find('('))).c_str(), SDDL_REVISION_1, &wanted, nullptr));
+    ASSERT_TRUE(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, wanted));
+    LocalFree(wanted);
+    narrow = accessList(path);
+    EXPECT_EQ(narrow.find(kEverybody), std::string::npos) << narrow;
+
+    ASSERT_TRUE(SaveWholeFile(disk, folder / "song", "new").Ok());
+    EXPECT_EQ(Content(folder / "song"), "new");
+    EXPECT_EQ(accessList(path), narrow);
+    std::unique_ptr<File> file;
+    EXPECT_EQ(disk.CreateNew(folder / "song", {}, file).Error(), DiskError::AlreadyExists);
+    EXPECT_EQ(Names(folder / ""), std::vector<std::string>{"song"});
 }
 
 TEST_F(SystemDiskTest, ReadingHindersNobodyAndWritingIsAlone) {

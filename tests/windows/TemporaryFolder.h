@@ -57,7 +57,8 @@ inline std::string Content(const std::string& path) {
 inline void WriteFileWith(const std::string& path, const std::string& content) {
     SystemDisk disk;
     std::unique_ptr<File> file;
-    ASSERT_TRUE(disk.Open(path, OpenMode::Create, file).Ok()) << path;
+    static_cast<void>(disk.Remove(path));
+    ASSERT_TRUE(disk.CreateNew(path, {}, file).Ok()) << path;
     ASSERT_TRUE(file->Write(0, content).Ok()) << path;
 }
 

@@ -303,7 +303,7 @@ TEST(SavingTogetherWithOthers, TriesAgainForABoundedTime) {
 TEST(SavingTogetherWithOthers, ClearsAtTheStartOnlyWhatSavesLeft) {
     FakeDisk disk;
     for (const char* name : {"a.juk", "a.juk.new", "b.lmz.new", "mine.new", "c.txt.new", ".new",
-                             "d.ini.tmp", "TheOrganizer.tmp"})
+                             "d.ini.tmp", "e.juk.0123456789abcdef.tmp", "TheOrganizer.tmp"})
         disk.AddFile(std::string("C:\\") + name);
     FinishOrRemoveNewFiles(disk, "C:\\");
     EXPECT_EQ(disk.FilesIn("C:"), (std::vector<std::string>{".new", "TheOrganizer.tmp", "a.juk",
