@@ -15,7 +15,7 @@ struct Mpg123Library {
 
     enum { kOk = 0, kNewFormat = -11 };
     enum Parameter { kAddFlags = 2, kResyncLimit = 14, kPreframes = 16 };
-    enum Flag { kQuiet = 0x20, kGapless = 0x40 };
+    enum Flag { kQuiet = 0x20, kGapless = 0x40, kSkipId3v2 = 0x2000 };
     enum { kStereo = 2, kSigned16 = 0xD0 };
     enum State { kEncoderDelay = 5 };
 

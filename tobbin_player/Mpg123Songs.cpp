@@ -33,7 +33,9 @@ class Mpg123Song : public Song {
         if (m_handle == nullptr || !m_source.Status().Ok())
             return false;
         m_library.setParameter(m_handle, Mpg123Library::kAddFlags,
-                               Mpg123Library::kQuiet | Mpg123Library::kGapless, 0);
+                               Mpg123Library::kQuiet | Mpg123Library::kGapless |
+                                   Mpg123Library::kSkipId3v2,  // else it is read as a whole
+                               0);
         m_library.setParameter(m_handle, Mpg123Library::kResyncLimit, kMostJunk, 0);
         m_library.setParameter(m_handle, Mpg123Library::kPreframes, kPreframes, 0);
         m_library.formatNone(m_handle);
