@@ -67,7 +67,7 @@ std::string DroppedSongs::MaybeFound(const std::string& path) {
     const auto [known, isNewRoot] = m_reachable.try_emplace(root, false);
     if (isNewRoot)
         m_environment.events.RunWithoutInput(
-            [&] { known->second = IsReachable(m_environment, root); });
+            [&, &isReachable = known->second] { isReachable = IsReachable(m_environment, root); });
     if (!known->second)
         return {};
     const std::string name = FileNameOfPath(path);
