@@ -61,6 +61,8 @@ LRESULT ListBackground::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam
     const LRESULT result = m_list.Default(message, wParam, lParam);
     if (m_list.Handle() == nullptr)
         return result;
+    if (message == WM_SIZE && ListView_GetItemCount(m_list.Handle()) == 0)
+        InvalidateRect(m_list.Handle(), nullptr, TRUE);  // The text in an empty pane moves, too.
     if (message == WM_SIZE)
         Request();
     else if (message == WM_SYSCOLORCHANGE)

@@ -12,9 +12,9 @@
 namespace tobbin {
 namespace {
 
-// Pixels at 96 to the inch, between a picture and a text. Wine 8 takes three of them for a
-// margin on the left.
-constexpr int kAir = 7;
+// Pixels at 96 to the inch, between a picture and a text. Wine 8 begins the text where the
+// picture's column ends, however wide that wants to be; so the picture moves to the left a little.
+constexpr int kAir = 4, kMove = 3;
 
 const RankRow* MaybeRankOf(UINT item) {
     const CommandRow* const row = MaybeRowOf(static_cast<int>(item));
@@ -76,7 +76,8 @@ void PopUpMenu::OnDraw(const DRAWITEMSTRUCT& item, HWND window) {
     int width = 0;
     int height = 0;
     ImageList_GetIconSize(pictures.Get(), &width, &height);
-    ImageList_Draw(pictures.Get(), rank->shown, item.hDC, item.rcItem.left,
+    ImageList_Draw(pictures.Get(), rank->shown, item.hDC,
+                   item.rcItem.left - ScalePixels(kMove, window),
                    (item.rcItem.top + item.rcItem.bottom - height) / 2, ILD_TRANSPARENT);
 }
 
