@@ -199,7 +199,7 @@ void AddLibraryRows(const std::string& library, int songs, bool cold) {
                forgotten([=] { return ListAndReadTags(library, kThreads); }));
         AddRow("a start with nothing changed, cold", songs, 1.6,
                forgotten([=] { return SecondStart(library); }),
-               forgotten([=] { return ListFolders(folders, 0); }));
+               forgotten([=] { return ListFolders(folders, kThreads); }));
         return;
     }
     AddRow(
